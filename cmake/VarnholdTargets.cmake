@@ -1,0 +1,34 @@
+# Targets of one kind are made in one place, so that flags and output folders can't drift apart.
+
+add_library(varnhold_flags INTERFACE)
+target_compile_features(varnhold_flags INTERFACE cxx_std_20)
+target_compile_options(varnhold_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Wold-style-cast -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+target_compile_definitions(varnhold_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(VARNHOLD_SANITIZE)
+    target_compile_options(varnhold_flags INTERFACE
+        -fsanitize=${VARNHOLD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(varnhold_flags INTERFACE -fsanitize=${VARNHOLD_SANITIZE})
+endif()
+
+# varnhold_library(NAME SOURCES ... LINKS ...): the static library of one folder under src/.
+function(varnhold_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(varnhold_${name} STATIC ${ARG_SOURCES})
+    add_library(varnhold::${name} ALIAS varnhold_${name})
+    target_include_directories(varnhold_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(varnhold_${name} PUBLIC varnhold_flags ${ARG_LINKS})
+endfunction()
+
+# varnhold_test(NAME SOURCES ... LINKS ...): one GoogleTest program; each case is a test of ctest.
+function(varnhold_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(test_${name} ${ARG_SOURCES})
+    target_link_libraries(test_${name} PRIVATE varnhold_flags GTest::gmock_main ${ARG_LINKS})
+    set_target_properties(test_${name} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+    gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS unit)
+endfunction()

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/result.h"
+
+// Whole-file work as the daemons and this program agree on it.
+//
+// Every function can be called on any thread; none keeps state or a lock, so two writers of one
+// file race and a reader can see half of it. Failures come back as a reason in words.
+namespace varnhold::files {
+
+// True if anything is there, a file or a folder; a link is followed, so a dangling one is nothing.
+[[nodiscard]] bool exists(const std::string& path);
+[[nodiscard]] bool isDirectory(const std::string& path);
+
+// Size in bytes of the thing itself: of a link, the length of its text. None if nothing is there.
+[[nodiscard]] std::optional<std::uint64_t> attributesSize(const std::string& path);
+
+[[nodiscard]] Result<std::string> read(const std::string& path);
+
+// The last `limit` bytes of a file, or all of it if it is shorter.
+[[nodiscard]] Result<std::string> readTail(const std::string& path, std::uint64_t limit);
+
+// Writes over the old content, through links, keeping inode, mode and hard links. Not atomic: a
+// reader may see half, and a full disk leaves a truncated file.
+[[nodiscard]] Result<void> writeInPlace(const std::string& path, std::string_view content);
+
+// Writes beside the file and renames over it: a reader sees the old content or the new, never half.
+// Keeps the mode of a file that was there; a link at the path is replaced by a file.
+[[nodiscard]] Result<void> writeAtomically(const std::string& path, std::string_view content);
+
+// Creates the folder and its parents. A folder that is there already is a success.
+[[nodiscard]] Result<void> createDirectories(const std::string& path);
+
+// Copies a file, a link as a link, or a folder with all in it. Refuses if anything at all, also a
+// dangling link, has the target's name.
+[[nodiscard]] Result<void> copyItem(const std::string& from, const std::string& to);
+
+} // namespace varnhold::files

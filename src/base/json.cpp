@@ -1,0 +1,144 @@
+#include "base/json.h"
+
+#include <cmath>
+
+#include "base/files.h"
+
+namespace varnhold::json {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// Every whole number of this size and below is exact in a double.
+constexpr double largestExactInteger = 9007199254740992.0;
+
+tl::unexpected<std::string> unexpectedType(const char* wanted, const Value& value) {
+    return failure(std::string("expected ") + wanted + ", found " + value.type_name());
+}
+
+// Thrown out of the parser's callback, which has no other way to stop it.
+struct TooDeep {};
+
+} // namespace
+
+Result<Value> parse(std::string_view text) {
+    if (text.starts_with(byteOrderMark)) {
+        text.remove_prefix(byteOrderMark.size());
+    }
+    const auto limitDepth = [](int depth, Value::parse_event_t event, Value&) {
+        const bool opens = event == Value::parse_event_t::object_start ||
+                           event == Value::parse_event_t::array_start;
+        if (opens && depth >= maximumDepth) {
+            throw TooDeep{};
+        }
+        return true;
+    };
+    try {
+        return Value::parse(text, limitDepth);
+    } catch (const Value::exception& error) {
+        return failure(error.what());
+    } catch (const TooDeep&) {
+        return failure("nested deeper than " + std::to_string(maximumDepth) + " levels");
+    }
+}
+
+Result<Value> parseFile(const std::string& path) {
+    return files::read(path).and_then([](const std::string& text) { return parse(text); });
+}
+
+std::string compact(const Value& value) {
+    // Text that isn't valid UTF-8 can only come from names typed elsewhere; a mark in its place
+    // keeps the rest of the file readable.
+    return value.dump(-1, ' ', false, Value::error_handler_t::replace);
+}
+
+Value number(double value) {
+    if (std::trunc(value) == value && std::abs(value) <= largestExactInteger) {
+        return static_cast<std::int64_t>(value);
+    }
+    return value;
+}
+
+Result<std::string> asString(const Value& value) {
+    if (!value.is_string()) {
+        return unexpectedType("text", value);
+    }
+    return value.get<std::string>();
+}
+
+Result<bool> asBool(const Value& value) {
+    if (!value.is_boolean()) {
+        return unexpectedType("true or false", value);
+    }
+    return value.get<bool>();
+}
+
+Result<std::int64_t> asInteger(const Value& value) {
+    if (value.is_number_unsigned() &&
+        value.get<std::uint64_t>() > static_cast<std::uint64_t>(INT64_MAX)) {
+        return failure("beyond 64 bits");
+    }
+    if (value.is_number_integer()) {
+        return value.get<std::int64_t>();
+    }
+    if (!value.is_number_float()) {
+        return unexpectedType("a whole number", value);
+    }
+    const double found = value.get<double>();
+    // -2^63 fits and 2^63 doesn't; both are exact as doubles.
+    if (std::trunc(found) != found || found < -0x1p63 || found >= 0x1p63) {
+        return failure("not a whole number within 64 bits");
+    }
+    return static_cast<std::int64_t>(found);
+}
+
+Result<double> asDouble(const Value& value) {
+    if (!value.is_number()) {
+        return unexpectedType("a number", value);
+    }
+    return value.get<double>();
+}
+
+Result<std::vector<std::string>> asStrings(const Value& value) {
+    return decodeArray(value, asString);
+}
+
+Result<std::map<std::string, std::string>> asStringMap(const Value& value) {
+    if (!value.is_object()) {
+        return unexpectedType("an object", value);
+    }
+    std::map<std::string, std::string> out;
+    for (const auto& [key, member] : value.items()) {
+        Result<std::string> text = asString(member);
+        if (!text) {
+            return failure("." + key + ": " + text.error());
+        }
+        out.emplace(key, *std::move(text));
+    }
+    return out;
+}
+
+ObjectReader::ObjectReader(const Value& value) {
+    if (value.is_object()) {
+        object_ = &value;
+    } else {
+        error_ = std::string("expected an object, found ") + value.type_name();
+    }
+}
+
+const Value* ObjectReader::find(const char* key) const {
+    if (object_ == nullptr) {
+        return nullptr;
+    }
+    const auto found = object_->find(key);
+    return found == object_->end() || found->is_null() ? nullptr : &*found;
+}
+
+void ObjectReader::fail(const char* key, const std::string& reason) {
+    if (!error_) {
+        error_ = std::string(key) + ": " + reason;
+    }
+}
+
+} // namespace varnhold::json

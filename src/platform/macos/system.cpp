@@ -1,0 +1,25 @@
+#include <filesystem>
+#include <mach-o/dyld.h>
+#include <string>
+
+#include "platform/executable.h"
+
+namespace varnhold::platform {
+
+std::string executablePath() {
+    std::uint32_t size = 0;
+    _NSGetExecutablePath(nullptr, &size); // tells the size it needs
+    std::string path(size, '\0');
+    if (_NSGetExecutablePath(path.data(), &size) != 0) {
+        return {};
+    }
+    std::error_code error;
+    const auto resolved = std::filesystem::canonical(path.c_str(), error);
+    return error ? std::string(path.c_str()) : resolved.string();
+}
+
+Layout systemLayout(const std::string& executable) {
+    return macLayout(executable);
+}
+
+} // namespace varnhold::platform

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Everything the program asks of its surroundings, as small interfaces handed down by reference.
+//
+// The floors above know only this header. The real implementations stand in qt/ and, where systems
+// differ, in linux/ and macos/; tests use fakes with virtual time and a record of every call.
+// Unless a line says otherwise, an operation can be called on any thread.
+namespace varnhold::platform {
+
+// A child's environment as a whole, never an addition to the inherited one.
+using EnvironmentMap = std::map<std::string, std::string>;
+
+enum class Stream {
+    inherited, // goes wherever the program's own output goes
+    captured,  // comes back in ProcessResult
+    discarded, // nobody will read it
+};
+
+struct ProcessRequest {
+    std::string program; // absolute path
+    std::vector<std::string> arguments;
+    std::optional<EnvironmentMap> environment = std::nullopt; // absent: the program's own
+    Stream standardOutput = Stream::inherited;
+    Stream standardError = Stream::inherited;
+
+    bool operator==(const ProcessRequest&) const = default;
+};
+
+struct ProcessResult {
+    bool started = false;   // false: nothing ran, and the other fields are empty
+    bool signalled = false; // ended by a signal
+    int status = 0;         // exit code, or the signal's number
+    std::string standardOutput;
+    std::string standardError;
+    std::string startError; // why nothing ran
+};
+
+class Processes {
+public:
+    virtual ~Processes() = default;
+
+    // Blocks until the child has exited, however long that takes.
+    virtual ProcessResult run(const ProcessRequest& request) = 0;
+
+    // Starts the child and returns; it outlives this program. Failure to start is dropped, since no
+    // caller of this would do anything else with it.
+    virtual void start(const ProcessRequest& request) = 0;
+};
+
+enum class Priority { userInitiated, utility, background };
+
+using Task = std::function<void()>;
+
+class Queues {
+public:
+    virtual ~Queues() = default;
+
+    // Runs the task later on the main thread, never inside this call.
+    virtual void postMain(Task task) = 0;
+    virtual void postMainAfter(std::chrono::milliseconds delay, Task task) = 0;
+
+    // Runs the task on some other thread. Tasks may block for minutes without holding others up.
+    virtual void postBackground(Priority priority, Task task) = 0;
+};
+
+// Ends its repetition when destroyed. Destroy on the main thread.
+class Timer {
+public:
+    virtual ~Timer() = default;
+};
+
+class Timers {
+public:
+    virtual ~Timers() = default;
+
+    // Calls the task on the main thread, first after one interval; ticks that the main thread was
+    // too busy for are dropped. Main thread only.
+    [[nodiscard]] virtual std::unique_ptr<Timer> repeat(std::chrono::milliseconds interval,
+                                                        Task task) = 0;
+};
+
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    [[nodiscard]] virtual std::chrono::system_clock::time_point now() = 0;
+
+    // Holds up the calling thread alone.
+    virtual void sleep(std::chrono::microseconds duration) = 0;
+};
+
+// Facts about the machine and the user that hold for the life of the process.
+class System {
+public:
+    virtual ~System() = default;
+
+    [[nodiscard]] virtual std::uint32_t userId() const = 0;
+
+    // The user's home folder without a trailing slash.
+    [[nodiscard]] virtual std::string homeDirectory() const = 0;
+
+    // What stands for the application's bundle: the folder beside or inside which the daemon code
+    // is found. Without a trailing slash.
+    [[nodiscard]] virtual std::string bundlePath() const = 0;
+
+    // The service manager's command-line tool.
+    [[nodiscard]] virtual std::string launchctlPath() const = 0;
+};
+
+// One of each, by reference; the owner keeps them alive longer than anything that holds this.
+struct Platform {
+    Processes& processes;
+    Queues& queues;
+    Timers& timers;
+    Clock& clock;
+    System& system;
+};
+
+} // namespace varnhold::platform

@@ -1,0 +1,40 @@
+#include "platform/qt/qt_platform.h"
+
+#include <thread>
+
+#include "platform/posix_system.h"
+#include "platform/qt/qt_processes.h"
+#include "platform/qt/qt_queues.h"
+
+namespace varnhold::platform {
+
+namespace {
+
+class RealClock final : public Clock {
+public:
+    [[nodiscard]] std::chrono::system_clock::time_point now() override {
+        return std::chrono::system_clock::now();
+    }
+    void sleep(std::chrono::microseconds duration) override {
+        std::this_thread::sleep_for(duration);
+    }
+};
+
+} // namespace
+
+struct QtPlatform::Parts {
+    QtProcesses processes;
+    QtQueues queues;
+    QtTimers timers;
+    RealClock clock;
+    std::unique_ptr<System> system = makeSystem();
+};
+
+QtPlatform::QtPlatform()
+    : parts_(std::make_unique<Parts>()),
+      platform_{parts_->processes, parts_->queues, parts_->timers, parts_->clock, *parts_->system} {
+}
+
+QtPlatform::~QtPlatform() = default;
+
+} // namespace varnhold::platform

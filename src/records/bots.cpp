@@ -1,0 +1,96 @@
+#include "records/bots.h"
+
+#include <algorithm>
+
+#include "base/files.h"
+
+namespace varnhold {
+
+namespace {
+
+Result<BotService> decodeService(const json::Value& value) {
+    return json::asString(value).and_then([](const std::string& raw) -> Result<BotService> {
+        if (const auto service = botServiceFromRawValue(raw)) {
+            return *service;
+        }
+        return failure("no such service: \"" + raw + "\"");
+    });
+}
+
+} // namespace
+
+std::string_view rawValue(BotService service) {
+    return service == BotService::telegram ? "Telegram" : "Slack";
+}
+
+std::optional<BotService> botServiceFromRawValue(std::string_view raw) {
+    const auto* const found = std::find_if(allBotServices.begin(), allBotServices.end(),
+                                           [&](BotService each) { return rawValue(each) == raw; });
+    return found == allBotServices.end() ? std::nullopt : std::optional(*found);
+}
+
+Result<BotConfig> decodeBot(const json::Value& value) {
+    json::ObjectReader in(value);
+    BotConfig bot{.icon = in.string("icon"),
+                  .title = in.string("title"),
+                  .token = in.string("token"),
+                  .role = in.string("role"),
+                  .launchdLabel = in.string("launchdLabel"),
+                  .service = in.required("service", decodeService),
+                  .prompt = in.optionalString("prompt"),
+                  .isPaused = in.optionalBool("isPaused"),
+                  .isSystem = in.optionalBool("isSystem"),
+                  .keepaliveEnabled = in.optionalBool("keepaliveEnabled")};
+    return in.finish(std::move(bot));
+}
+
+json::Value encode(const BotConfig& bot) {
+    json::Value out = json::Value::object();
+    out["icon"] = bot.icon;
+    out["title"] = bot.title;
+    out["token"] = bot.token;
+    out["role"] = bot.role;
+    out["launchdLabel"] = bot.launchdLabel;
+    out["service"] = rawValue(bot.service);
+    const auto setPresent = [&out](const char* key, const auto& field) {
+        if (field) {
+            out[key] = *field;
+        }
+    };
+    setPresent("prompt", bot.prompt);
+    setPresent("isPaused", bot.isPaused);
+    setPresent("isSystem", bot.isSystem);
+    setPresent("keepaliveEnabled", bot.keepaliveEnabled);
+    return out;
+}
+
+Result<std::vector<BotConfig>> decodeBots(std::string_view text) {
+    return json::parse(text).and_then(
+        [](const json::Value& value) { return json::decodeArray(value, decodeBot); });
+}
+
+std::string encodeBots(const std::vector<BotConfig>& bots) {
+    json::Value out = json::Value::array();
+    for (const BotConfig& bot : bots) {
+        out.push_back(encode(bot));
+    }
+    return json::compact(out);
+}
+
+Result<std::vector<BotConfig>> readBots(const std::string& path) {
+    return files::read(path).and_then([](const std::string& text) { return decodeBots(text); });
+}
+
+std::vector<BotConfig> loadBots(const Constants& constants) {
+    return valueOrEmpty(readBots(constants.botsConfigFile));
+}
+
+std::vector<std::string> botRolesInOrder(const Constants& constants) {
+    std::vector<std::string> roles;
+    for (BotConfig& bot : loadBots(constants)) {
+        roles.push_back(std::move(bot.role));
+    }
+    return roles;
+}
+
+} // namespace varnhold

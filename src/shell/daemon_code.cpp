@@ -1,0 +1,42 @@
+#include "shell/daemon_code.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/files.h"
+#include "base/paths.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr std::array<const char*, 6> interpreters{
+    "/opt/homebrew/bin/python3.14", "/opt/homebrew/bin/python3.13", "/opt/homebrew/bin/python3.12",
+    "/opt/homebrew/bin/python3",    "/usr/local/bin/python3",       "/usr/bin/python3"};
+
+} // namespace
+
+std::string daemonResourcesPath(const std::string& bundlePath) {
+    std::string inside = bundlePath + "/Contents/Resources/daemon";
+    if (files::exists(inside)) {
+        return inside;
+    }
+    return paths::standardized(bundlePath + "/../daemon");
+}
+
+std::string findPython(const PathTest& exists) {
+    const auto* const found = std::find_if(interpreters.begin(), interpreters.end(), exists);
+    return found == interpreters.end() ? interpreters.back() : *found;
+}
+
+std::string findPython() {
+    return findPython(files::exists);
+}
+
+void ensureAppSupportDirs(const Constants& constants) {
+    for (const char* folder : {"", "/data", "/locks"}) {
+        static_cast<void>(files::createDirectories(constants.appSupportDir + folder));
+    }
+}
+
+} // namespace varnhold
