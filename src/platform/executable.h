@@ -3,8 +3,9 @@
 #include <string>
 
 #include "platform/layout.h"
+#include "platform/platform.h"
 
-// The two questions that each system answers in its own way; linux/ and macos/ implement them.
+// The questions that each system answers in its own way; linux/ and macos/ implement them.
 namespace varnhold::platform {
 
 // Absolute path of the running program, links resolved; empty if the system won't tell.
@@ -12,5 +13,9 @@ namespace varnhold::platform {
 
 // The layout rule of the system that this was built for.
 [[nodiscard]] Layout systemLayout(const std::string& executable);
+
+// See System::terminalRequest.
+[[nodiscard]] ProcessRequest systemTerminalRequest(const std::string& script,
+                                                   const std::string& argument);
 
 } // namespace varnhold::platform

@@ -114,6 +114,14 @@ public:
 
     // The service manager's command-line tool.
     [[nodiscard]] virtual std::string launchctlPath() const = 0;
+
+    // Private folder for what is gone with the session: locks and sockets. It may not exist yet.
+    [[nodiscard]] virtual std::string runtimeDirectory() const = 0;
+
+    // What to start, without waiting for it, so that the user sees a terminal window in which the
+    // script runs with one argument.
+    [[nodiscard]] virtual ProcessRequest terminalRequest(const std::string& script,
+                                                         const std::string& argument) const = 0;
 };
 
 // One of each, by reference; the owner keeps them alive longer than anything that holds this.

@@ -7,6 +7,7 @@
 
 #include "platform/executable.h"
 #include "platform/layout.h"
+#include "platform/runtime_directory.h"
 
 namespace varnhold::platform {
 
@@ -42,10 +43,18 @@ public:
     [[nodiscard]] std::string homeDirectory() const override { return home_; }
     [[nodiscard]] std::string bundlePath() const override { return layout_.bundlePath; }
     [[nodiscard]] std::string launchctlPath() const override { return layout_.launchctlPath; }
+    [[nodiscard]] std::string runtimeDirectory() const override { return runtimeDirectory_; }
+    [[nodiscard]] ProcessRequest terminalRequest(const std::string& script,
+                                                 const std::string& argument) const override {
+        return systemTerminalRequest(script, argument);
+    }
 
 private:
     std::string home_;
     Layout layout_;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): read at start
+    std::string runtimeDirectory_ =
+        platform::runtimeDirectory(std::getenv("XDG_RUNTIME_DIR"), ::getuid());
 };
 
 } // namespace

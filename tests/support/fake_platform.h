@@ -71,6 +71,12 @@ private:
     [[nodiscard]] std::string bundlePath() const override { return bundle; }
     [[nodiscard]] std::string launchctlPath() const override { return "/bin/launchctl"; }
 
+    [[nodiscard]] std::string runtimeDirectory() const override { return home + "/run"; }
+    [[nodiscard]] platform::ProcessRequest
+    terminalRequest(const std::string& script, const std::string& argument) const override {
+        return {.program = "/usr/bin/terminal", .arguments = {script, argument}};
+    }
+
     struct Due {
         std::chrono::microseconds at{};
         platform::Task task;

@@ -1,6 +1,8 @@
 #include <filesystem>
 
+#include "base/files.h"
 #include "platform/executable.h"
+#include "platform/terminal.h"
 
 namespace varnhold::platform {
 
@@ -11,6 +13,10 @@ std::string executablePath() {
 
 Layout systemLayout(const std::string& executable) {
     return linuxLayout(executable);
+}
+
+ProcessRequest systemTerminalRequest(const std::string& script, const std::string& argument) {
+    return linuxTerminalRequest(script, argument, files::exists);
 }
 
 } // namespace varnhold::platform

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/executable.h"
+#include "platform/terminal.h"
 
 namespace varnhold::platform {
 
@@ -20,6 +21,10 @@ std::string executablePath() {
 
 Layout systemLayout(const std::string& executable) {
     return macLayout(executable);
+}
+
+ProcessRequest systemTerminalRequest(const std::string& script, const std::string& argument) {
+    return macTerminalRequest(script, argument);
 }
 
 } // namespace varnhold::platform

@@ -1,0 +1,269 @@
+#include "app/app_delegate.h"
+
+#include <chrono>
+#include <utility>
+
+#include "base/files.h"
+#include "lifecycle/fleet.h"
+#include "lifecycle/service_control.h"
+#include "shell/daemon_code.h"
+#include "shell/migration.h"
+
+namespace varnhold {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto pollInterval = 10s;
+constexpr auto sampleInterval = 2s;
+constexpr auto animationInterval = 60ms;
+constexpr auto noticeInterval = 8s;
+constexpr auto noticeDuration = 14s;
+// The window needs a moment on screen before a sheet can slide down from it.
+constexpr auto sheetDelay = 300ms;
+
+} // namespace
+
+AppDelegate::AppDelegate(platform::Platform& platform, const Constants& constants,
+                         Presentation& presentation)
+    : platform_(platform),
+      constants_(constants),
+      presentation_(presentation),
+      context_{platform, constants},
+      catalog_(constants.governorDBPath) {
+    presentation_.connect({
+        .onMenuChosen = [this](MenuAction action,
+                               const std::string& value) { choose(action, value); },
+        .onMainMenuChosen = [this](MainMenuAction action) { choose(action); },
+        .onStatusItemRemoved = [this] { presentation_.terminate(); },
+        .onWindowClosed = [this] { windowWillClose(); },
+    });
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    ensureAppSupportDirs(constants_);
+    migrateFromLegacyPathIfNeeded(constants_);
+    installMainMenu();
+    statusItem_ = presentation_.createStatusItem();
+    setApplicationIcon();
+    refreshStatus();
+    startTimer(pollInterval, &AppDelegate::refreshStatus);
+    startTimer(sampleInterval, &AppDelegate::sampleBotActivity);
+    startTimer(animationInterval, &AppDelegate::animateBars);
+    checkModelNotices();
+    startTimer(noticeInterval, &AppDelegate::checkModelNotices);
+    platform_.queues.postBackground(platform::Priority::userInitiated, [this] {
+        startAll(context_);
+        // The maps and the menu belong to the main thread, so this poll goes there too.
+        platform_.queues.postMain([this] { refreshStatus(); });
+    });
+}
+
+void AppDelegate::startTimer(std::chrono::milliseconds interval, void (AppDelegate::*operation)()) {
+    timers_.push_back(
+        platform_.timers.repeat(interval, [this, operation] { (this->*operation)(); }));
+}
+
+void AppDelegate::applicationWillTerminate() {
+    shutDownAll(context_);
+}
+
+void AppDelegate::installMainMenu() {
+    presentation_.installMainMenu(mainMenus());
+}
+
+void AppDelegate::refreshStatus() {
+    const platform::ProcessResult listing =
+        platform_.processes.run({.program = platform_.system.launchctlPath(),
+                                 .arguments = {"list"},
+                                 .standardOutput = platform::Stream::captured});
+    globalStatusMap_ = parseJobList(listing.standardOutput);
+    agentModelMap_ = lastModels(catalog_);
+    updateCounts();
+    updateTitle();
+    rebuildMenu();
+}
+
+void AppDelegate::updateCounts() {
+    counts_ = countBots(loadBots(), globalStatusMap_);
+}
+
+AppDelegate::DaemonStatus AppDelegate::getStatus(const std::string& label) const {
+    return statusOf(globalStatusMap_, label);
+}
+
+void AppDelegate::updateTitle() {
+    setOrder(bars_, botRolesInOrder(constants_));
+    statusItem_->setImage(drawBarImage());
+    statusItem_->setTitle(statusTitle(counts_), spokenStatus(counts_));
+}
+
+void AppDelegate::sampleBotActivity() {
+    platform_.queues.postBackground(
+        platform::Priority::utility, [this, roles = bars_.botOrder, statuses = globalStatusMap_,
+                                      previous = bars_.lastActivityMarks] {
+            ActivitySample sample = sampleActivity(roles, statuses, previous);
+            platform_.queues.postMain(
+                [this, roles, sample = std::move(sample)] { apply(bars_, roles, sample); });
+        });
+}
+
+void AppDelegate::animateBars() {
+    if (animate(bars_)) {
+        statusItem_->setImage(drawBarImage());
+    }
+}
+
+BarImage AppDelegate::drawBarImage() const {
+    return barImage(bars_, constants_.RAINBOW_END);
+}
+
+void AppDelegate::checkModelNotices() {
+    const std::vector<ModelNotice> notices =
+        takeModelNotices(constants_.appSupportDir + "/pending_model_notices.json");
+    if (!notices.empty()) {
+        showModelNoticePopover(notices);
+    }
+}
+
+void AppDelegate::showModelNoticePopover(const std::vector<ModelNotice>& notices) {
+    if (noticePopover_) {
+        noticePopover_->close();
+    }
+    noticePopover_ = presentation_.showNoticePopover(noticePanel(notices), appIconImage());
+    platform_.queues.postMainAfter(noticeDuration,
+                                   [popover = std::weak_ptr<NoticePopover>(noticePopover_)] {
+                                       if (const auto shown = popover.lock()) {
+                                           shown->close();
+                                       }
+                                   });
+}
+
+std::vector<std::string> AppDelegate::iconCandidates() const {
+    return {platform_.system.bundlePath() + "/Contents/Resources/AppIcon.icns",
+            constants_.appIconFile};
+}
+
+std::string AppDelegate::appIconImage() const {
+    for (const std::string& candidate : iconCandidates()) {
+        if (files::exists(candidate) && presentation_.isImage(candidate)) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+void AppDelegate::setApplicationIcon() {
+    for (const std::string& candidate : iconCandidates()) {
+        if (files::exists(candidate) && presentation_.setApplicationIcon(candidate)) {
+            return;
+        }
+    }
+}
+
+std::vector<BotConfig> AppDelegate::loadBots() const {
+    return varnhold::loadBots(constants_);
+}
+
+void AppDelegate::rebuildMenu() {
+    statusItem_->setMenu(statusMenuRows({.alerts = loadReauthAlerts(constants_),
+                                         .bots = loadBots(),
+                                         .statuses = globalStatusMap_,
+                                         .models = agentModelMap_,
+                                         .groups = {}}));
+}
+
+void AppDelegate::reloginProvider(const std::string& provider) {
+    const std::string script =
+        daemonResourcesPath(platform_.system.bundlePath()) + "/login_scout.sh";
+    platform_.processes.start(platform_.system.terminalRequest(script, provider));
+}
+
+void AppDelegate::openModelSelector() {
+    if (!modelWindow_) {
+        modelWindow_ = presentation_.createSettingsWindow();
+    }
+    presentation_.setActivationPolicy(ActivationPolicy::regular);
+    setApplicationIcon();
+    modelWindow_->bringToFront();
+    presentation_.activate();
+    // Once more at the next turn: a window that has only just been mapped may not take the focus
+    // yet.
+    platform_.queues.postMain([this] { presentation_.activate(); });
+}
+
+void AppDelegate::closePrefsWindow() {
+    if (modelWindow_) {
+        modelWindow_->close();
+        presentation_.setActivationPolicy(ActivationPolicy::accessory);
+    }
+}
+
+void AppDelegate::windowWillClose() {
+    presentation_.setActivationPolicy(ActivationPolicy::accessory);
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool) {
+    openModelSelector();
+    return true;
+}
+
+void AppDelegate::openManageCustomGroups() {
+    openModelSelector();
+    platform_.queues.postMainAfter(sheetDelay, [this] { modelWindow_->presentCustomGroups(); });
+}
+
+void AppDelegate::startAllAgents() {
+    startAll(context_);
+    refreshStatus();
+}
+
+void AppDelegate::restartAllAgents() {
+    platform_.queues.postBackground(
+        platform::Priority::userInitiated, [this, bots = activeBots(constants_)] {
+            restartAll(context_, bots,
+                       [this] { platform_.queues.postMain([this] { refreshStatus(); }); });
+        });
+}
+
+void AppDelegate::toggleDaemon(const std::string& label) {
+    varnhold::toggleDaemon(context_, label, getStatus(label) == DaemonStatus::running);
+    refreshStatus();
+}
+
+void AppDelegate::choose(MenuAction action, const std::string& value) {
+    switch (action) {
+    case MenuAction::none:
+        return;
+    case MenuAction::openModelSelector:
+        return openModelSelector();
+    case MenuAction::startAllAgents:
+        return startAllAgents();
+    case MenuAction::restartAllAgents:
+        return restartAllAgents();
+    case MenuAction::toggleDaemon:
+        return toggleDaemon(value);
+    case MenuAction::reloginProvider:
+        return reloginProvider(value);
+    case MenuAction::terminate:
+        return presentation_.terminate();
+    }
+}
+
+void AppDelegate::choose(MainMenuAction action) {
+    switch (action) {
+    case MainMenuAction::openModelSelector:
+        return openModelSelector();
+    case MainMenuAction::closePrefsWindow:
+        return closePrefsWindow();
+    case MainMenuAction::openManageCustomGroups:
+        return openManageCustomGroups();
+    case MainMenuAction::terminate:
+        return presentation_.terminate();
+    default:
+        return; // the views see to the rest by themselves: it concerns the window alone
+    }
+}
+
+} // namespace varnhold

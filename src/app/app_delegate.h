@@ -1,0 +1,107 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lifecycle/fleet_context.h"
+#include "records/bots.h"
+#include "shell/constants.h"
+#include "status/bars.h"
+#include "status/counts.h"
+#include "status/governor_catalog.h"
+#include "status/job_list.h"
+#include "status/presentation.h"
+
+namespace varnhold {
+
+// The one application object: it owns the status item, the picture of the fleet and every action on
+// it, and lives until the process ends.
+//
+// Its methods read the platform, call the functions of the floors below and show the result. All of
+// them belong to the main thread; what takes long is handed to a background queue with copies. The
+// bots file is read anew at every use.
+class AppDelegate final {
+public:
+    using DaemonStatus = varnhold::DaemonStatus;
+
+    // Opens the event database and does nothing else. All three must outlive the object.
+    AppDelegate(platform::Platform& platform, const Constants& constants,
+                Presentation& presentation);
+    AppDelegate(const AppDelegate&) = delete;
+    AppDelegate& operator=(const AppDelegate&) = delete;
+
+    // Brings everything up, in an order that others rely on: folders, old settings, menus, the
+    // item, a first poll, the timers, and last the fleet itself, in the background.
+    void applicationDidFinishLaunching();
+
+    // Takes the fleet down; blocks until the last agent has been unloaded.
+    void applicationWillTerminate();
+
+    void installMainMenu();
+
+    // One poll: asks the service manager and the event database, recounts and shows.
+    void refreshStatus();
+    [[nodiscard]] DaemonStatus getStatus(const std::string& label) const;
+
+    void sampleBotActivity();
+    void animateBars();
+    [[nodiscard]] BarImage drawBarImage() const;
+
+    void checkModelNotices();
+    void showModelNoticePopover(const std::vector<ModelNotice>& notices);
+    // Path of the first candidate that gives an image; empty for the application's own icon.
+    [[nodiscard]] std::string appIconImage() const;
+
+    [[nodiscard]] std::vector<BotConfig> loadBots() const;
+    void rebuildMenu();
+    void reloginProvider(const std::string& provider);
+
+    void openModelSelector();
+    void closePrefsWindow();
+    void windowWillClose();
+    // A second start, or a click on the icon. Always true: it has been dealt with.
+    bool applicationShouldHandleReopen(bool hasVisibleWindows);
+    void openManageCustomGroups();
+
+    // Blocks until the last agent has been loaded, then polls.
+    void startAllAgents();
+    // Returns at once; the work goes on in the background and polls after each step.
+    void restartAllAgents();
+    void toggleDaemon(const std::string& label);
+
+    // The picture of the fleet as of the last poll.
+    [[nodiscard]] const FleetCounts& counts() const { return counts_; }
+    [[nodiscard]] const BarState& bars() const { return bars_; }
+    [[nodiscard]] const StatusMap& globalStatusMap() const { return globalStatusMap_; }
+    [[nodiscard]] const std::map<std::string, std::string>& agentModelMap() const {
+        return agentModelMap_;
+    }
+
+private:
+    void updateCounts();
+    void updateTitle();
+    void choose(MenuAction action, const std::string& value);
+    void choose(MainMenuAction action);
+    void setApplicationIcon();
+    void startTimer(std::chrono::milliseconds interval, void (AppDelegate::*operation)());
+    [[nodiscard]] std::vector<std::string> iconCandidates() const;
+
+    platform::Platform& platform_;
+    const Constants& constants_;
+    Presentation& presentation_;
+    FleetContext context_;
+
+    std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<SettingsWindow> modelWindow_;
+    std::shared_ptr<NoticePopover> noticePopover_; // shared only with its own 14 seconds
+    GovernorCatalog catalog_;
+    FleetCounts counts_;
+    BarState bars_;
+    StatusMap globalStatusMap_;
+    std::map<std::string, std::string> agentModelMap_;
+    std::vector<std::unique_ptr<platform::Timer>> timers_;
+};
+
+} // namespace varnhold

@@ -1,0 +1,131 @@
+#include "status/menu.h"
+
+#include <algorithm>
+
+#include "base/json.h"
+#include "base/unicode.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr std::size_t dateLength = 10; // YYYY-MM-DD
+
+MenuRow item(std::string title, std::string key, MenuAction action, std::string value = {}) {
+    return {.kind = MenuRow::Kind::item,
+            .title = std::move(title),
+            .key = std::move(key),
+            .action = action,
+            .value = std::move(value)};
+}
+
+MenuRow header(std::string title) {
+    return {.kind = MenuRow::Kind::header, .title = std::move(title)};
+}
+
+std::string sinceOf(const json::Value& alert) {
+    if (!alert.is_object()) {
+        return {};
+    }
+    const auto since = alert.find("since");
+    if (since == alert.end() || !since->is_string()) {
+        return {};
+    }
+    return unicode::firstCharacters(since->get<std::string>(), dateLength);
+}
+
+MenuRow alertRow(const ReauthAlert& alert) {
+    std::string title = "⚠️ Re-login to " + providerDisplayName(alert.provider);
+    if (!alert.since.empty()) {
+        title += " — failing since " + alert.since;
+    }
+    MenuRow row = item(std::move(title), "", MenuAction::reloginProvider, alert.provider);
+    row.red = true;
+    return row;
+}
+
+MenuRow botRow(const BotConfig& bot, const MenuSources& sources) {
+    const auto model = sources.models.find(bot.role);
+    std::string title(indicator(statusOf(sources.statuses, bot.launchdLabel)));
+    title += " " + bot.icon + " " + bot.title + " (" +
+             (model == sources.models.end() ? "Idle" : model->second) + ")";
+    return item(std::move(title), "", MenuAction::toggleDaemon, bot.launchdLabel);
+}
+
+void appendBots(std::vector<MenuRow>& rows, const MenuSources& sources) {
+    if (!sources.bots.empty()) {
+        rows.push_back(header("── Bots ──"));
+    }
+    for (const BotConfig& bot : sources.bots) {
+        if (!bot.paused()) {
+            rows.push_back(botRow(bot, sources));
+        }
+    }
+}
+
+void appendGroup(std::vector<MenuRow>& rows, const MenuGroup& group) {
+    if (group.models.empty()) {
+        return;
+    }
+    rows.push_back({});
+    rows.push_back(header("── " + group.name + " ──"));
+    for (const std::string& model : group.models) {
+        rows.push_back(header("  " + model));
+    }
+}
+
+} // namespace
+
+std::vector<ReauthAlert> loadReauthAlerts(const Constants& constants) {
+    std::vector<ReauthAlert> alerts;
+    const Result<json::Value> document = json::parseFile(constants.reauthAlertsFile);
+    if (!document || !document->is_object()) {
+        return alerts;
+    }
+    for (const auto& [provider, alert] : document->items()) {
+        alerts.push_back({provider, sinceOf(alert)});
+    }
+    std::stable_sort(alerts.begin(), alerts.end(), [](const auto& a, const auto& b) {
+        return unicode::precedes(a.provider, b.provider);
+    });
+    return alerts;
+}
+
+std::string providerDisplayName(std::string_view provider) {
+    static const std::map<std::string, std::string> names{{"claude", "Claude (Anthropic)"},
+                                                          {"anthropic", "Claude (Anthropic)"},
+                                                          {"gemini", "Gemini (Google)"},
+                                                          {"google", "Gemini (Google)"},
+                                                          {"codex", "Codex (OpenAI)"},
+                                                          {"openai", "Codex (OpenAI)"},
+                                                          {"qwen", "Qwen"},
+                                                          {"cerebras", "Cerebras"},
+                                                          {"openrouter", "OpenRouter"},
+                                                          {"mlx", "MLX (local)"}};
+    const auto known = names.find(unicode::toLower(provider));
+    return known == names.end() ? unicode::capitalized(provider) : known->second;
+}
+
+std::vector<MenuRow> statusMenuRows(const MenuSources& sources) {
+    std::vector<MenuRow> rows;
+    rows.push_back(item("⚙️ Preferences...", ",", MenuAction::openModelSelector));
+    rows.push_back({});
+    for (const ReauthAlert& alert : sources.alerts) {
+        rows.push_back(alertRow(alert));
+    }
+    if (!sources.alerts.empty()) {
+        rows.push_back({});
+    }
+    rows.push_back(item("🟢 Start All Agents", "s", MenuAction::startAllAgents));
+    rows.push_back(item("🔄 Restart All Agents", "r", MenuAction::restartAllAgents));
+    rows.push_back({});
+    appendBots(rows, sources);
+    for (const MenuGroup& group : sources.groups) {
+        appendGroup(rows, group);
+    }
+    rows.push_back({});
+    rows.push_back(item("Quit", "q", MenuAction::terminate));
+    return rows;
+}
+
+} // namespace varnhold

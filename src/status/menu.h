@@ -1,0 +1,69 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "records/bots.h"
+#include "shell/constants.h"
+#include "status/job_list.h"
+
+// The status item's menu as plain rows, made anew at every poll from the files and maps of that
+// moment. Pure logic and small file reads; nothing here knows how a menu is shown.
+namespace varnhold {
+
+enum class MenuAction {
+    none,
+    openModelSelector,
+    startAllAgents,
+    restartAllAgents,
+    toggleDaemon,    // carries the label
+    reloginProvider, // carries the provider's key
+    terminate,
+};
+
+struct MenuRow {
+    enum class Kind { separator, header, item };
+
+    Kind kind = Kind::separator;
+    std::string title;
+    std::string key; // shown beside the title; with the platform's command key
+    MenuAction action = MenuAction::none;
+    std::string value; // what the action is about
+    bool red = false;
+
+    bool operator==(const MenuRow&) const = default;
+};
+
+// A provider whose sign-in has failed, and since which day; the day may be empty.
+struct ReauthAlert {
+    std::string provider;
+    std::string since;
+
+    bool operator==(const ReauthAlert&) const = default;
+};
+
+// Alerts of the daemons' file, sorted by the provider's key as plain text. Empty on any failure.
+[[nodiscard]] std::vector<ReauthAlert> loadReauthAlerts(const Constants& constants);
+
+// The name that people know a provider by; an unknown key comes out capitalised.
+[[nodiscard]] std::string providerDisplayName(std::string_view provider);
+
+// A custom group's name and its models' names, in failover order.
+struct MenuGroup {
+    std::string name;
+    std::vector<std::string> models;
+};
+
+struct MenuSources {
+    std::vector<ReauthAlert> alerts;
+    std::vector<BotConfig> bots;
+    StatusMap statuses;
+    std::map<std::string, std::string> models; // role to the model last used
+    std::vector<MenuGroup> groups;
+};
+
+[[nodiscard]] std::vector<MenuRow> statusMenuRows(const MenuSources& sources);
+
+} // namespace varnhold

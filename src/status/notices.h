@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Notices of models that the daemons have installed, handed over in a file and shown once.
+namespace varnhold {
+
+struct ModelNotice {
+    std::string message;
+    bool inChain = false; // the new model affects a chain in use
+
+    bool operator==(const ModelNotice&) const = default;
+};
+
+// Reads the file and deletes it, if it holds a list of at least one object; a file that can't be
+// parsed, or holds an empty list, stays, since its writer may not be done. Members that are missing
+// or of another type read as empty and false.
+[[nodiscard]] std::vector<ModelNotice> takeModelNotices(const std::string& path);
+
+// Everything that the popover says, and its size in points.
+struct NoticePanel {
+    std::string title;
+    std::vector<ModelNotice> notices;
+    int width = 0;
+    int height = 0;
+};
+
+[[nodiscard]] NoticePanel noticePanel(std::vector<ModelNotice> notices);
+
+// Under each notice that affects a chain in use.
+inline constexpr const char* chainWarning = "⚠️ This affects a chain you use — re-check it.";
+
+} // namespace varnhold

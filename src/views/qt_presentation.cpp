@@ -1,0 +1,133 @@
+#include "views/qt_presentation.h"
+
+#include <QApplication>
+#include <QPointer>
+
+#include "views/notice_view.h"
+#include "views/qt_text.h"
+#include "views/settings_window_view.h"
+#include "views/status_strip.h"
+
+namespace varnhold {
+
+namespace {
+
+class StripItem final : public StatusItem {
+public:
+    explicit StripItem(std::unique_ptr<StatusStrip> strip) : strip_(std::move(strip)) {}
+
+    void setImage(const BarImage& image) override { strip_->setImage(image); }
+    void setTitle(const std::string& title, const std::string& spoken) override {
+        strip_->setTitle(toQString(title), toQString(spoken));
+    }
+    void setMenu(const std::vector<MenuRow>& rows) override { strip_->setRows(rows); }
+
+private:
+    std::unique_ptr<StatusStrip> strip_;
+};
+
+class WidgetWindow final : public SettingsWindow {
+public:
+    explicit WidgetWindow(std::unique_ptr<SettingsWindowView> view) : view_(std::move(view)) {}
+
+    void bringToFront() override {
+        view_->showNormal();
+        view_->raise();
+    }
+    void close() override { view_->close(); }
+    void presentCustomGroups() override { view_->activateWindow(); }
+
+private:
+    std::unique_ptr<SettingsWindowView> view_;
+};
+
+class WidgetPopover final : public NoticePopover {
+public:
+    explicit WidgetPopover(NoticeView* view) : view_(view) {}
+    ~WidgetPopover() override { close(); }
+    WidgetPopover(const WidgetPopover&) = delete;
+    WidgetPopover& operator=(const WidgetPopover&) = delete;
+
+    void close() override {
+        if (view_) {
+            view_->close();
+        }
+    }
+
+private:
+    QPointer<NoticeView> view_; // deletes itself as it closes
+};
+
+} // namespace
+
+struct QtPresentation::Parts {
+    PresentationEvents events;
+    std::vector<MainMenu> menus;
+    QPointer<StatusStrip> strip;
+};
+
+QtPresentation::QtPresentation() : parts_(std::make_unique<Parts>()) {}
+
+QtPresentation::~QtPresentation() = default;
+
+void QtPresentation::connect(PresentationEvents events) {
+    parts_->events = std::move(events);
+}
+
+// There is no menu bar without a window here; the window gets it when it is made.
+void QtPresentation::installMainMenu(const std::vector<MainMenu>& menus) {
+    parts_->menus = menus;
+}
+
+std::unique_ptr<StatusItem> QtPresentation::createStatusItem() {
+    auto strip = std::make_unique<StatusStrip>(parts_->events.onMenuChosen,
+                                               parts_->events.onStatusItemRemoved);
+    parts_->strip = strip.get();
+    strip->place();
+    return std::make_unique<StripItem>(std::move(strip));
+}
+
+std::unique_ptr<SettingsWindow> QtPresentation::createSettingsWindow() {
+    return std::make_unique<WidgetWindow>(std::make_unique<SettingsWindowView>(
+        parts_->menus, parts_->events.onMainMenuChosen, parts_->events.onWindowClosed));
+}
+
+std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePanel& panel,
+                                                                 const std::string& iconPath) {
+    const QPixmap icon =
+        iconPath.empty() ? QApplication::windowIcon().pixmap(64) : QPixmap(toQString(iconPath));
+    auto* view = new NoticeView(panel, icon, parts_->strip);
+    view->showUnder(parts_->strip ? parts_->strip->geometry() : QRect());
+    return std::make_unique<WidgetPopover>(view);
+}
+
+bool QtPresentation::setApplicationIcon(const std::string& path) {
+    const QPixmap picture(toQString(path));
+    if (picture.isNull()) {
+        return false;
+    }
+    QApplication::setWindowIcon(QIcon(picture));
+    return true;
+}
+
+bool QtPresentation::isImage(const std::string& path) {
+    return !QPixmap(toQString(path)).isNull();
+}
+
+// Desktops here list a program while it has a window, which is just what is wanted.
+void QtPresentation::setActivationPolicy(ActivationPolicy) {}
+
+void QtPresentation::activate() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && qobject_cast<SettingsWindowView*>(window) != nullptr) {
+            window->activateWindow();
+        }
+    }
+}
+
+// Not quit(), which would first ask every window to close, and a closing strip asks to end.
+void QtPresentation::terminate() {
+    QCoreApplication::exit(0);
+}
+
+} // namespace varnhold

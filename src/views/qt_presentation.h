@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+
+#include "status/presentation.h"
+
+namespace varnhold {
+
+// Shows everything with Qt Widgets. Main thread; make it after the application object.
+class QtPresentation final : public Presentation {
+public:
+    QtPresentation();
+    ~QtPresentation() override;
+    QtPresentation(const QtPresentation&) = delete;
+    QtPresentation& operator=(const QtPresentation&) = delete;
+
+    void connect(PresentationEvents events) override;
+    void installMainMenu(const std::vector<MainMenu>& menus) override;
+    std::unique_ptr<StatusItem> createStatusItem() override;
+    std::unique_ptr<SettingsWindow> createSettingsWindow() override;
+    std::unique_ptr<NoticePopover> showNoticePopover(const NoticePanel& panel,
+                                                     const std::string& iconPath) override;
+    bool setApplicationIcon(const std::string& path) override;
+    bool isImage(const std::string& path) override;
+    void setActivationPolicy(ActivationPolicy policy) override;
+    void activate() override;
+    void terminate() override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace varnhold

@@ -1,0 +1,59 @@
+#include "views/status_menu.h"
+
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "views/menu_style.h"
+#include "views/qt_text.h"
+
+namespace varnhold {
+
+StatusMenu::StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent)
+    : QMenu(parent), choose_(std::move(choose)) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAccessibleName(QStringLiteral("Varnhold"));
+    auto* style = new MenuStyle;
+    style->setParent(this);
+    setStyle(style);
+    for (const MenuRow& row : rows) {
+        append(row);
+    }
+}
+
+void StatusMenu::append(const MenuRow& row) {
+    if (row.kind == MenuRow::Kind::separator) {
+        addSeparator();
+        return;
+    }
+    QString text = menuText(row.title);
+    QKeySequence key;
+    if (!row.key.empty()) {
+        key = QKeySequence(QStringLiteral("Ctrl+") + toQString(row.key).toUpper());
+        text += QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
+    }
+    QAction* action = addAction(text);
+    action->setEnabled(row.kind == MenuRow::Kind::item);
+    action->setProperty(MenuStyle::alertProperty, row.red);
+    if (!key.isEmpty()) {
+        keys_.emplace_back(key, action);
+    }
+    // Queued, so that a slow action runs after the menu has closed.
+    connect(
+        action, &QAction::triggered, this,
+        [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
+        Qt::QueuedConnection);
+}
+
+void StatusMenu::keyPressEvent(QKeyEvent* event) {
+    const QKeySequence pressed(event->keyCombination());
+    const auto found = std::find_if(keys_.begin(), keys_.end(),
+                                    [&](const auto& each) { return each.first == pressed; });
+    if (found == keys_.end()) {
+        QMenu::keyPressEvent(event);
+        return;
+    }
+    found->second->trigger();
+    close();
+}
+
+} // namespace varnhold

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QMenu>
+#include <functional>
+#include <vector>
+
+#include "status/menu.h"
+
+namespace varnhold {
+
+// The status item's menu: rows of plain data as a menu that closes and deletes itself.
+//
+// Each opening makes a new one from the rows of that moment, so a poll can't pull an open menu from
+// under the pointer. The keys beside the titles work while the menu is open and at no other time.
+class StatusMenu final : public QMenu {
+    Q_OBJECT
+public:
+    using Choose = std::function<void(MenuAction action, const std::string& value)>;
+
+    StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent = nullptr);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void append(const MenuRow& row);
+
+    Choose choose_;
+    std::vector<std::pair<QKeySequence, QAction*>> keys_;
+};
+
+} // namespace varnhold
