@@ -1,0 +1,132 @@
+#include "supervisor.h"
+
+#include <filesystem>
+
+#include "base/files.h"
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using namespace std::chrono_literals;
+
+// Logs have fixed places, so the role is unique to the process and the log goes with the test.
+struct Log {
+    std::string role = "test-" + std::to_string(::getpid());
+    std::string path = "/tmp/vh-" + role + ".log";
+    ~Log() { std::filesystem::remove(path); }
+};
+
+TEST(Activity, LiftsTheBarOfABotWhoseLogHasMoreMarksThanTwoSecondsAgo) {
+    const Log log;
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot(log.role)});
+    supervisor.list("10", "0", Supervisor::labelOf(log.role));
+    supervisor.home.write(log.path, "[MSG] hello\n");
+    supervisor.launch();
+
+    const auto sampleOnce = [&] {
+        supervisor.delegate->sampleBotActivity();
+        supervisor.platform.settle();
+    };
+    sampleOnce();
+    EXPECT_EQ(supervisor.delegate->bars().barTarget.at(log.role), 0.0); // nothing to compare with
+    supervisor.home.write(log.path, "[MSG] hello\n[PROCESS] [CHAIN]\n");
+    sampleOnce();
+    EXPECT_EQ(supervisor.delegate->bars().barTarget.at(log.role), 1.0);
+    sampleOnce();
+    EXPECT_EQ(supervisor.delegate->bars().barTarget.at(log.role), 0.0);
+}
+
+TEST(Activity, IsSampledAwayFromTheMainThread) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->sampleBotActivity();
+    EXPECT_THAT(supervisor.platform.record, ElementsAre("post background"));
+}
+
+TEST(Animation, DrawsWhileABarMovesAndNotWhenTheFleetIsIdle) {
+    const Log log;
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot(log.role)});
+    supervisor.list("10", "0", Supervisor::labelOf(log.role));
+    supervisor.launch();
+    for (int tick = 0; tick < 100; ++tick) {
+        supervisor.delegate->animateBars();
+    }
+    EXPECT_THAT(supervisor.presentation.record, IsEmpty());
+
+    supervisor.delegate->sampleBotActivity();
+    supervisor.platform.settle();
+    supervisor.home.write(log.path, "[NOTIFY]");
+    supervisor.delegate->sampleBotActivity();
+    supervisor.platform.settle();
+    supervisor.delegate->animateBars();
+    EXPECT_THAT(supervisor.presentation.record, ElementsAre("image"));
+    EXPECT_DOUBLE_EQ(supervisor.presentation.image.bars.at(0).height, 0.18 * 16);
+}
+
+TEST(Title, OfANewOrderGivesNewBotsFlatBarsAndKeepsTheOthers) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.launch();
+    supervisor.writeBots({Supervisor::bot("b"), Supervisor::bot("a")});
+    supervisor.delegate->refreshStatus();
+    EXPECT_THAT(supervisor.delegate->bars().botOrder, ElementsAre("b", "a"));
+    EXPECT_EQ(supervisor.presentation.image.bars.size(), 2U);
+    EXPECT_EQ(supervisor.presentation.image.width, 5.0);
+}
+
+TEST(Menu, IsRebuiltFromTheFilesAtEveryPoll) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.launch();
+    supervisor.home.write(supervisor.constants.reauthAlertsFile,
+                          R"({"gemini":{"since":"2026-03-04T05:06:07Z"}})");
+    supervisor.delegate->refreshStatus();
+    EXPECT_THAT(supervisor.presentation.rowTitles(),
+                ElementsAre("⚙️ Preferences...", "-",
+                            "⚠️ Re-login to Gemini (Google) — failing since 2026-03-04", "-",
+                            "🟢 Start All Agents", "🔄 Restart All Agents", "-", "── Bots ──",
+                            "⚪️ 🤖 Bot a (Idle)", "-", "Quit"));
+}
+
+TEST(Notices, AreShownOnceAndTheFileIsGone) {
+    Supervisor supervisor;
+    supervisor.launch();
+    const std::string file = supervisor.constants.appSupportDir + "/pending_model_notices.json";
+    supervisor.home.write(file, R"([{"message":"m","in_chain":true},{"message":"n"}])");
+    supervisor.platform.advance(8s);
+    ASSERT_EQ(supervisor.presentation.panels.size(), 1U);
+    EXPECT_EQ(supervisor.presentation.panels[0].title, "New AI models installed");
+    EXPECT_EQ(supervisor.presentation.panels[0].height, 156);
+    EXPECT_FALSE(files::exists(file));
+}
+
+TEST(Notices, CloseByThemselvesAfterFourteenSeconds) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->showModelNoticePopover({{"m", false}});
+    supervisor.platform.advance(13999ms);
+    EXPECT_EQ(supervisor.presentation.openPopovers, 1);
+    supervisor.platform.advance(1ms);
+    EXPECT_EQ(supervisor.presentation.openPopovers, 0);
+}
+
+TEST(Notices, OfANewFileReplaceTheOpenOnesAndHaveTheirOwnFourteenSeconds) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->showModelNoticePopover({{"first", false}});
+    supervisor.platform.advance(10s);
+    supervisor.delegate->showModelNoticePopover({{"second", false}});
+    EXPECT_EQ(supervisor.presentation.openPopovers, 1);
+    supervisor.platform.advance(5s); // the first one's end has come and gone
+    EXPECT_EQ(supervisor.presentation.openPopovers, 1);
+    EXPECT_EQ(supervisor.presentation.panels.size(), 2U);
+    supervisor.platform.advance(9s);
+    EXPECT_EQ(supervisor.presentation.openPopovers, 0);
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,146 @@
+#include "supervisor.h"
+
+#include "base/files.h"
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(StartAllAgents, BlocksUntilTheLastIsLoadedAndThenPollsOnTheSameThread) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.presentation.events.onMenuChosen(MenuAction::startAllAgents, "");
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("run launchctl bootstrap gui/501 " + supervisor.plist("one"),
+                            "run launchctl list"));
+}
+
+TEST(StartAllAgents, WithAnEmptyFleetOnlyPolls) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->startAllAgents();
+    EXPECT_THAT(supervisor.platform.record, ElementsAre("run launchctl list"));
+}
+
+TEST(RestartAllAgents, ReturnsAtOnceAndPollsOnTheMainThreadAfterEachStep) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.launch();
+    supervisor.presentation.events.onMenuChosen(MenuAction::restartAllAgents, "");
+    EXPECT_THAT(supervisor.platform.record, ElementsAre("post background"));
+
+    supervisor.forget();
+    supervisor.platform.settle();
+    const std::vector<std::string> commands = supervisor.fleetCommands();
+    ASSERT_EQ(commands.size(), 5U);
+    EXPECT_EQ(commands[0], "launchctl bootout gui/501/" + Supervisor::labelOf("one"));
+    EXPECT_EQ(commands[1], "pkill -9 -f provider_telegramd");
+    EXPECT_EQ(commands[4], "launchctl bootstrap gui/501 " + supervisor.plist("one"));
+    // After the bootout, after all bootouts, after the bootstrap, and at the end.
+    EXPECT_EQ(supervisor.polls(), 4);
+}
+
+TEST(RestartAllAgents, IsNotTouchedByABotAddedAfterItBegan) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.launch();
+    supervisor.delegate->restartAllAgents();
+    supervisor.writeBots({Supervisor::bot("one"), Supervisor::bot("late")});
+    supervisor.platform.settle();
+    for (const std::string& command : supervisor.fleetCommands()) {
+        EXPECT_EQ(command.find("late"), std::string::npos) << command;
+    }
+}
+
+TEST(ToggleDaemon, UnloadsARunningAgentAndPolls) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.list("447", "0", Supervisor::labelOf("one"));
+    supervisor.launch();
+    supervisor.presentation.events.onMenuChosen(MenuAction::toggleDaemon,
+                                                Supervisor::labelOf("one"));
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("run launchctl bootout gui/501/" + Supervisor::labelOf("one"),
+                            "run launchctl list"));
+}
+
+TEST(ToggleDaemon, LoadsACrashedAgentFromAFreshPropertyList) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.list("-", "1", Supervisor::labelOf("one"));
+    supervisor.launch();
+    ASSERT_EQ(::unlink(supervisor.plist("one").c_str()), 0);
+    supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
+    EXPECT_THAT(supervisor.fleetCommands(),
+                ElementsAre("launchctl bootstrap gui/501 " + supervisor.plist("one")));
+    EXPECT_TRUE(files::exists(supervisor.plist("one")));
+}
+
+TEST(ToggleDaemon, LoadsALabelThatTheFileNoLongerHoldsFromThePathOfItsName) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->toggleDaemon("com.example.gone.telegramd");
+    EXPECT_THAT(supervisor.fleetCommands(),
+                ElementsAre("launchctl bootstrap gui/501 " + supervisor.constants.launchAgentsDir +
+                            "/com.example.gone.telegramd.plist"));
+    EXPECT_FALSE(files::exists(supervisor.constants.launchAgentsDir));
+}
+
+TEST(ToggleDaemon, LoadsALabelOfAnotherFormFromThePathOfItsName) {
+    Supervisor supervisor;
+    BotConfig governor = Supervisor::bot("governor");
+    governor.launchdLabel = "com.ostrelleai.governor";
+    supervisor.writeBots({governor});
+    supervisor.launch();
+    supervisor.delegate->toggleDaemon("com.ostrelleai.governor");
+    EXPECT_THAT(supervisor.fleetCommands(),
+                ElementsAre("launchctl bootstrap gui/501 " + supervisor.constants.launchAgentsDir +
+                            "/com.ostrelleai.governor.plist"));
+    EXPECT_FALSE(
+        files::exists(supervisor.constants.launchAgentsDir + "/com.ostrelleai.governor.plist"));
+}
+
+TEST(ToggleDaemon, TrustsTheLastPollEvenIfTheAgentHasDiedSince) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.list("447", "0", Supervisor::labelOf("one"));
+    supervisor.launch();
+    supervisor.listing = "PID\tStatus\tLabel\n-\t-9\t" + Supervisor::labelOf("one") + "\n";
+    supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
+    EXPECT_THAT(supervisor.fleetCommands(),
+                ElementsAre("launchctl bootout gui/501/" + Supervisor::labelOf("one")));
+    EXPECT_EQ(supervisor.delegate->getStatus(Supervisor::labelOf("one")), DaemonStatus::crashed);
+}
+
+TEST(ToggleDaemon, StartsAPausedAgentOfAnOlderMenuAndLeavesItPausedInTheFile) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.writeBots({Supervisor::paused(Supervisor::bot("one"))});
+    supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
+    EXPECT_THAT(supervisor.fleetCommands(),
+                ElementsAre("launchctl bootstrap gui/501 " + supervisor.plist("one")));
+    EXPECT_TRUE(supervisor.delegate->loadBots().front().paused());
+}
+
+TEST(MenuChoice, OfQuitAsksTheApplicationToEnd) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.presentation.events.onMenuChosen(MenuAction::terminate, "");
+    EXPECT_TRUE(supervisor.presentation.terminated);
+    EXPECT_THAT(supervisor.platform.record, IsEmpty());
+}
+
+TEST(MenuChoice, OfAnAlertRunsTheSignInScriptInATerminalWithoutWaiting) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.presentation.events.onMenuChosen(MenuAction::reloginProvider, "gemini");
+    EXPECT_THAT(
+        supervisor.platform.record,
+        ElementsAre("start terminal " + supervisor.home.at("daemon") + "/login_scout.sh gemini"));
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,178 @@
+#include "supervisor.h"
+
+#include "base/files.h"
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using namespace std::chrono_literals;
+
+TEST(Construction, OpensTheEventDatabaseBeforeTheFoldersAreMade) {
+    Supervisor supervisor;
+    supervisor.make();
+    EXPECT_FALSE(files::exists(supervisor.constants.appSupportDir));
+    EXPECT_THAT(supervisor.platform.record, IsEmpty());
+    EXPECT_EQ(supervisor.delegate->counts(), FleetCounts{});
+}
+
+TEST(Launch, ShowsTheItemThenPollsThenSchedulesThenStartsTheFleet) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.make().applicationDidFinishLaunching();
+
+    EXPECT_THAT(supervisor.presentation.record,
+                ElementsAre("main menu", "status item", "image", "title  0/1", "menu 9"));
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("run launchctl list", "timer 10000", "timer 2000", "timer 60",
+                            "timer 8000", "post background"));
+    EXPECT_TRUE(files::isDirectory(supervisor.constants.appSupportDir + "/data"));
+    EXPECT_TRUE(files::isDirectory(supervisor.constants.appSupportDir + "/locks"));
+}
+
+TEST(Launch, LooksForNoticesBetweenTheAnimationAndTheNoticeTimer) {
+    Supervisor supervisor;
+    supervisor.home.write(supervisor.constants.appSupportDir + "/pending_model_notices.json",
+                          R"([{"message":"m"}])");
+    supervisor.make().applicationDidFinishLaunching();
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("run launchctl list", "timer 10000", "timer 2000", "timer 60",
+                            "post main after 14000", "timer 8000", "post background"));
+}
+
+TEST(Launch, TakesOverOldSettingsBeforeTheFirstPoll) {
+    Supervisor supervisor;
+    supervisor.home.write(
+        supervisor.home.at("Library/Application Support/OstrelleAI/shared/bots.json"),
+        encodeBots({Supervisor::bot("one"), Supervisor::bot("two")}));
+    supervisor.make().applicationDidFinishLaunching();
+    EXPECT_EQ(supervisor.presentation.title, " 0/2");
+}
+
+TEST(Launch, StartsTheFleetInTheBackgroundAndPollsOnTheMainThread) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one"), Supervisor::bot("two")});
+    supervisor.make().applicationDidFinishLaunching();
+    supervisor.forget();
+
+    supervisor.platform.runBackground();
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("run launchctl bootstrap gui/501 " + supervisor.plist("one"),
+                            "run launchctl bootstrap gui/501 " + supervisor.plist("two"),
+                            "post main"));
+    EXPECT_THAT(supervisor.presentation.record, IsEmpty());
+    supervisor.platform.runMain();
+    EXPECT_EQ(supervisor.polls(), 1);
+    EXPECT_THAT(supervisor.presentation.record, ElementsAre("image", "title  0/2", "menu 10"));
+}
+
+TEST(Launch, DoesNotStartAPausedAgent) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::paused(Supervisor::bot("one")), Supervisor::bot("two")});
+    supervisor.make().applicationDidFinishLaunching();
+    supervisor.platform.settle();
+    EXPECT_THAT(supervisor.fleetCommands(),
+                ElementsAre("launchctl bootstrap gui/501 " + supervisor.plist("two")));
+}
+
+TEST(Launch, WithAnEmptyBotsFileRunsItsTimersAndOnlyPolls) {
+    Supervisor supervisor;
+    supervisor.writeBots({});
+    supervisor.make().applicationDidFinishLaunching();
+    supervisor.platform.settle();
+    EXPECT_THAT(supervisor.platform.commandLines(),
+                ElementsAre("launchctl list", "launchctl list"));
+    supervisor.forget();
+    supervisor.platform.advance(10s);
+    EXPECT_EQ(supervisor.polls(), 1);
+}
+
+TEST(Launch, WithoutAnyIconKeepsTheOneItHas) {
+    Supervisor supervisor;
+    supervisor.launch();
+    EXPECT_EQ(supervisor.presentation.applicationIcon, "");
+}
+
+TEST(Launch, PassesOverAnIconThatDoesNotLoad) {
+    Supervisor supervisor;
+    const std::string ofBundle = supervisor.platform.bundle + "/Contents/Resources/AppIcon.icns";
+    supervisor.home.write(ofBundle, "broken");
+    supervisor.home.write(supervisor.constants.appIconFile, "good");
+    supervisor.presentation.images = {supervisor.constants.appIconFile};
+    supervisor.launch();
+    EXPECT_EQ(supervisor.presentation.applicationIcon, supervisor.constants.appIconFile);
+}
+
+TEST(Launch, PrefersTheIconOfTheBundle) {
+    Supervisor supervisor;
+    const std::string ofBundle = supervisor.platform.bundle + "/Contents/Resources/AppIcon.icns";
+    supervisor.home.write(ofBundle, "good");
+    supervisor.home.write(supervisor.constants.appIconFile, "good");
+    supervisor.presentation.images = {ofBundle, supervisor.constants.appIconFile};
+    supervisor.launch();
+    EXPECT_EQ(supervisor.presentation.applicationIcon, ofBundle);
+}
+
+TEST(Launch, KnowsNoneOfTheRosterWithAnEmptyBotsFile) {
+    Supervisor supervisor;
+    supervisor.launch();
+    EXPECT_THAT(supervisor.presentation.rowTitles(),
+                ElementsAre("⚙️ Preferences...", "-", "🟢 Start All Agents",
+                            "🔄 Restart All Agents", "-", "-", "Quit"));
+    EXPECT_EQ(supervisor.presentation.title, " 0/0");
+}
+
+TEST(Timers, FireFirstAfterOneIntervalAndThenAgain) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.platform.advance(9999ms);
+    EXPECT_EQ(supervisor.polls(), 0);
+    supervisor.platform.advance(1ms);
+    EXPECT_EQ(supervisor.polls(), 1);
+    supervisor.platform.advance(20s);
+    EXPECT_EQ(supervisor.polls(), 3);
+}
+
+TEST(Quit, UnloadsEveryAgentOfTheFileInOrderAndThenKillsWhatIsLeft) {
+    Supervisor supervisor;
+    supervisor.launch();
+    BotConfig governor = Supervisor::bot("governor");
+    governor.launchdLabel = "com.ostrelleai.governor";
+    governor.isSystem = true;
+    supervisor.writeBots(
+        {governor, Supervisor::paused(Supervisor::bot("one")), Supervisor::bot("two")});
+    supervisor.delegate->applicationWillTerminate();
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("run launchctl bootout gui/501/com.ostrelleai.governor",
+                            "run launchctl bootout gui/501/" + Supervisor::labelOf("one"),
+                            "run launchctl bootout gui/501/" + Supervisor::labelOf("two"),
+                            "run pkill -9 -f provider_telegramd"));
+}
+
+TEST(Quit, WithAnUnreadableBotsFileStillKillsTheDaemons) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.home.write(supervisor.constants.botsConfigFile, "[{");
+    supervisor.delegate->applicationWillTerminate();
+    EXPECT_THAT(supervisor.platform.record, ElementsAre("run pkill -9 -f provider_telegramd"));
+}
+
+TEST(Quit, GoesOnWhenTheServiceManagerCannotBeLaunched) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one"), Supervisor::bot("two")});
+    supervisor.launch();
+    supervisor.platform.answer = [](const auto&) { return platform::ProcessResult{}; };
+    supervisor.delegate->applicationWillTerminate();
+    EXPECT_EQ(supervisor.platform.children.size(), 3U);
+}
+
+TEST(StatusItem, EndsTheProgramWhenItIsRemoved) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.presentation.events.onStatusItemRemoved();
+    EXPECT_TRUE(supervisor.presentation.terminated);
+}
+
+} // namespace
+} // namespace varnhold::testing

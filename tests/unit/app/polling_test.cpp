@@ -1,0 +1,133 @@
+#include "supervisor.h"
+
+#include <sqlite3.h>
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+void run(sqlite3* db, const char* sql) {
+    ASSERT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+}
+
+// The daemons' side of the event database.
+struct Events {
+    sqlite3* db = nullptr;
+    explicit Events(const Supervisor& supervisor) {
+        supervisor.home.makeFolder(supervisor.constants.appSupportDir);
+        sqlite3_open(supervisor.constants.governorDBPath.c_str(), &db);
+        run(db, "CREATE TABLE agent_events (id INTEGER PRIMARY KEY, dept TEXT, model TEXT)");
+    }
+    ~Events() { sqlite3_close(db); }
+    Events(const Events&) = delete;
+    Events& operator=(const Events&) = delete;
+};
+
+TEST(Poll, TakesOnlyTheOutputOfTheListing) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->refreshStatus();
+    const platform::ProcessRequest& request = supervisor.platform.children.at(0).request;
+    EXPECT_EQ(request.program, "/bin/launchctl");
+    EXPECT_EQ(request.standardOutput, platform::Stream::captured);
+    EXPECT_EQ(request.standardError, platform::Stream::inherited);
+    EXPECT_TRUE(supervisor.platform.children.at(0).waited);
+}
+
+TEST(Poll, CountsBotsByTheirLabelsPausedOnesIncluded) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a"), Supervisor::paused(Supervisor::bot("b")),
+                          Supervisor::bot("c"), Supervisor::bot("d")});
+    supervisor.list("10", "1", Supervisor::labelOf("a"));
+    supervisor.list("11", "0", Supervisor::labelOf("b"));
+    supervisor.list("-", "-15", Supervisor::labelOf("c"));
+    supervisor.list("12", "0", "com.example.other");
+    supervisor.launch();
+    EXPECT_EQ(supervisor.delegate->counts(), (FleetCounts{2, 4, 1}));
+    EXPECT_EQ(supervisor.presentation.title, " 2/4 🔴1");
+    EXPECT_EQ(supervisor.presentation.spoken, "Varnhold, 2 of 4 bots running, 1 crashed");
+}
+
+TEST(Poll, WithNoOutputCountsAllBotsAsStopped) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a"), Supervisor::bot("b")});
+    supervisor.listing = "";
+    supervisor.launch();
+    EXPECT_THAT(supervisor.delegate->globalStatusMap(), IsEmpty());
+    EXPECT_EQ(supervisor.delegate->counts(), (FleetCounts{0, 2, 0}));
+}
+
+TEST(Poll, ThatFailsDoesNotKeepTheOldPicture) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.launch();
+    ASSERT_EQ(supervisor.delegate->counts(), (FleetCounts{1, 1, 0}));
+    supervisor.platform.answer = [](const auto&) { return platform::ProcessResult{}; };
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.delegate->counts(), (FleetCounts{0, 1, 0}));
+}
+
+TEST(Poll, TakesOutputThatIsNotUtf8ForNone) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.listing += "11\t0\tcom.example.\xFF\n";
+    supervisor.launch();
+    EXPECT_THAT(supervisor.delegate->globalStatusMap(), IsEmpty());
+}
+
+TEST(Poll, ShowsTheModelOfTheNewestEventThatNamesOne) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    const Events events(supervisor);
+    run(events.db, "INSERT INTO agent_events (dept, model) VALUES ('a', 'older'), ('a', NULL), "
+                   "('nobody', 'unseen'), ('null', NULL)");
+    supervisor.launch();
+    EXPECT_THAT(supervisor.delegate->agentModelMap(),
+                ElementsAre(Pair("a", "older"), Pair("nobody", "unseen")));
+    const auto titles = supervisor.presentation.rowTitles();
+    EXPECT_EQ(titles.at(6), "⚪️ 🤖 Bot a (older)");
+    for (const std::string& title : titles) {
+        EXPECT_EQ(title.find("unseen"), std::string::npos);
+    }
+}
+
+TEST(Poll, ShowsIdleWhileTheDatabaseIsLocked) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    const Events events(supervisor);
+    run(events.db, "INSERT INTO agent_events (dept, model) VALUES ('a', 'm')");
+    supervisor.launch();
+    ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
+
+    run(events.db, "BEGIN EXCLUSIVE");
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (Idle)");
+    run(events.db, "COMMIT");
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
+}
+
+TEST(Poll, ReadsTheBotsFileAnewEachTime) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.launch();
+    supervisor.home.write(supervisor.constants.botsConfigFile, "[{\"icon\":");
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.presentation.title, " 0/0");
+    supervisor.writeBots({Supervisor::bot("a"), Supervisor::bot("b")});
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.presentation.title, " 0/2");
+}
+
+TEST(GetStatus, OfAnUnknownLabelIsStopped) {
+    Supervisor supervisor;
+    EXPECT_EQ(supervisor.make().getStatus("com.example.unknown"), DaemonStatus::stopped);
+}
+
+} // namespace
+} // namespace varnhold::testing
