@@ -28,7 +28,6 @@ StatusStrip::StatusStrip(StatusMenu::Choose choose, std::function<void()> remove
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setWindowTitle(QStringLiteral("Varnhold"));
     setFocusPolicy(Qt::StrongFocus);
     QFont textFont = font();
     textFont.setPixelSize(textPixelSize);
@@ -46,6 +45,7 @@ void StatusStrip::setImage(const BarImage& image) {
 
 void StatusStrip::setTitle(const QString& title, const QString& spoken) {
     setAccessibleName(spoken);
+    setWindowTitle(spoken);
     setToolTip(spoken);
     if (title == title_) {
         return;
