@@ -4,8 +4,8 @@
 
 namespace varnhold {
 
-// Draws menu rows whose action has the property alertProperty in red. Qt has no colour of its own
-// for a single row.
+// Draws the rows of a menu as this program wants them on every desktop: emoji in colour, keys in a
+// quiet column at the right, rows whose action has the property alertProperty in red.
 class MenuStyle final : public QProxyStyle {
     Q_OBJECT
 public:
@@ -15,6 +15,12 @@ public:
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option,
+                                         const QSize& size, const QWidget* widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                                  const QWidget* widget) const override;
 };
 
 } // namespace varnhold

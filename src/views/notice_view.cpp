@@ -5,11 +5,12 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "views/colours.h"
 #include "views/qt_text.h"
+#include "views/text_block.h"
 
 namespace varnhold {
 
@@ -23,23 +24,14 @@ constexpr int titleSize = 14;
 constexpr int messageSize = 12;
 constexpr int warningSize = 11;
 constexpr int gapUnderAnchor = 6;
-constexpr qreal cornerRadius = 10;
 
-QLabel* label(const QString& text, int size, QFont::Weight weight = QFont::Normal) {
-    auto* made = new QLabel(text);
-    made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
+TextBlock* textBlock(const QString& text, int size, QFont::Weight weight = QFont::Normal) {
+    auto* made = new TextBlock(text);
     QFont font = made->font();
     font.setPixelSize(size);
     font.setWeight(weight);
     made->setFont(font);
     return made;
-}
-
-// Orange that can be read as text on light and on dark.
-QColor warningColour(const QPalette& palette) {
-    const bool dark = palette.color(QPalette::Window).lightness() < 128;
-    return dark ? QColor(0xff, 0x9f, 0x0a) : QColor(0xb0, 0x54, 0x00);
 }
 
 QHBoxLayout* header(const QString& title, const QPixmap& icon) {
@@ -52,7 +44,7 @@ QHBoxLayout* header(const QString& title, const QPixmap& icon) {
         picture->setPixmap(icon);
         line->addWidget(picture);
     }
-    line->addWidget(label(title, titleSize, QFont::DemiBold), 1);
+    line->addWidget(textBlock(title, titleSize, QFont::DemiBold), 1);
     return line;
 }
 
@@ -70,9 +62,9 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon, QWidget* p
     for (const ModelNotice& notice : panel.notices) {
         auto* entry = new QVBoxLayout;
         entry->setSpacing(2);
-        entry->addWidget(label(toQString(notice.message), messageSize));
+        entry->addWidget(textBlock(toQString(notice.message), messageSize));
         if (notice.inChain) {
-            QLabel* warning = label(QString::fromUtf8(chainWarning), warningSize);
+            TextBlock* warning = textBlock(QString::fromUtf8(chainWarning), warningSize);
             QPalette colours = warning->palette();
             colours.setColor(QPalette::WindowText, warningColour(palette()));
             warning->setPalette(colours);
@@ -102,13 +94,11 @@ void NoticeView::showUnder(const QRect& anchor) {
 
 void NoticeView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QColor frame = palette().color(QPalette::WindowText);
-    frame.setAlphaF(0.18F);
-    painter.setPen(QPen(frame, 1));
-    painter.setBrush(palette().color(QPalette::Window));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                            cornerRadius);
+    drawPanel(painter, rect(), palette(), popoverRadius);
+}
+
+void NoticeView::resizeEvent(QResizeEvent*) {
+    roundCorners(*this, popoverRadius);
 }
 
 void NoticeView::keyPressEvent(QKeyEvent* event) {

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
+#include "views/colours.h"
 #include "views/menu_style.h"
 #include "views/qt_text.h"
 
@@ -11,6 +12,8 @@ namespace varnhold {
 StatusMenu::StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent)
     : QMenu(parent), choose_(std::move(choose)) {
     setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setWindowFlag(Qt::FramelessWindowHint);
     setAccessibleName(QStringLiteral("Varnhold"));
     auto* style = new MenuStyle;
     style->setParent(this);
@@ -42,6 +45,11 @@ void StatusMenu::append(const MenuRow& row) {
         action, &QAction::triggered, this,
         [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
         Qt::QueuedConnection);
+}
+
+void StatusMenu::resizeEvent(QResizeEvent* event) {
+    QMenu::resizeEvent(event);
+    roundCorners(*this, menuRadius);
 }
 
 void StatusMenu::keyPressEvent(QKeyEvent* event) {

@@ -9,6 +9,8 @@
 #include <cmath>
 
 #include "views/bar_painter.h"
+#include "views/colours.h"
+#include "views/emoji_text.h"
 #include "views/x11_hints.h"
 
 namespace varnhold {
@@ -18,7 +20,6 @@ namespace {
 constexpr int stripHeight = 28; // points, as all of these
 constexpr int sidePadding = 10;
 constexpr int screenMargin = 8;
-constexpr qreal frameRadius = 8;
 constexpr int textPixelSize = 13;
 
 } // namespace
@@ -60,7 +61,7 @@ void StatusStrip::setRows(std::vector<MenuRow> rows) {
 }
 
 QSize StatusStrip::sizeHint() const {
-    const qreal width = image_.width + fontMetrics().horizontalAdvance(title_) + 2.0 * sidePadding;
+    const qreal width = image_.width + emojiTextWidth(font(), title_) + 2.0 * sidePadding;
     return {static_cast<int>(std::ceil(width)), stripHeight};
 }
 
@@ -89,19 +90,11 @@ QRectF StatusStrip::imageRectangle() const {
 
 void StatusStrip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QPalette& colours = palette();
-    QColor frame = colours.color(QPalette::WindowText);
-    frame.setAlphaF(hasFocus() ? 0.5F : 0.18F);
-    painter.setPen(QPen(frame, 1));
-    painter.setBrush(colours.color(QPalette::Window));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), frameRadius,
-                            frameRadius);
+    drawPanel(painter, rect(), palette(), stripRadius, hasFocus() ? 0.5F : 0.18F);
     const QRectF image = imageRectangle();
     paintBars(painter, image_, image.topLeft(), devicePixelRatioF());
-    painter.setPen(colours.color(QPalette::WindowText));
-    painter.drawText(QRectF(image.right(), 0, width() - image.right(), height()),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, title_);
+    painter.setPen(palette().color(QPalette::WindowText));
+    drawEmojiText(painter, QRectF(image.right(), 0, width() - image.right(), height()), title_);
 }
 
 void StatusStrip::mousePressEvent(QMouseEvent* event) {
@@ -156,6 +149,10 @@ void StatusStrip::openMenu() {
     const QRect area = screen()->availableGeometry();
     const int left = std::min(below.x(), area.right() - menu_->sizeHint().width());
     menu_->popup({std::max(area.left(), left), below.y()});
+}
+
+void StatusStrip::resizeEvent(QResizeEvent*) {
+    roundCorners(*this, stripRadius);
 }
 
 void StatusStrip::closeEvent(QCloseEvent* event) {

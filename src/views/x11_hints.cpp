@@ -57,4 +57,15 @@ void setStripHints(QWindow& window) {
     xcb_flush(x);
 }
 
+bool windowsAreBlended() {
+    xcb_connection_t* x = connection();
+    if (x == nullptr) {
+        return true;
+    }
+    const auto cookie = xcb_get_selection_owner(x, atom(x, "_NET_WM_CM_S0"));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
+        xcb_get_selection_owner_reply(x, cookie, nullptr), &std::free);
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 } // namespace varnhold

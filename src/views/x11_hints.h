@@ -9,4 +9,8 @@ namespace varnhold {
 // nothing where there is no X server (EWMH, freedesktop.org).
 void setStripHints(QWindow& window);
 
+// Whether see-through parts of windows show what is behind them: always under Wayland, and under
+// X11 while a compositor holds its selection.
+[[nodiscard]] bool windowsAreBlended();
+
 } // namespace varnhold

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <QTextLayout>
+
+class QPainter;
+
+// Text in which emoji keep their colours.
+//
+// Text fonts often have plain black signs for characters such as "⚠️" that are meant as emoji,
+// and Qt takes the first font that has a character. So the emoji in a text are set in the emoji
+// font by name.
+namespace varnhold {
+
+// Formats that set every emoji of the text in the colour font; empty if there is no such font.
+[[nodiscard]] QList<QTextLayout::FormatRange> emojiFormats(const QString& text);
+
+// Width of the text on one line, in points.
+[[nodiscard]] qreal emojiTextWidth(const QFont& font, const QString& text);
+
+// One line in the painter's font and pen, centred from top to bottom, at the left or the right.
+void drawEmojiText(QPainter& painter, const QRectF& place, const QString& text,
+                   Qt::AlignmentFlag side = Qt::AlignLeft);
+
+} // namespace varnhold
