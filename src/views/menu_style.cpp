@@ -131,4 +131,12 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     }
 }
 
+int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* result) const {
+    if (hint == SH_Menu_AllowActiveAndDisabled) {
+        return 0; // arrow keys pass headers over
+    }
+    return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
 } // namespace varnhold

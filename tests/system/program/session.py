@@ -60,6 +60,10 @@ class Session:
             ["Xvfb", DISPLAY, "-screen", "0", "1400x1000x24", "-nolisten", "tcp"],
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_until("the display", lambda: self.tool("xdpyinfo").returncode == 0)
+        self.window_manager = subprocess.Popen(["openbox"], env=self.environment,
+                                               stdout=subprocess.DEVNULL,
+                                               stderr=subprocess.DEVNULL)
+        wait_until("the window manager", lambda: self.tool("wmctrl", "-m").returncode == 0)
         self.supervisor = None
 
     # -- the supervisor -------------------------------------------------------------------------
@@ -75,8 +79,9 @@ class Session:
             self.supervisor.wait()
         for bot in self.bots():
             self.launchctl("bootout", f"gui/{os.getuid()}/{bot['launchdLabel']}")
-        self.screen.kill()
-        self.screen.wait()
+        for process in (self.window_manager, self.screen):
+            process.kill()
+            process.wait()
 
     def await_title(self, words):
         """Waits until the strip says the words, as in "4 of 6 bots running"."""
@@ -91,9 +96,13 @@ class Session:
     def windows(self, name):
         return self.tool("xdotool", "search", "--onlyvisible", "--name", name).stdout.split()
 
+    def close_window(self, window):
+        """As the close button of a window manager does, which has to be running."""
+        self.tool("wmctrl", "-i", "-c", window)
+
     def open_menu(self):
         strip = wait_until("the strip", lambda: self.windows("^Varnhold, "))[0]
-        before = set(self.windows("."))
+        before = set(self.all_windows())
         self.tool("xdotool", "mousemove", "--window", strip, "20", "14", "click", "1")
         wait_until("the menu", lambda: set(self.all_windows()) - before)
 

@@ -96,8 +96,7 @@ class ProgramTest(unittest.TestCase):
 
     def test_removal_of_the_strip_ends_the_program_and_takes_the_fleet_down(self):
         self.launch()
-        strip = self.session.await_title("4 of 6")[0]
-        self.session.tool("xdotool", "windowquit", strip)
+        self.session.close_window(self.session.await_title("4 of 6")[0])
         self.assertEqual(self.session.supervisor.wait(60), 0)
         self.assert_everything_is_down()
 

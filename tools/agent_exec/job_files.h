@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "lifecycle/property_list.h"
+
+// The files of one loaded job's folder, as the two sides of it see them: launchctl makes and reads
+// them, agent-exec keeps them up to date from within the service manager.
+//
+// The folder is private to the user, and the property list in it is the definition that was loaded:
+// the file that it came from may have changed since.
+namespace varnhold::services {
+
+// The shortest time from one start of an agent to the next, whatever it does; a manager of the
+// launchd family keeps to the same (man 5 launchd.plist, ThrottleInterval).
+inline constexpr std::chrono::seconds throttle{10};
+
+class JobFiles final {
+public:
+    explicit JobFiles(std::string folder) : folder_(std::move(folder)) {}
+
+    [[nodiscard]] const std::string& folder() const { return folder_; }
+    [[nodiscard]] std::string definitionPath() const { return folder_ + "/job.plist"; }
+    [[nodiscard]] Result<PropertyList> definition() const;
+
+    // Wait status of the agent's last end, as from wait(2). None before the first.
+    [[nodiscard]] std::optional<int> lastEnd() const;
+    void noteEnd(int waitStatus) const;
+
+    // The clock goes on while the machine sleeps and starts anew with it, as do these files.
+    void noteStart() const;
+    [[nodiscard]] std::chrono::nanoseconds sinceStart() const;
+
+    // Makes the wait that follows an end stop at once, or not begin. Whoever wants a job started or
+    // forgotten now says so before it ends the process.
+    void hurry() const;
+    // Waits out the time, or until somebody is in a hurry. True if somebody was.
+    [[nodiscard]] bool waitUnlessHurried(std::chrono::nanoseconds duration) const;
+    void forgetHurry() const;
+
+    // The pipe through which a hurry reaches a wait that has begun.
+    [[nodiscard]] Result<void> makeWakePipe() const;
+
+private:
+    [[nodiscard]] std::string at(const char* name) const { return folder_ + "/" + name; }
+
+    std::string folder_;
+};
+
+} // namespace varnhold::services

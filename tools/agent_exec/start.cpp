@@ -1,0 +1,102 @@
+#include "agent_exec/start.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <pwd.h>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+namespace varnhold::services {
+
+namespace {
+
+constexpr const char* basePath = "/usr/bin:/bin:/usr/sbin:/sbin";
+constexpr mode_t logMode = 0666; // the user's umask takes its share
+
+int refuse(const std::string& what) {
+    std::fprintf(stderr, "agent-exec: %s: %s\n", what.c_str(),
+                 std::system_category().message(errno).c_str());
+    return cannotSpawn;
+}
+
+void openLog(const std::string& path, int target) {
+    int log =
+        path.empty() ? -1 : ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY, logMode);
+    if (log < 0) {
+        log = ::open("/dev/null", O_WRONLY);
+    }
+    if (log >= 0 && log != target) {
+        ::dup2(log, target);
+        ::close(log);
+    }
+}
+
+// A manager may have blocked or ignored signals, and both would be inherited.
+void resetSignals() {
+    for (int number = 1; number < NSIG; ++number) {
+        std::signal(number, SIG_DFL);
+    }
+    sigset_t none{};
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+    std::vector<char*> out;
+    out.reserve(texts.size() + 1);
+    for (std::string& text : texts) {
+        out.push_back(text.data());
+    }
+    out.push_back(nullptr);
+    return out;
+}
+
+} // namespace
+
+std::map<std::string, std::string> agentEnvironment(const PropertyList& list) {
+    std::map<std::string, std::string> variables{{"PATH", basePath}};
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): this program has one thread
+    if (const passwd* user = ::getpwuid(::getuid())) {
+        variables["HOME"] = user->pw_dir;
+        variables["SHELL"] = user->pw_shell;
+        variables["USER"] = user->pw_name;
+        variables["LOGNAME"] = user->pw_name;
+    }
+    for (const auto& [name, value] : list.environmentVariables) {
+        variables.insert_or_assign(name, value);
+    }
+    return variables;
+}
+
+int becomeAgent(const PropertyList& list) {
+    std::vector<std::string> environment;
+    for (const auto& [name, value] : agentEnvironment(list)) {
+        environment.push_back(name + "=" + value);
+    }
+    std::vector<std::string> arguments = list.programArguments;
+    const std::string program = arguments.front();
+
+    ::setsid(); // fails where the manager has made a session already, which serves as well
+    if (!list.workingDirectory.empty() && ::chdir(list.workingDirectory.c_str()) != 0) {
+        return refuse(list.workingDirectory);
+    }
+    resetSignals();
+    // The standard error of the manager is kept for the one message that may still come.
+    const int ownError = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
+    ::close(STDIN_FILENO);
+    ::open("/dev/null", O_RDONLY); // takes the number that has just been freed
+    openLog(list.standardOutPath, STDOUT_FILENO);
+    openLog(list.standardErrorPath, STDERR_FILENO);
+    ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+    ::execve(program.c_str(), pointers(arguments).data(), pointers(environment).data());
+    const int error = errno;
+    ::dup2(ownError, STDERR_FILENO);
+    errno = error;
+    return refuse(program);
+}
+
+} // namespace varnhold::services

@@ -1,0 +1,68 @@
+#include "launchctl/label_name.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace varnhold::services {
+
+namespace {
+
+constexpr std::size_t longestName = 240; // a supervisor appends to it and may not pass 255 bytes
+constexpr std::string_view hexDigits = "0123456789ABCDEF";
+
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || static_cast<unsigned char>(c) == 0x7F;
+}
+
+bool standsForItself(char c, bool first) {
+    const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    return letter || (c >= '0' && c <= '9') || c == '-' || c == '_' || (c == '.' && !first);
+}
+
+} // namespace
+
+Result<std::string> nameOfLabel(std::string_view label) {
+    if (label.empty()) {
+        return failure("a label can't be empty");
+    }
+    if (std::any_of(label.begin(), label.end(), isControl)) {
+        return failure("a label can't hold control characters");
+    }
+    std::string name;
+    for (const char c : label) {
+        if (standsForItself(c, name.empty())) {
+            name += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            name += {'%', hexDigits[byte >> 4U], hexDigits[byte & 15U]};
+        }
+    }
+    if (name.size() > longestName) {
+        return failure("the label is too long");
+    }
+    return name;
+}
+
+std::optional<std::string> labelOfName(std::string_view name) {
+    std::string label;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name[i] != '%') {
+            label += name[i];
+            continue;
+        }
+        unsigned byte = 0;
+        const std::string_view digits = name.substr(i + 1, 2);
+        const auto [end, error] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
+        if (digits.size() < 2 || error != std::errc{} || end != digits.data() + 2) {
+            return std::nullopt;
+        }
+        label += static_cast<char>(byte);
+        i += 2;
+    }
+    // Only what nameOfLabel gives is a name: "%41" isn't one, since "A" stands for itself.
+    const Result<std::string> back = nameOfLabel(label);
+    return back && *back == name ? std::optional(label) : std::nullopt;
+}
+
+} // namespace varnhold::services

@@ -1,0 +1,146 @@
+#include "launchctl/launchctl.h"
+
+#include "base/files.h"
+#include "launchctl/listing.h"
+
+namespace varnhold::services {
+
+namespace {
+
+class Performer {
+public:
+    Performer(ServiceManager& manager, std::uint64_t userId, std::ostream& out, std::ostream& error)
+        : manager_(manager), userId_(userId), out_(out), error_(error) {}
+
+    int operator()(const Help&) {
+        out_ << helpText();
+        return exitDone;
+    }
+
+    int operator()(const Version&) {
+        out_ << "launchctl of Varnhold 7.0.0\n";
+        return exitDone;
+    }
+
+    int operator()(const List&) {
+        const auto jobs = manager_.jobs();
+        if (!jobs) {
+            return unavailable(jobs.error());
+        }
+        out_ << jobTable(*jobs);
+        return exitDone;
+    }
+
+    int operator()(const ListJob& command) {
+        const auto state = manager_.job(command.label);
+        const auto list = state ? manager_.definition(command.label) : failure("not loaded");
+        if (!list) {
+            return noSuchService(command.label);
+        }
+        out_ << jobProperties(*state, *list);
+        return exitDone;
+    }
+
+    int operator()(const Bootstrap& command) {
+        if (command.userId != userId_) {
+            return wrongDomain("Bootstrap failed");
+        }
+        int first = exitDone;
+        for (const std::string& path : command.paths) {
+            const int code = bootstrap(path);
+            first = first == exitDone ? code : first;
+        }
+        return first;
+    }
+
+    int operator()(const Bootout& command) {
+        if (command.userId != userId_) {
+            return wrongDomain("Boot-out failed");
+        }
+        const auto outcome = manager_.bootout(command.label);
+        if (!outcome) {
+            return unavailable(outcome.error());
+        }
+        return *outcome == Outcome::done ? static_cast<int>(exitDone)
+                                         : noSuchProcess("Boot-out failed");
+    }
+
+    int operator()(const Kickstart& command) {
+        if (command.userId != userId_) {
+            return wrongDomain("Kickstart failed");
+        }
+        const auto outcome = manager_.kickstart(command.label, command.kill);
+        if (!outcome) {
+            return unavailable(outcome.error());
+        }
+        return *outcome == Outcome::done ? static_cast<int>(exitDone)
+                                         : noSuchService(command.label);
+    }
+
+    int operator()(const Stop& command) {
+        const auto outcome = manager_.stop(command.label);
+        if (!outcome) {
+            return unavailable(outcome.error());
+        }
+        return *outcome == Outcome::done ? static_cast<int>(exitDone)
+                                         : noSuchProcess("Stop failed");
+    }
+
+private:
+    int bootstrap(const std::string& path) {
+        const Result<std::string> content = files::read(path);
+        const Result<PropertyList> list =
+            content ? decodePropertyList(*content) : failure(content.error());
+        if (!list) {
+            error_ << "Bootstrap failed: 5: Input/output error\n"
+                   << path << ": " << list.error() << "\n";
+            return exitInputOutput;
+        }
+        const auto outcome = manager_.bootstrap(*list, *content);
+        if (!outcome) {
+            error_ << "Bootstrap failed: 5: Input/output error\n"
+                   << path << ": " << outcome.error() << "\n";
+            return exitInputOutput;
+        }
+        if (*outcome == Outcome::alreadyLoaded) {
+            error_ << "Bootstrap failed: 5: Input/output error\n"
+                      "Try re-running the command as root for richer errors.\n";
+            return exitInputOutput;
+        }
+        return exitDone;
+    }
+
+    int unavailable(const std::string& reason) {
+        error_ << "launchctl: " << reason << "\n";
+        return exitUnavailable;
+    }
+
+    int wrongDomain(const std::string& what) {
+        error_ << what << ": 125: Domain does not support specified action\n";
+        return exitWrongDomain;
+    }
+
+    int noSuchProcess(const std::string& what) {
+        error_ << what << ": 3: No such process\n";
+        return exitNoSuchProcess;
+    }
+
+    int noSuchService(const std::string& label) {
+        error_ << "Could not find service \"" << label << "\" in domain for port\n";
+        return exitNoSuchService;
+    }
+
+    ServiceManager& manager_;
+    std::uint64_t userId_;
+    std::ostream& out_;
+    std::ostream& error_;
+};
+
+} // namespace
+
+int perform(const Command& command, ServiceManager& manager, std::uint64_t userId,
+            std::ostream& out, std::ostream& error) {
+    return std::visit(Performer(manager, userId, out, error), command);
+}
+
+} // namespace varnhold::services

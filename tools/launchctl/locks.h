@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/result.h"
+
+namespace varnhold::services {
+
+// A lock on a file, between processes (flock). The system frees it when its holder ends in any way.
+class FileLock final {
+public:
+    enum class Kind { shared, exclusive };
+
+    // Waits until the lock can be had. The file is made if it is missing.
+    [[nodiscard]] static Result<FileLock> take(const std::string& path, Kind kind);
+    // None if somebody else has it.
+    [[nodiscard]] static std::optional<FileLock> tryExclusive(const std::string& path);
+
+    FileLock(FileLock&& other) noexcept;
+    FileLock& operator=(FileLock&& other) noexcept;
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    ~FileLock();
+
+private:
+    explicit FileLock(int file) : file_(file) {}
+
+    int file_ = -1;
+};
+
+} // namespace varnhold::services

@@ -1,0 +1,25 @@
+#include <cstdlib>
+#include <iostream>
+#include <unistd.h>
+
+#include "launchctl/launchctl.h"
+#include "launchctl/s6_manager.h"
+#include "platform/executable.h"
+#include "platform/runtime_directory.h"
+
+int main(int argc, char** argv) {
+    using namespace varnhold;
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const auto command = services::parseCommandLine(arguments);
+    if (!command) {
+        std::cerr << "launchctl: " << command.error() << "\nTry: launchctl --help\n";
+        return services::exitWrongUse;
+    }
+    const std::string own = platform::executablePath();
+    const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): this program has one thread
+    const std::string runtime =
+        platform::runtimeDirectory(std::getenv("XDG_RUNTIME_DIR"), ::getuid());
+    services::S6Manager manager(runtime, agentExec);
+    return services::perform(*command, manager, ::getuid(), std::cout, std::cerr);
+}

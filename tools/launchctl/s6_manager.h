@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+
+#include "agent_exec/job_files.h"
+#include "launchctl/locks.h"
+#include "launchctl/s6_scanner.h"
+#include "launchctl/service_manager.h"
+
+namespace varnhold::services {
+
+// Services on s6, for systems without a user manager of their own.
+//
+// Each job is a service folder with a private copy of its property list; it is loaded while a link
+// to it stands in the scan folder and somebody supervises it. Everything lives in the user's
+// runtime folder, so nothing survives the session. Locks between processes: every change holds the
+// tree's lock together with others and its own label's lock alone; who takes the tree down holds
+// the first alone.
+class S6Manager final : public ServiceManager {
+public:
+    // `folder`: the private runtime folder; made if it is missing. `agentExec`: path of the helper
+    // that becomes the agent.
+    S6Manager(std::string folder, std::string agentExec);
+
+    Result<std::vector<JobState>> jobs() override;
+    std::optional<JobState> job(const std::string& label) override;
+    Result<PropertyList> definition(const std::string& label) override;
+    Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
+    Result<Outcome> bootout(const std::string& label) override;
+    Result<Outcome> kickstart(const std::string& label, bool kill) override;
+    Result<Outcome> stop(const std::string& label) override;
+
+private:
+    struct Locks {
+        FileLock tree;
+        FileLock label;
+    };
+
+    [[nodiscard]] std::string jobFolder(const std::string& name) const;
+    [[nodiscard]] std::string link(const std::string& name) const;
+    [[nodiscard]] bool isLoaded(const std::string& name) const;
+    [[nodiscard]] JobState state(const std::string& name, const std::string& label) const;
+    [[nodiscard]] Result<Locks> lock(const std::string& name) const;
+    [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
+                                        const std::string& content) const;
+    [[nodiscard]] Result<void> load(const std::string& name, bool starts) const;
+    [[nodiscard]] Result<void> unload(const std::string& name) const;
+    void command(const std::string& name, const char* letters) const;
+    void takeDownIfEmpty() const;
+
+    std::string folder_;
+    std::string agentExec_;
+    S6Scanner scanner_;
+};
+
+} // namespace varnhold::services
