@@ -111,6 +111,20 @@ TEST_F(GovernorCatalogQuery, TheFileIsReleasedAtTheEnd) {
     EXPECT_NO_THROW(daemons.execute("BEGIN EXCLUSIVE"));
 }
 
+TEST_F(GovernorCatalogQuery, NothingOfItIsLeftAfterItsEnd) {
+    const auto useOnce = [this] {
+        GovernorCatalog catalog(path);
+        static_cast<void>(rowsOf(catalog, "SELECT name FROM sqlite_master"));
+        static_cast<void>(rowsOf(catalog, "SELEKT 1"));
+        GovernorCatalog unusable(home.at("missing/governor.db"));
+        static_cast<void>(rowsOf(unusable, "SELECT 1"));
+    };
+    useOnce(); // SQLite's own lasting tables come with the first use
+    const auto before = sqlite3_memory_used();
+    useOnce();
+    EXPECT_EQ(sqlite3_memory_used(), before);
+}
+
 TEST_F(GovernorCatalogQuery, NoReadLockOutlivesAQuery) {
     EventDatabase daemons(path);
     daemons.makeTable();
