@@ -8,8 +8,6 @@ namespace varnhold::json {
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 // Every whole number of this size and below is exact in a double.
 constexpr double largestExactInteger = 9007199254740992.0;
 
@@ -23,8 +21,9 @@ struct TooDeep {};
 } // namespace
 
 Result<Value> parse(std::string_view text) {
-    if (text.starts_with(byteOrderMark)) {
-        text.remove_prefix(byteOrderMark.size());
+    // The parser takes a NUL for the end of its input and would never see what stands behind it.
+    if (text.find('\0') != std::string_view::npos) {
+        return failure("holds a NUL byte");
     }
     const auto limitDepth = [](int depth, Value::parse_event_t event, Value&) {
         const bool opens = event == Value::parse_event_t::object_start ||

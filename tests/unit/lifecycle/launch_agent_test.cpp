@@ -1,0 +1,227 @@
+#include "lifecycle/launch_agent.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <sys/stat.h>
+
+#include "fleet_fixture.h"
+#include "shell/daemon_code.h"
+
+namespace varnhold {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using Variables = std::map<std::string, std::string>;
+
+class GeneratePlist : public FleetFixture {
+protected:
+    [[nodiscard]] PropertyList written(const std::string& label) const {
+        return decodePropertyList(home.read(plistPath(label))).value();
+    }
+    [[nodiscard]] PropertyList generated(const BotConfig& bot) const {
+        EXPECT_EQ(generatePlist(context, bot), plistPath(bot.launchdLabel));
+        return written(bot.launchdLabel);
+    }
+    [[nodiscard]] Variables environmentOf(const BotConfig& bot) const {
+        return generated(bot).environmentVariables;
+    }
+    [[nodiscard]] Variables fixedVariables() const {
+        return {{"HOME", home.path()},
+                {"PATH", "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin"},
+                {"PYTHONPATH", home.at("daemon")},
+                {"DAEMON_RESOURCES", home.at("daemon")},
+                {"DAEMON_DATA_DIR", home.at("Library/Application Support/Varnhold")}};
+    }
+    static BotConfig withoutToken() {
+        BotConfig bot = botNamed("cos");
+        bot.token.clear();
+        return bot;
+    }
+};
+
+TEST_F(GeneratePlist, HoldsTheEightValuesOfTheAgent) {
+    Variables variables = fixedVariables();
+    variables["TELEGRAM_BOT_TOKEN"] = "token-cos";
+    EXPECT_EQ(generated(botNamed("cos")),
+              (PropertyList{.label = "com.ostrelleai.cos.telegramd",
+                            .keepAlive = true,
+                            .runAtLoad = true,
+                            .environmentVariables = variables,
+                            .programArguments = {findPython(), "-m", "provider_telegramd", "--dept",
+                                                 "cos", "--data-dir",
+                                                 home.at("Library/Application "
+                                                         "Support/Varnhold/data/cos")},
+                            .workingDirectory = home.at("daemon"),
+                            .standardOutPath = "/tmp/vh-cos.log",
+                            .standardErrorPath = "/tmp/vh-cos-error.log"}));
+}
+
+TEST_F(GeneratePlist, HasNoOtherKeys) {
+    generatePlist(context, botNamed("cos"));
+    const std::string text = home.read(plistOf("cos"));
+    std::size_t keys = 0;
+    for (std::size_t at = text.find("\n\t<key>"); at != std::string::npos;
+         at = text.find("\n\t<key>", at + 1)) {
+        ++keys;
+    }
+    EXPECT_EQ(keys, 8U);
+}
+
+TEST_F(GeneratePlist, ABundleWithDaemonCodeIsItsOwnResourceFolder) {
+    const std::string inside = fake.bundle + "/Contents/Resources/daemon";
+    home.makeFolder(inside);
+    const PropertyList list = generated(botNamed("cos"));
+    EXPECT_EQ(list.workingDirectory, inside);
+    EXPECT_EQ(list.environmentVariables.at("PYTHONPATH"), inside);
+    EXPECT_EQ(list.environmentVariables.at("DAEMON_RESOURCES"), inside);
+}
+
+TEST_F(GeneratePlist, TheGovernorHasNoneAndNoFileAppears) {
+    EXPECT_EQ(generatePlist(context, governor()), std::nullopt);
+    EXPECT_FALSE(fs::exists(constants.launchAgentsDir));
+}
+
+TEST_F(GeneratePlist, OnlyTheEndingOfTheLabelDecides) {
+    BotConfig bot = botNamed("cos");
+    for (const char* label : {"com.ostrelleai.cos", "com.ostrelleai.cos.telegramd2",
+                              "com.ostrelleai.cos.Telegramd", "telegramd", "", "a.telegramd "}) {
+        bot.launchdLabel = label;
+        EXPECT_FALSE(isStartable(bot)) << label;
+        EXPECT_EQ(generatePlist(context, bot), std::nullopt) << label;
+    }
+    for (const char* label : {"com.ostrelleai.cos.telegramd", ".telegramd", "x.telegramd"}) {
+        bot.launchdLabel = label;
+        EXPECT_TRUE(isStartable(bot)) << label;
+        EXPECT_EQ(generatePlist(context, bot), plistPath(label)) << label;
+    }
+}
+
+TEST_F(GeneratePlist, ASlackRecordGetsTheSameFile) {
+    BotConfig bot = botNamed("cos");
+    generatePlist(context, bot);
+    const std::string telegram = home.read(plistOf("cos"));
+    bot.service = BotService::slack;
+    generatePlist(context, bot);
+    EXPECT_EQ(home.read(plistOf("cos")), telegram);
+    EXPECT_EQ(environmentOf(bot).at("TELEGRAM_BOT_TOKEN"), "token-cos");
+}
+
+TEST_F(GeneratePlist, APausedRecordGetsAFileToo) {
+    EXPECT_EQ(generatePlist(context, pausedBot("cos")), plistOf("cos"));
+    EXPECT_TRUE(fs::exists(plistOf("cos")));
+}
+
+TEST_F(GeneratePlist, AnEmptyTokenLeavesItsVariableOut) {
+    EXPECT_EQ(environmentOf(withoutToken()), fixedVariables());
+}
+
+TEST_F(GeneratePlist, KeysAndTokensOfTheSignInFileBecomeVariables) {
+    writeSignIn(R"({"anthropicKey":"k1","openaiKey":"","oauthTokens":{"x-y":"t1"}})");
+    Variables expected = fixedVariables();
+    expected["ANTHROPIC_API_KEY"] = "k1";
+    expected["X-Y_OAUTH_TOKEN"] = "t1";
+    EXPECT_EQ(environmentOf(withoutToken()), expected);
+}
+
+TEST_F(GeneratePlist, ASignInFileThatCannotBeReadLeavesNoKeys) {
+    for (const char* content : {"", "[]", "\"x\"", "{\"openaiKey\":\"b\"", "{\"openaiKey\":\"b\"}x",
+                                "{\"openaiKey\":\"\xFF\"}"}) {
+        writeSignIn(content);
+        EXPECT_EQ(environmentOf(withoutToken()), fixedVariables()) << content;
+    }
+    fs::remove(constants.authConfigFile);
+    EXPECT_EQ(environmentOf(withoutToken()), fixedVariables());
+    home.makeFolder(constants.authConfigFile);
+    EXPECT_EQ(environmentOf(withoutToken()), fixedVariables());
+}
+
+TEST_F(GeneratePlist, KeysOfAnEarlierFileDoNotOutliveABrokenSignInFile) {
+    writeSignIn(R"({"openaiKey":"b"})");
+    EXPECT_EQ(environmentOf(withoutToken()).at("OPENAI_API_KEY"), "b");
+    writeSignIn("broken");
+    EXPECT_FALSE(environmentOf(withoutToken()).contains("OPENAI_API_KEY"));
+}
+
+TEST_F(GeneratePlist, ARoleWithABlankGoesUnchangedIntoArgumentsAndLogs) {
+    const PropertyList list = generated(botNamed("chief of staff"));
+    EXPECT_EQ(list.programArguments.at(4), "chief of staff");
+    EXPECT_EQ(list.programArguments.at(6), constants.appSupportDir + "/data/chief of staff");
+    EXPECT_EQ(list.standardOutPath, "/tmp/vh-chief of staff.log");
+    EXPECT_EQ(list.standardErrorPath, "/tmp/vh-chief of staff-error.log");
+}
+
+TEST_F(GeneratePlist, TwoLabelsWithOneRoleShareLogAndDataFolder) {
+    BotConfig second = botNamed("cos");
+    second.launchdLabel = "com.ostrelleai.other.telegramd";
+    const PropertyList a = generated(botNamed("cos"));
+    const PropertyList b = generated(second);
+    EXPECT_NE(a.label, b.label);
+    EXPECT_EQ(a.programArguments, b.programArguments);
+    EXPECT_EQ(a.standardOutPath, b.standardOutPath);
+    EXPECT_EQ(a.standardErrorPath, b.standardErrorPath);
+}
+
+TEST_F(GeneratePlist, APlaceThatTakesNoFileStillGivesThePath) {
+    home.write(constants.launchAgentsDir, "a file where a folder should be");
+    EXPECT_EQ(generatePlist(context, botNamed("cos")), plistOf("cos"));
+    EXPECT_EQ(home.read(constants.launchAgentsDir), "a file where a folder should be");
+}
+
+TEST_F(GeneratePlist, AFolderInThePlaceOfTheFileStillGivesThePath) {
+    home.makeFolder(plistOf("cos"));
+    EXPECT_EQ(generatePlist(context, botNamed("cos")), plistOf("cos"));
+    EXPECT_TRUE(fs::is_directory(plistOf("cos")));
+}
+
+TEST_F(GeneratePlist, TextThatNoFileCanCarryGivesNoneAndLeavesTheOldFile) {
+    generatePlist(context, botNamed("cos"));
+    const std::string before = home.read(plistOf("cos"));
+    BotConfig bot = botNamed("cos");
+    bot.token = "bad\x01token";
+    EXPECT_EQ(generatePlist(context, bot), std::nullopt);
+    EXPECT_EQ(home.read(plistOf("cos")), before);
+    EXPECT_FALSE(before.empty());
+}
+
+TEST_F(GeneratePlist, WritesOverTheOldFileInPlace) {
+    home.write(plistOf("cos"), std::string(100000, 'x'));
+    ::chmod(plistOf("cos").c_str(), 0600);
+    generatePlist(context, botNamed("cos"));
+    struct stat found {};
+    ASSERT_EQ(::stat(plistOf("cos").c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 07777U, 0600U);
+    EXPECT_EQ(written("com.ostrelleai.cos.telegramd").label, "com.ostrelleai.cos.telegramd");
+}
+
+TEST_F(GeneratePlist, DoesNotMakeTheAgentsDataFolder) {
+    generatePlist(context, botNamed("cos"));
+    EXPECT_FALSE(fs::exists(constants.appSupportDir + "/data"));
+}
+
+TEST_F(GeneratePlist, RunsNoChildProcess) {
+    generatePlist(context, botNamed("cos"));
+    EXPECT_TRUE(fake.record.empty());
+}
+
+TEST_F(GeneratePlist, RegeneratingWritesEveryStartableAgentThatIsNotPaused) {
+    writeBots({botNamed("cos"), pausedBot("cto"), governor(), botNamed("ea")});
+    regenerateAllPlists(context);
+    EXPECT_TRUE(fs::exists(plistOf("cos")));
+    EXPECT_FALSE(fs::exists(plistOf("cto")));
+    EXPECT_FALSE(fs::exists(plistPath("com.ostrelleai.governor")));
+    EXPECT_TRUE(fs::exists(plistOf("ea")));
+    EXPECT_TRUE(fake.record.empty());
+}
+
+TEST(LogPath, IsNamedByRole) {
+    EXPECT_EQ(logPath("cos"), "/tmp/vh-cos.log");
+    EXPECT_EQ(logPath("chief of staff"), "/tmp/vh-chief of staff.log");
+}
+
+} // namespace
+} // namespace varnhold

@@ -1,0 +1,168 @@
+#include "shell/daemon_code.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/files.h"
+#include "support/temporary_home.h"
+
+namespace varnhold {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using testing::TemporaryHome;
+
+std::string foundAmong(const std::set<std::string>& installed) {
+    return findPython([&](const std::string& path) { return installed.contains(path); });
+}
+
+TEST(FindPython, AsksForSixPlacesInThisOrder) {
+    std::vector<std::string> asked;
+    static_cast<void>(findPython([&](const std::string& path) {
+        asked.push_back(path);
+        return false;
+    }));
+    EXPECT_THAT(asked, ElementsAre("/opt/homebrew/bin/python3.14", "/opt/homebrew/bin/python3.13",
+                                   "/opt/homebrew/bin/python3.12", "/opt/homebrew/bin/python3",
+                                   "/usr/local/bin/python3", "/usr/bin/python3"));
+}
+
+TEST(FindPython, WithNoInterpreterAnywhereTheLastPlaceIsGivenAllTheSame) {
+    EXPECT_EQ(foundAmong({}), "/usr/bin/python3");
+}
+
+TEST(FindPython, EachPlaceIsTakenWhereItIsTheFirst) {
+    const std::vector<std::string> places{
+        "/opt/homebrew/bin/python3.14", "/opt/homebrew/bin/python3.13",
+        "/opt/homebrew/bin/python3.12", "/opt/homebrew/bin/python3",
+        "/usr/local/bin/python3",       "/usr/bin/python3"};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const std::set<std::string> rest(places.begin() + static_cast<std::ptrdiff_t>(i),
+                                         places.end());
+        EXPECT_EQ(foundAmong(rest), places[i]);
+    }
+}
+
+TEST(FindPython, AVersionedInterpreterWinsOverThePlainOne) {
+    EXPECT_EQ(foundAmong({"/opt/homebrew/bin/python3", "/opt/homebrew/bin/python3.13"}),
+              "/opt/homebrew/bin/python3.13");
+}
+
+TEST(FindPython, OtherVersionsAreNeverLookedFor) {
+    EXPECT_EQ(foundAmong({"/opt/homebrew/bin/python3.11", "/opt/homebrew/bin/python3.15",
+                          "/opt/homebrew/bin/python", "/usr/local/bin/python3.14"}),
+              "/usr/bin/python3");
+}
+
+TEST(FindPython, AnyExistingEntryCountsEvenAFolder) {
+    const TemporaryHome root;
+    root.makeFolder(root.at("opt/homebrew/bin/python3.14"));
+    root.write(root.at("usr/bin/python3"), "");
+    EXPECT_EQ(
+        findPython([&](const std::string& path) { return files::exists(root.path() + path); }),
+        "/opt/homebrew/bin/python3.14");
+}
+
+TEST(FindPython, LooksAgainAtEveryCall) {
+    const TemporaryHome root;
+    const auto look = [&](const std::string& path) { return files::exists(root.path() + path); };
+    EXPECT_EQ(findPython(look), "/usr/bin/python3");
+    root.write(root.at("usr/local/bin/python3"), "");
+    EXPECT_EQ(findPython(look), "/usr/local/bin/python3");
+}
+
+TEST(FindPython, OnThisMachineAsksItsFileSystem) {
+    EXPECT_EQ(findPython(), findPython(files::exists));
+}
+
+TEST(DaemonResourcesPath, IsInsideTheBundleWhereThatExists) {
+    const TemporaryHome home;
+    const std::string bundle = home.at("Varnhold.app");
+    home.makeFolder(bundle + "/Contents/Resources/daemon");
+    home.makeFolder(home.at("daemon"));
+    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+}
+
+TEST(DaemonResourcesPath, InsideTheBundleEvenAFileCounts) {
+    const TemporaryHome home;
+    const std::string bundle = home.at("Varnhold.app");
+    home.write(bundle + "/Contents/Resources/daemon", "");
+    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+}
+
+TEST(DaemonResourcesPath, InsideTheBundleThePathStaysAsItStands) {
+    const TemporaryHome home;
+    home.makeFolder(home.at("Varnhold.app/Contents/Resources/daemon"));
+    const std::string bundle = home.path() + "/./x/..//Varnhold.app";
+    home.makeFolder(home.at("x"));
+    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+}
+
+TEST(DaemonResourcesPath, OtherwiseIsTheSiblingWhetherOrNotItExists) {
+    const TemporaryHome home;
+    const std::string root = fs::canonical(home.path());
+    home.makeFolder(root + "/Varnhold.app/Contents");
+    EXPECT_EQ(daemonResourcesPath(root + "/Varnhold.app"), root + "/daemon");
+    home.makeFolder(root + "/daemon");
+    EXPECT_EQ(daemonResourcesPath(root + "/Varnhold.app"), root + "/daemon");
+    EXPECT_EQ(daemonResourcesPath("/nonexistent/lib/varnhold"), "/nonexistent/lib/daemon");
+}
+
+TEST(DaemonResourcesPath, LooksAgainAtEveryUse) {
+    const TemporaryHome home;
+    const std::string bundle = home.at("Varnhold.app");
+    EXPECT_TRUE(daemonResourcesPath(bundle).ends_with("/daemon"));
+    EXPECT_FALSE(daemonResourcesPath(bundle).ends_with("/Contents/Resources/daemon"));
+    home.makeFolder(bundle + "/Contents/Resources/daemon");
+    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+}
+
+TEST(EnsureAppSupportDirs, MakesThreeFoldersAndNothingElse) {
+    const TemporaryHome home;
+    const Constants constants(home.path());
+    ensureAppSupportDirs(constants);
+    std::set<std::string> made;
+    for (const auto& entry : fs::recursive_directory_iterator(home.path())) {
+        made.insert(fs::relative(entry.path(), home.path()));
+    }
+    EXPECT_EQ(made, (std::set<std::string>{"Library", "Library/Application Support",
+                                           "Library/Application Support/Varnhold",
+                                           "Library/Application Support/Varnhold/data",
+                                           "Library/Application Support/Varnhold/locks"}));
+}
+
+TEST(EnsureAppSupportDirs, FoldersThatAreThereKeepTheirContent) {
+    const TemporaryHome home;
+    const Constants constants(home.path());
+    home.write(constants.appSupportDir + "/data/cos/note", "kept");
+    ensureAppSupportDirs(constants);
+    ensureAppSupportDirs(constants);
+    EXPECT_EQ(home.read(constants.appSupportDir + "/data/cos/note"), "kept");
+    EXPECT_TRUE(fs::is_directory(constants.appSupportDir + "/locks"));
+}
+
+TEST(EnsureAppSupportDirs, AHomeThatTakesNoFoldersIsLeftAsItIs) {
+    const TemporaryHome home;
+    home.write(home.at("Library"), "a file where a folder should be");
+    ensureAppSupportDirs(Constants(home.path()));
+    EXPECT_EQ(home.read(home.at("Library")), "a file where a folder should be");
+    EXPECT_EQ(std::distance(fs::directory_iterator(home.path()), fs::directory_iterator()), 1);
+}
+
+TEST(EnsureAppSupportDirs, AFailureOnOneFolderDoesNotKeepTheNextFromBeingMade) {
+    const TemporaryHome home;
+    const Constants constants(home.path());
+    home.write(constants.appSupportDir + "/data", "a file where a folder should be");
+    ensureAppSupportDirs(constants);
+    EXPECT_TRUE(fs::is_regular_file(constants.appSupportDir + "/data"));
+    EXPECT_TRUE(fs::is_directory(constants.appSupportDir + "/locks"));
+}
+
+} // namespace
+} // namespace varnhold
