@@ -1,5 +1,6 @@
 #include "views/status_menu.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <algorithm>
 
@@ -40,9 +41,10 @@ void StatusMenu::append(const MenuRow& row) {
     if (!key.isEmpty()) {
         keys_.emplace_back(key, action);
     }
-    // Queued, so that a slow action runs after the menu has closed.
+    // Queued, so that a slow action runs after the menu has closed; by then the menu may be gone,
+    // so the application receives it.
     connect(
-        action, &QAction::triggered, this,
+        action, &QAction::triggered, qApp,
         [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
         Qt::QueuedConnection);
 }

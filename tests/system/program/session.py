@@ -57,7 +57,7 @@ class Session:
         self.support = self.home / "Library/Application Support/Varnhold"
         self.environment = dict(os.environ, DISPLAY=DISPLAY)
         self.screen = subprocess.Popen(
-            ["Xvfb", DISPLAY, "-screen", "0", "1400x1000x24", "-nolisten", "tcp"],
+            ["Xvfb", DISPLAY, "-screen", "0", "1400x1000x24", "-nolisten", "tcp", "-noreset"],
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_until("the display", lambda: self.tool("xdpyinfo").returncode == 0)
         self.window_manager = subprocess.Popen(["openbox"], env=self.environment,
