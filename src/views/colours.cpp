@@ -31,6 +31,11 @@ QColor quietColour(const QPalette& palette) {
 void drawPanel(QPainter& painter, const QRectF& place, const QPalette& palette, qreal radius,
                float strength) {
     painter.save();
+    // A mask cuts the corners where nothing blends them; smooth ones would be dark behind it.
+    const auto* widget = dynamic_cast<const QWidget*>(painter.device());
+    if (widget != nullptr && !widget->mask().isEmpty()) {
+        painter.fillRect(place, palette.color(QPalette::Window));
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     QColor frame = palette.color(QPalette::WindowText);
     frame.setAlphaF(strength);
