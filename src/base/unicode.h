@@ -13,7 +13,7 @@ namespace varnhold::unicode {
 // Strict: no overlong form, no surrogate, no sequence cut at either end.
 [[nodiscard]] bool isValidUtf8(std::string_view text);
 
-// Text with each malformed byte sequence replaced by U+FFFD.
+// Text with each malformed byte replaced by U+FFFD.
 [[nodiscard]] std::string repaired(std::string_view text);
 
 [[nodiscard]] std::string toUpper(std::string_view text);
