@@ -17,9 +17,8 @@ int main(int argc, char** argv) {
     }
     const std::string own = platform::executablePath();
     const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): this program has one thread
-    const std::string runtime =
-        platform::runtimeDirectory(std::getenv("XDG_RUNTIME_DIR"), ::getuid());
+    const char* const xdgRuntime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
+    const std::string runtime = platform::runtimeDirectory(xdgRuntime, ::getuid());
     services::S6Manager manager(runtime, agentExec);
     return services::perform(*command, manager, ::getuid(), std::cout, std::cerr);
 }

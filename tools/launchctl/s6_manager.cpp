@@ -163,7 +163,7 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     const JobFiles job(jobFolder(name));
     removeTree(job.folder()); // left by a launchctl that was killed half-way
     for (const std::string& path : {folder_ + "/jobs", job.folder()}) {
-        if (const auto made = makePrivateFolder(path); !made) {
+        if (auto made = makePrivateFolder(path); !made) {
             return made;
         }
     }
@@ -191,7 +191,7 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
 Result<void> S6Manager::load(const std::string& name, bool starts) const {
     {
         const auto alone = FileLock::take(folder_ + "/scanner-lock", FileLock::Kind::exclusive);
-        const auto started = alone ? scanner_.start() : failure(alone.error());
+        auto started = alone ? scanner_.start() : failure(alone.error());
         if (!started) {
             return started;
         }
