@@ -23,6 +23,10 @@ namespace varnhold::unicode {
 // start a new word, so "mlx-local" gives "Mlx-Local" and "don't" gives "Don't".
 [[nodiscard]] std::string capitalized(std::string_view text);
 
+// Text without blanks and line breaks at its two ends: what Unicode counts as such, and the
+// zero-width space.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
 // Characters as a person counts them (grapheme clusters): a flag or a joined emoji is one.
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 [[nodiscard]] std::string firstCharacters(std::string_view text, std::size_t count);
