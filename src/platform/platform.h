@@ -124,6 +124,21 @@ public:
                                                          const std::string& argument) const = 0;
 };
 
+// Small values kept for the user between runs, by key. A value is seen as soon as it is set and
+// reaches the disk in the platform's own time. Main thread only.
+class UserDefaults {
+public:
+    virtual ~UserDefaults() = default;
+
+    // Empty where nothing is stored.
+    [[nodiscard]] virtual std::string string(const std::string& key) const = 0;
+    virtual void setString(const std::string& key, const std::string& value) = 0;
+
+    // False where nothing is stored.
+    [[nodiscard]] virtual bool boolean(const std::string& key) const = 0;
+    virtual void setBoolean(const std::string& key, bool value) = 0;
+};
+
 // One of each, by reference; the owner keeps them alive longer than anything that holds this.
 struct Platform {
     Processes& processes;
@@ -131,6 +146,7 @@ struct Platform {
     Timers& timers;
     Clock& clock;
     System& system;
+    UserDefaults& defaults;
 };
 
 } // namespace varnhold::platform
