@@ -48,6 +48,9 @@ struct CustomBotGroup {
 [[nodiscard]] Result<CustomBotGroup> decodeGroup(const json::Value& value);
 [[nodiscard]] json::Value encode(const CustomBotGroup& group);
 
+// Size of "[]": a file of no more bytes has nothing in it worth keeping.
+inline constexpr std::size_t emptyGroupsFileSize = 2;
+
 [[nodiscard]] Result<std::vector<CustomBotGroup>> decodeGroups(std::string_view text);
 
 // Fails for a budget that is no finite number: JSON has no text for it.
