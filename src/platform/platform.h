@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/user_defaults.h"
+
 // Everything the program asks of its surroundings, as small interfaces handed down by reference.
 //
 // The floors above know only this header. The real implementations stand in qt/ and, where systems
@@ -122,21 +124,6 @@ public:
     // script runs with one argument.
     [[nodiscard]] virtual ProcessRequest terminalRequest(const std::string& script,
                                                          const std::string& argument) const = 0;
-};
-
-// Small values kept for the user between runs, by key. A value is seen as soon as it is set and
-// reaches the disk in the platform's own time. Main thread only.
-class UserDefaults {
-public:
-    virtual ~UserDefaults() = default;
-
-    // Empty where nothing is stored.
-    [[nodiscard]] virtual std::string string(const std::string& key) const = 0;
-    virtual void setString(const std::string& key, const std::string& value) = 0;
-
-    // False where nothing is stored.
-    [[nodiscard]] virtual bool boolean(const std::string& key) const = 0;
-    virtual void setBoolean(const std::string& key, bool value) = 0;
 };
 
 // One of each, by reference; the owner keeps them alive longer than anything that holds this.

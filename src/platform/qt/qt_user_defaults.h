@@ -3,7 +3,7 @@
 #include <QSettings>
 #include <string>
 
-#include "platform/platform.h"
+#include "platform/user_defaults.h"
 
 namespace varnhold::platform {
 
