@@ -15,6 +15,10 @@ if(VARNHOLD_SANITIZE)
         -fsanitize=${VARNHOLD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(varnhold_flags INTERFACE -fsanitize=${VARNHOLD_SANITIZE})
 endif()
+if(VARNHOLD_FUZZ)
+    # All our code tells the fuzzer where it has been; only its own programs have its main.
+    target_compile_options(varnhold_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # varnhold_library(NAME SOURCES ... LINKS ...): the static library of one folder under src/.
 function(varnhold_library name)
