@@ -188,9 +188,23 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     return done;
 }
 
+// A scanner that is about to start would bring back whatever a killed session has left linked.
+void S6Manager::forgetFormerJobs() const {
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(folder_ + "/scan", error)) {
+        const std::string name = entry.path().filename().string();
+        if (labelOfName(name) && !isSupervised(jobFolder(name))) {
+            ::unlink(link(name).c_str());
+        }
+    }
+}
+
 Result<void> S6Manager::load(const std::string& name, bool starts) const {
     {
         const auto alone = FileLock::take(folder_ + "/scanner-lock", FileLock::Kind::exclusive);
+        if (alone && !scanner_.isRunning()) {
+            forgetFormerJobs();
+        }
         auto started = alone ? scanner_.start() : failure(alone.error());
         if (!started) {
             return started;

@@ -43,6 +43,7 @@ private:
     [[nodiscard]] Result<Locks> lock(const std::string& name) const;
     [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
                                         const std::string& content) const;
+    void forgetFormerJobs() const;
     [[nodiscard]] Result<void> load(const std::string& name, bool starts) const;
     [[nodiscard]] Result<void> unload(const std::string& name) const;
     void command(const std::string& name, const char* letters) const;

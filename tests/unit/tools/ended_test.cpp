@@ -1,0 +1,115 @@
+#include "agent_exec/ended.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <ctime>
+#include <future>
+#include <string>
+
+#include "support/temporary_home.h"
+
+namespace varnhold::services {
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto atOnce = 5s; // far below the throttle, far above what a busy machine needs
+
+class Ended : public ::testing::Test {
+protected:
+    Ended() {
+        keepAlive(true);
+        EXPECT_TRUE(job.makeWakePipe());
+    }
+
+    void keepAlive(bool value) {
+        const PropertyList list{
+            .label = "com.example", .keepAlive = value, .programArguments = {"/bin/true"}};
+        home.write(job.definitionPath(), encodePropertyList(list).value());
+    }
+
+    void startedBefore(std::chrono::nanoseconds ago) {
+        timespec now{};
+        ::clock_gettime(CLOCK_BOOTTIME, &now);
+        const auto start =
+            std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec) - ago;
+        home.write(home.at("job/last-start"), std::to_string(start.count()));
+    }
+
+    testing::TemporaryHome home;
+    JobFiles job{home.at("job")};
+};
+
+TEST_F(Ended, NotesHowTheAgentEnded) {
+    EXPECT_EQ(job.lastEnd(), std::nullopt);
+    EXPECT_EQ(agentEnded(job, 9), AfterEnd::startAgain);
+    EXPECT_EQ(job.lastEnd(), 9);
+    EXPECT_EQ(agentEnded(job, 3 << 8), AfterEnd::startAgain);
+    EXPECT_EQ(job.lastEnd(), 3 << 8);
+}
+
+TEST_F(Ended, AnAgentThatRanLongComesBackAtOnce) {
+    startedBefore(throttle + 1s);
+    const auto begin = Clock::now();
+    EXPECT_EQ(agentEnded(job, 0), AfterEnd::startAgain);
+    EXPECT_LT(Clock::now() - begin, atOnce);
+}
+
+TEST_F(Ended, OneThatRanShortlyWaitsForTheRestOfTheTenSeconds) {
+    startedBefore(throttle - 300ms);
+    const auto begin = Clock::now();
+    EXPECT_EQ(agentEnded(job, 0), AfterEnd::startAgain);
+    EXPECT_GE(Clock::now() - begin, 250ms); // some of the 300 went by while the test set out
+    EXPECT_LT(Clock::now() - begin, atOnce);
+}
+
+TEST_F(Ended, AHurryBeforeTheEndSkipsTheWaitAndIsForgotten) {
+    startedBefore(0s);
+    job.hurry();
+    const auto begin = Clock::now();
+    EXPECT_EQ(agentEnded(job, 15), AfterEnd::startAgain);
+    EXPECT_LT(Clock::now() - begin, atOnce);
+    EXPECT_FALSE(job.waitUnlessHurried(0s));
+}
+
+TEST_F(Ended, AHurryDuringTheWaitEndsIt) {
+    startedBefore(0s);
+    const auto begin = Clock::now();
+    auto next = std::async(std::launch::async, [this] { return agentEnded(job, 15); });
+    job.hurry(); // seen as a file or through the pipe, whichever comes first
+    EXPECT_EQ(next.get(), AfterEnd::startAgain);
+    EXPECT_LT(Clock::now() - begin, atOnce);
+}
+
+TEST_F(Ended, AJobThatIsNotKeptAliveStaysDownAtOnce) {
+    keepAlive(false);
+    startedBefore(0s);
+    const auto begin = Clock::now();
+    EXPECT_EQ(agentEnded(job, 0), AfterEnd::stayDown);
+    EXPECT_LT(Clock::now() - begin, atOnce);
+}
+
+TEST_F(Ended, AJobThatIsNotKeptAliveStartsAgainForSomebodyInAHurry) {
+    keepAlive(false);
+    startedBefore(0s);
+    job.hurry();
+    EXPECT_EQ(agentEnded(job, 0), AfterEnd::startAgain);
+    EXPECT_EQ(agentEnded(job, 0), AfterEnd::stayDown);
+}
+
+TEST_F(Ended, AJobWithoutItsDefinitionStaysDown) {
+    home.write(job.definitionPath(), "broken");
+    EXPECT_EQ(agentEnded(job, 0), AfterEnd::stayDown);
+}
+
+TEST_F(Ended, NotesThatCannotBeReadCountAsNone) {
+    home.write(home.at("job/last-start"), "yesterday");
+    home.write(home.at("job/last-end"), "badly");
+    EXPECT_EQ(job.lastEnd(), std::nullopt);
+    EXPECT_EQ(job.sinceStart(), std::chrono::nanoseconds::max());
+}
+
+} // namespace
+} // namespace varnhold::services

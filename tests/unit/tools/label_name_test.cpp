@@ -1,0 +1,83 @@
+#include "launchctl/label_name.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <string>
+
+namespace varnhold::services {
+namespace {
+
+std::string nameOf(const std::string& label) {
+    const auto name = nameOfLabel(label);
+    return name ? *name : "refused: " + name.error();
+}
+
+TEST(NameOfLabel, LeavesPlainLabelsAsTheyAre) {
+    EXPECT_EQ(nameOf("com.ostrelleai.cos.telegramd"), "com.ostrelleai.cos.telegramd");
+    EXPECT_EQ(nameOf("A-z_09.x"), "A-z_09.x");
+}
+
+TEST(NameOfLabel, WritesEveryOtherByteInHex) {
+    EXPECT_EQ(nameOf("a b"), "a%20b");
+    EXPECT_EQ(nameOf("50%"), "50%25");
+    EXPECT_EQ(nameOf("a/../b"), "a%2F..%2Fb");
+    EXPECT_EQ(nameOf("\"$x'\\"), "%22%24x%27%5C");
+    EXPECT_EQ(nameOf("ü"), "%C3%BC");
+    EXPECT_EQ(nameOf("\xFF"), "%FF");
+}
+
+TEST(NameOfLabel, NeverBeginsWithADot) {
+    EXPECT_EQ(nameOf("."), "%2E");
+    EXPECT_EQ(nameOf(".."), "%2E.");
+    EXPECT_EQ(nameOf(".hidden"), "%2Ehidden");
+}
+
+TEST(NameOfLabel, RefusesWhatCouldForgeARowOrFitsNoFileName) {
+    EXPECT_EQ(nameOf(""), "refused: a label can't be empty");
+    for (const char* label : {"a\nb", "a\tb", "\r", "a\x7F", "\x1B[2J"}) {
+        EXPECT_EQ(nameOf(label), "refused: a label can't hold control characters");
+    }
+    EXPECT_EQ(nameOf(std::string("a\0b", 3)), "refused: a label can't hold control characters");
+    EXPECT_EQ(nameOf(std::string(241, 'a')), "refused: the label is too long");
+    EXPECT_EQ(nameOf(std::string(240, 'a')), std::string(240, 'a'));
+    EXPECT_EQ(nameOf(std::string(81, ' ')), "refused: the label is too long");
+}
+
+TEST(LabelOfName, TurnsEveryNameBack) {
+    EXPECT_EQ(labelOfName("a%20b"), "a b");
+    EXPECT_EQ(labelOfName("%2Ehidden"), ".hidden");
+    EXPECT_EQ(labelOfName("com.example"), "com.example");
+}
+
+TEST(LabelOfName, KnowsNamesThatNoLabelHas) {
+    for (const char* name : {"", "%", "%2", "%2g", "%zz", "a%", "%41", "%2f", ".hidden", "a b",
+                             "a/b", "%0A", "%+2", "%-1", "ü"}) {
+        EXPECT_EQ(labelOfName(name), std::nullopt) << name;
+    }
+}
+
+TEST(LabelName, RandomBytesGoThereAndBackAndNeverShareAName) {
+    std::mt19937 random(20240607); // NOLINT(cert-msc51-cpp): the same labels each time
+    std::uniform_int_distribution<int> byte(0x20, 0xFF);
+    std::uniform_int_distribution<std::size_t> length(1, 60);
+    std::set<std::string> labels;
+    std::set<std::string> names;
+    for (int round = 0; round < 5000; ++round) {
+        std::string label;
+        for (std::size_t left = length(random); left > 0; --left) {
+            const int value = byte(random);
+            label += static_cast<char>(value == 0x7F ? ' ' : value);
+        }
+        const std::string name = nameOf(label);
+        EXPECT_EQ(labelOfName(name), label);
+        EXPECT_EQ(name.find('/'), std::string::npos);
+        labels.insert(label);
+        names.insert(name);
+    }
+    EXPECT_EQ(labels.size(), names.size());
+}
+
+} // namespace
+} // namespace varnhold::services
