@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <unistd.h>
@@ -9,6 +10,8 @@
 
 int main(int argc, char** argv) {
     using namespace varnhold;
+    // A pipe whose reader has just ended is an error to be told, not an end of this program.
+    std::signal(SIGPIPE, SIG_IGN);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto command = services::parseCommandLine(arguments);
     if (!command) {

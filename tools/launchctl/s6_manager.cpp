@@ -234,6 +234,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
     if (!name) {
         return failure(name.error());
     }
+    const TakeDownAtEnd atEnd{*this};
     const auto locks = lock(*name);
     if (!locks) {
         return failure(locks.error());
@@ -277,19 +278,17 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
     if (!name || !linkExists(link(*name))) {
         return Outcome::notLoaded;
     }
-    {
-        const auto locks = lock(*name);
-        if (!locks) {
-            return failure(locks.error());
-        }
-        if (!isLoaded(*name)) {
-            return Outcome::notLoaded;
-        }
-        if (const auto done = unload(*name); !done) {
-            return failure(done.error());
-        }
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = lock(*name);
+    if (!locks) {
+        return failure(locks.error());
     }
-    takeDownIfEmpty();
+    if (!isLoaded(*name)) {
+        return Outcome::notLoaded;
+    }
+    if (const auto done = unload(*name); !done) {
+        return failure(done.error());
+    }
     return Outcome::done;
 }
 
@@ -298,6 +297,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     if (!name || !linkExists(link(*name))) {
         return Outcome::notLoaded;
     }
+    const TakeDownAtEnd atEnd{*this};
     const auto locks = lock(*name);
     if (!locks) {
         return failure(locks.error());

@@ -31,6 +31,11 @@ public:
     Result<Outcome> stop(const std::string& label) override;
 
 private:
+    // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
+    struct TakeDownAtEnd {
+        const S6Manager& manager;
+        ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
+    };
     struct Locks {
         FileLock tree;
         FileLock label;

@@ -1,6 +1,7 @@
 #include "launchctl/s6_scanner.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -27,6 +28,7 @@ constexpr const char* mostServices = "10000"; // far above any fleet; the defaul
 
 // In the grandchild: no terminal, no folder, no descriptor and no variable of the caller's is left.
 [[noreturn]] void becomeScanner(const char* folder) {
+    std::signal(SIGPIPE, SIG_DFL);
     const int null = ::open("/dev/null", O_RDWR);
     for (int target = 0; target <= 2; ++target) {
         ::dup2(null, target);
