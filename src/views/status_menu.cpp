@@ -1,6 +1,7 @@
 #include "views/status_menu.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <algorithm>
 
 #include "views/colours.h"
@@ -8,6 +9,11 @@
 #include "views/qt_text.h"
 
 namespace varnhold {
+
+QKeySequence menuKey(const MenuRow& row) {
+    return row.key.empty() ? QKeySequence()
+                           : QKeySequence(QStringLiteral("Ctrl+") + toQString(row.key).toUpper());
+}
 
 StatusMenu::StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent)
     : QMenu(parent), choose_(std::move(choose)) {
@@ -29,9 +35,8 @@ void StatusMenu::append(const MenuRow& row) {
         return;
     }
     QString text = menuText(row.title);
-    QKeySequence key;
-    if (!row.key.empty()) {
-        key = QKeySequence(QStringLiteral("Ctrl+") + toQString(row.key).toUpper());
+    const QKeySequence key = menuKey(row);
+    if (!key.isEmpty()) {
         text += QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
     }
     QAction* action = addAction(text);
@@ -50,6 +55,13 @@ void StatusMenu::append(const MenuRow& row) {
 void StatusMenu::resizeEvent(QResizeEvent* event) {
     QMenu::resizeEvent(event);
     roundCorners(*this, menuRadius);
+}
+
+void StatusMenu::mousePressEvent(QMouseEvent* event) {
+    if (!rect().contains(event->position().toPoint())) {
+        emit pressedOutside();
+    }
+    QMenu::mousePressEvent(event);
 }
 
 void StatusMenu::keyPressEvent(QKeyEvent* event) {
