@@ -9,7 +9,8 @@ namespace varnhold {
 
 namespace {
 
-constexpr int gapUnderAnchor = 2;    // points
+constexpr int gapUnderAnchor = 2; // points
+constexpr int edgeGap = 4;
 constexpr qint64 samePressFor = 250; // milliseconds in which the press that closed the menu arrives
 
 } // namespace
@@ -26,8 +27,10 @@ void MenuOpener::open(const QRect& anchor, QWidget* parent) {
             closed_();
         }
     });
-    menu_->popup(placeBeside(anchor, menu_->sizeHint(), screenAt(anchor).availableGeometry(),
-                             Alignment::left, gapUnderAnchor));
+    const QRect area = screenAt(anchor).availableGeometry();
+    menu_->popup(placeBeside(anchor, menu_->sizeHint(),
+                             area.adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap), Alignment::left,
+                             gapUnderAnchor));
 }
 
 bool MenuOpener::pressHasClosedIt() const {

@@ -21,6 +21,7 @@ StatusMenu::StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget*
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowFlag(Qt::FramelessWindowHint);
     setAccessibleName(QStringLiteral("Varnhold"));
+    setWindowTitle(QStringLiteral("Varnhold menu")); // where desktops list windows, and for tests
     auto* style = new MenuStyle;
     style->setParent(this);
     setStyle(style);
