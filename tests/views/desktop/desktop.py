@@ -18,6 +18,8 @@ from session import command_lines, wait_until  # noqa: E402
 DISPLAY = ":99"
 BUS = "unix:path=/tmp/runtime/bus"
 
+WATCHER = "org.kde.StatusNotifierWatcher"
+
 # Stands for the service manager's tool: prints the job list of the moment and notes every call.
 LAUNCHCTL = """#!/bin/sh
 echo "$*" >>"$HOME/calls"
@@ -108,6 +110,12 @@ class Desktop:
         wait_until("the tray", lambda: self.windows("panel"))
         return tray
 
+    def start_panel(self):
+        """A panel that shows tray icons which describe themselves over the bus."""
+        panel = self.spawn(self.build / "tests/fake_panel")
+        wait_until("the panel", lambda: WATCHER in self.bus_names())
+        return panel
+
     def end(self):
         for child in reversed(self.started):
             if child.poll() is None:
@@ -123,6 +131,42 @@ class Desktop:
 
     def instances(self):
         return [pid for pid, line in command_lines().items() if "bin/varnhold" in line]
+
+    # -- a tray icon over the bus ---------------------------------------------------------------
+
+    def ask(self, *words):
+        """Answer of a call on the bus as plain data; None if there is none."""
+        done = self.tool("busctl", f"--address={BUS}", "--json=short", "--", *words)
+        return json.loads(done.stdout)["data"] if done.returncode == 0 and done.stdout else None
+
+    def notifier(self):
+        """Name on the bus of the tray icon that has announced itself last."""
+        def last():
+            items = self.ask("get-property", WATCHER, "/StatusNotifierWatcher", WATCHER,
+                             "RegisteredStatusNotifierItems")
+            return items[-1] if items else None
+        return wait_until("a tray icon", last)
+
+    def notifier_property(self, name):
+        return self.ask("get-property", self.notifier(), "/StatusNotifierItem",
+                        "org.kde.StatusNotifierItem", name)
+
+    def menu_call(self, method, *words):
+        path = self.notifier_property("Menu")
+        return self.ask("call", self.notifier(), path, "com.canonical.dbusmenu", method, *words)
+
+    def exported_rows(self):
+        """Rows of the menu as the panel gets them: id and properties."""
+        _, (_, _, rows) = self.menu_call("GetLayout", "iias", "0", "-1", "0")
+        return [(row["data"][0], {name: value["data"] for name, value in row["data"][1].items()})
+                for row in rows]
+
+    def exported_labels(self):
+        return [row.get("label", "-") for _, row in self.exported_rows()]
+
+    def click_exported(self, label):
+        row = next(number for number, row in self.exported_rows() if row.get("label") == label)
+        self.menu_call("Event", "isvu", str(row), "clicked", "s", "", "0")
 
     # -- what is on the screen ------------------------------------------------------------------
 
