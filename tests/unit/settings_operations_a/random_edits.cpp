@@ -190,7 +190,7 @@ void RandomEdits::dragAboutAndRelease() {
 }
 
 void RandomEdits::dropOnLibrary() {
-    const std::string payload = anyPayload();
+    const std::string payload = random_.below(3) == 0 ? twin_ : anyPayload();
     real_.dropOnLibrary(payload);
     rules_.endDrag();
     rules_.dropOnLibrary(payload);
@@ -225,7 +225,9 @@ void RandomEdits::connectOrDisconnect() {
 // What only someone who edits the files can bring about: one uid in two places.
 void RandomEdits::editFileByHand() {
     if (const AIModelItem* row = anyRow()) {
-        rules_.chains[anyList()].push_back(AIModelItem(*row));
+        const AIModelItem twin = *row;
+        twin_ = twin.uid();
+        rules_.chains[anyList()].push_back(twin);
         adoptByHand();
     }
 }

@@ -60,6 +60,7 @@ private:
     Editing real_;
     Rules rules_;
     std::deque<Late> late_;
+    std::string twin_; // uid that was last put into a second place
     std::set<std::string> given_;
     bool wellGiven_ = true;
     int count_ = 0;
