@@ -59,8 +59,9 @@ void FakePlatform::postMainAfter(milliseconds delay, platform::Task task) {
     main_.push_back({now_ + delay, std::move(task)});
 }
 
-void FakePlatform::postBackground(platform::Priority, platform::Task task) {
+void FakePlatform::postBackground(platform::Priority priority, platform::Task task) {
     record.emplace_back("post background");
+    priorities.push_back(priority);
     background_.push_back(std::move(task));
 }
 

@@ -38,6 +38,9 @@ public:
     std::vector<Child> children;
     std::vector<std::string> record;
 
+    // Of the background tasks, in the order of posting.
+    std::vector<platform::Priority> priorities;
+
     // What children answer; by default they run and print nothing.
     std::function<platform::ProcessResult(const platform::ProcessRequest&)> answer;
 
