@@ -17,6 +17,8 @@ namespace varnhold {
 
 struct ModelRow;
 struct RealTimeDropDelegate;
+class CustomGroupsColumn;
+struct ManageCustomGroupsSheet;
 
 // Steps of appearing that belong to other subjects than files.
 struct AppearingSteps {
@@ -88,6 +90,15 @@ public:
     void tickKeepalive();
     void checkOllamaDownload(const AIModelItem& item);
     void downloadOllama(const AIModelItem& item);
+
+    // Bots (bot_editing.h), provider logins (sign_in.h) and custom groups (groups_wiring.h).
+    void addBot();
+    void togglePauseBot(const BotConfig& bot);
+    void removeBot(const BotConfig& bot);
+    void fetchNames();
+    void runScout(const std::optional<std::string>& key);
+    [[nodiscard]] CustomGroupsColumn groupsColumn();
+    [[nodiscard]] ManageCustomGroupsSheet groupsSheet();
 
 private:
     void loadChain(TargetList list);
