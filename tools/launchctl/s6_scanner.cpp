@@ -1,6 +1,7 @@
 #include "launchctl/s6_scanner.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -33,6 +34,7 @@ constexpr const char* mostServices = "10000"; // far above any fleet; the defaul
     }
     ::close_range(3, ~0U, 0);
     static_cast<void>(!::chdir("/"));
+    std::signal(SIGPIPE, SIG_DFL);
     char path[] = "PATH=/usr/bin:/bin:/usr/sbin:/sbin";
     char* const environment[] = {path, nullptr};
     for (const char* program :
