@@ -15,6 +15,10 @@ if(VARNHOLD_SANITIZE)
         -fsanitize=${VARNHOLD_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(varnhold_flags INTERFACE -fsanitize=${VARNHOLD_SANITIZE})
 endif()
+if(VARNHOLD_FUZZ)
+    # All our code tells the fuzzer where it has been; only its own programs have its main.
+    target_compile_options(varnhold_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # varnhold_library(NAME SOURCES ... LINKS ...): the static library of one folder under src/.
 function(varnhold_library name)
@@ -25,11 +29,15 @@ function(varnhold_library name)
     target_link_libraries(varnhold_${name} PUBLIC varnhold_flags ${ARG_LINKS})
 endfunction()
 
-# varnhold_test(NAME SOURCES ... LINKS ...): one GoogleTest program; each case is a test of ctest.
+# varnhold_test(NAME [OWN_HEADERS] SOURCES ... LINKS ...): one GoogleTest program; each case is a test
+# of ctest. OWN_HEADERS is for programs built with other flags than the plain ones (Qt's).
 function(varnhold_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "OWN_HEADERS" "" "SOURCES;LINKS" ${ARGN})
     add_executable(test_${name} ${ARG_SOURCES})
     target_link_libraries(test_${name} PRIVATE varnhold_flags GTest::gmock_main ${ARG_LINKS})
+    if(TARGET varnhold_test_headers AND NOT ARG_OWN_HEADERS)
+        target_precompile_headers(test_${name} REUSE_FROM varnhold_test_headers)
+    endif()
     set_target_properties(test_${name} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
     gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS unit)

@@ -171,7 +171,7 @@ void AppDelegate::rebuildMenu() {
                                          .bots = loadBots(),
                                          .statuses = globalStatusMap_,
                                          .models = agentModelMap_,
-                                         .groups = {}}));
+                                         .groups = loadMenuGroups(constants_)}));
 }
 
 void AppDelegate::reloginProvider(const std::string& provider) {

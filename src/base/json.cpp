@@ -85,8 +85,9 @@ Result<std::int64_t> asInteger(const Value& value) {
         return unexpectedType("a whole number", value);
     }
     const double found = value.get<double>();
-    // -2^63 fits and 2^63 doesn't; both are exact as doubles.
-    if (std::trunc(found) != found || found < -0x1p63 || found >= 0x1p63) {
+    // A whole number that is given as a fraction or beyond 64 bits arrives here rounded, so the two
+    // ends of the range can't be told from what lies past them.
+    if (std::trunc(found) != found || found <= -0x1p63 || found >= 0x1p63) {
         return failure("not a whole number within 64 bits");
     }
     return static_cast<std::int64_t>(found);

@@ -1,5 +1,6 @@
 #include "base/unicode.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <utf8proc.h>
@@ -107,6 +108,17 @@ bool isCaseIgnorable(CodePoint codePoint) {
     }
 }
 
+bool isBlank(CodePoint codePoint) {
+    return codePoint == 0x09 || codePoint == 0x20 || codePoint == 0xA0 || codePoint == 0x1680 ||
+           (codePoint >= 0x2000 && codePoint <= 0x200B) || codePoint == 0x202F ||
+           codePoint == 0x205F || codePoint == 0x3000;
+}
+
+bool isLineBreak(CodePoint codePoint) {
+    return (codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x85 || codePoint == 0x2028 ||
+           codePoint == 0x2029;
+}
+
 std::string composed(std::string_view text) {
     utf8proc_uint8_t* raw = nullptr;
     const auto length =
@@ -207,6 +219,20 @@ std::string capitalized(std::string_view text) {
         }
     }
     return out;
+}
+
+std::string_view trimmed(std::string_view text) {
+    std::size_t start = text.size();
+    std::size_t end = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Step step = next(text.substr(at));
+        if (!isBlank(step.codePoint) && !isLineBreak(step.codePoint)) {
+            start = std::min(start, at);
+            end = at + step.length;
+        }
+        at += step.length;
+    }
+    return start < end ? text.substr(start, end - start) : std::string_view{};
 }
 
 std::size_t characterCount(std::string_view text) {

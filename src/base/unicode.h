@@ -13,7 +13,7 @@ namespace varnhold::unicode {
 // Strict: no overlong form, no surrogate, no sequence cut at either end.
 [[nodiscard]] bool isValidUtf8(std::string_view text);
 
-// Text with each malformed byte sequence replaced by U+FFFD.
+// Text with each malformed byte replaced by U+FFFD.
 [[nodiscard]] std::string repaired(std::string_view text);
 
 [[nodiscard]] std::string toUpper(std::string_view text);
@@ -22,6 +22,10 @@ namespace varnhold::unicode {
 // Each word with a capital first letter and the rest small; digits and signs other than apostrophes
 // start a new word, so "mlx-local" gives "Mlx-Local" and "don't" gives "Don't".
 [[nodiscard]] std::string capitalized(std::string_view text);
+
+// Text without blanks and line breaks at its two ends: what Unicode counts as such, and the
+// zero-width space.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
 
 // Characters as a person counts them (grapheme clusters): a flag or a joined emoji is one.
 [[nodiscard]] std::size_t characterCount(std::string_view text);

@@ -77,8 +77,10 @@ std::map<std::string, std::string> signInVariables(const json::Value& authConfig
     }
     for (const auto& [key, variable] : providerVariables) {
         const auto found = authConfig.find(key);
-        if (found != authConfig.end() && found->is_string() && *found != "") {
-            variables[variable] = found->get<std::string>();
+        std::string value =
+            found == authConfig.end() ? std::string() : valueOrEmpty(json::asString(*found));
+        if (!value.empty()) {
+            variables[variable] = std::move(value);
         }
     }
     const auto tokens = authConfig.find("oauthTokens");

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/user_defaults.h"
+
 // Everything the program asks of its surroundings, as small interfaces handed down by reference.
 //
 // The floors above know only this header. The real implementations stand in qt/ and, where systems
@@ -131,6 +133,7 @@ struct Platform {
     Timers& timers;
     Clock& clock;
     System& system;
+    UserDefaults& defaults;
 };
 
 } // namespace varnhold::platform

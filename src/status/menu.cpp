@@ -4,6 +4,7 @@
 
 #include "base/json.h"
 #include "base/unicode.h"
+#include "records/groups.h"
 
 namespace varnhold {
 
@@ -104,6 +105,18 @@ std::string providerDisplayName(std::string_view provider) {
                                                           {"mlx", "MLX (local)"}};
     const auto known = names.find(unicode::toLower(provider));
     return known == names.end() ? unicode::capitalized(provider) : known->second;
+}
+
+std::vector<MenuGroup> loadMenuGroups(const Constants& constants) {
+    std::vector<MenuGroup> groups;
+    for (const CustomBotGroup& group : valueOrEmpty(readGroups(constants.customGroupsFile))) {
+        MenuGroup shown{.name = group.name, .models = {}};
+        for (const AIModelItem& model : group.models) {
+            shown.models.push_back(model.displayName());
+        }
+        groups.push_back(std::move(shown));
+    }
+    return groups;
 }
 
 std::vector<MenuRow> statusMenuRows(const MenuSources& sources) {

@@ -56,6 +56,9 @@ struct MenuGroup {
     std::vector<std::string> models;
 };
 
+// Groups of the file in its order, with what their bots will use. Empty on any failure.
+[[nodiscard]] std::vector<MenuGroup> loadMenuGroups(const Constants& constants);
+
 struct MenuSources {
     std::vector<ReauthAlert> alerts;
     std::vector<BotConfig> bots;

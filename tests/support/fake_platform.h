@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "support/fake_user_defaults.h"
 
 namespace varnhold::testing {
 
@@ -39,6 +40,8 @@ public:
 
     // What children answer; by default they run and print nothing.
     std::function<platform::ProcessResult(const platform::ProcessRequest&)> answer;
+
+    FakeUserDefaults defaults;
 
     std::string home = "/home/somebody";
     std::string bundle = "/opt/varnhold/lib/varnhold";

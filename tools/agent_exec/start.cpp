@@ -44,7 +44,7 @@ void resetSignals() {
     }
     sigset_t none{};
     ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr); // NOLINT(concurrency-mt-unsafe): one thread
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {

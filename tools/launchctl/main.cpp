@@ -10,9 +10,9 @@
 
 int main(int argc, char** argv) {
     using namespace varnhold;
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    // A supervisor may close its control pipe just before it is told to end.
+    // A pipe whose reader has just ended is an error to be told, not an end of this program.
     std::signal(SIGPIPE, SIG_IGN);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto command = services::parseCommandLine(arguments);
     if (!command) {
         std::cerr << "launchctl: " << command.error() << "\nTry: launchctl --help\n";
@@ -20,9 +20,8 @@ int main(int argc, char** argv) {
     }
     const std::string own = platform::executablePath();
     const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): this program has one thread
-    const std::string runtime =
-        platform::runtimeDirectory(std::getenv("XDG_RUNTIME_DIR"), ::getuid());
+    const char* const xdgRuntime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
+    const std::string runtime = platform::runtimeDirectory(xdgRuntime, ::getuid());
     const auto manager = services::chooseManager(runtime, agentExec);
     return services::perform(*command, *manager, ::getuid(), std::cout, std::cerr);
 }

@@ -174,7 +174,7 @@ Result<void> S6Manager::load(const std::string& name, bool starts) const {
         if (alone && !scanner_.isRunning()) {
             forgetFormerJobs();
         }
-        const auto started = alone ? scanner_.start() : failure(alone.error());
+        auto started = alone ? scanner_.start() : failure(alone.error());
         if (!started) {
             return started;
         }
@@ -203,29 +203,21 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
     if (!name) {
         return failure(name.error());
     }
-    auto outcome = bootstrapAlone(*name, list, content);
-    if (!outcome) {
-        takeDownIfEmpty();
-    }
-    return outcome;
-}
-
-Result<Outcome> S6Manager::bootstrapAlone(const std::string& name, const PropertyList& list,
-                                          const std::string& content) const {
-    const auto locks = store_.lock(name);
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
-    if (isLoaded(name)) {
+    if (isLoaded(*name)) {
         return Outcome::alreadyLoaded;
     }
-    ::unlink(link(name).c_str()); // of a session that has ended
-    auto done = writeJob(name, list, content);
+    ::unlink(link(*name).c_str()); // of a session that has ended
+    auto done = writeJob(*name, list, content);
     if (done) {
-        done = load(name, list.runAtLoad || list.keepAlive);
+        done = load(*name, list.runAtLoad || list.keepAlive);
     }
     if (!done) {
-        static_cast<void>(unload(name)); // the first failure is the one to tell
+        static_cast<void>(unload(*name)); // the first failure is the one to tell
         return failure(done.error());
     }
     return Outcome::done;
@@ -256,20 +248,15 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
     if (!name || !linkExists(link(*name))) {
         return Outcome::notLoaded;
     }
-    auto outcome = bootoutAlone(*name);
-    takeDownIfEmpty();
-    return outcome;
-}
-
-Result<Outcome> S6Manager::bootoutAlone(const std::string& name) const {
-    const auto locks = store_.lock(name);
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
-    if (!isLoaded(name)) {
+    if (!isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    return unload(name).map([] { return Outcome::done; });
+    return unload(*name).map([] { return Outcome::done; });
 }
 
 Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
@@ -277,27 +264,20 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     if (!name || !linkExists(link(*name))) {
         return Outcome::notLoaded;
     }
-    auto outcome = kickstartAlone(*name, kill);
-    if (outcome == Outcome::notLoaded) {
-        takeDownIfEmpty();
-    }
-    return outcome;
-}
-
-Result<Outcome> S6Manager::kickstartAlone(const std::string& name, bool kill) const {
-    const auto locks = store_.lock(name);
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
-    if (!isLoaded(name)) {
+    if (!isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    const bool running = state(name, *labelOfName(name)).process.has_value();
+    const bool running = state(*name, label).process.has_value();
     if (running && !kill) {
         return Outcome::done;
     }
-    store_.job(name).hurry();
-    command(name, running ? "ku" : "u");
+    store_.job(*name).hurry();
+    command(*name, running ? "ku" : "u");
     return Outcome::done;
 }
 
@@ -311,7 +291,7 @@ Result<Outcome> S6Manager::stop(const std::string& label) {
 }
 
 // After the last job nothing of ours is to be left running. Somebody else who is at work holds the
-// tree's lock, and looks by himself when he is done and leaves, or has found, nothing.
+// tree's lock, and looks by himself when he is done.
 void S6Manager::takeDownIfEmpty() const {
     const auto alone = store_.tryAlone();
     if (alone && linkedNames().empty() && scanner_.stop()) {

@@ -31,6 +31,12 @@ public:
     Result<Outcome> stop(const std::string& label) override;
 
 private:
+    // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
+    struct TakeDownAtEnd {
+        const S6Manager& manager;
+        ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
+    };
+
     [[nodiscard]] std::string link(const std::string& name) const;
     [[nodiscard]] std::vector<std::string> linkedNames() const;
     [[nodiscard]] bool isLoaded(const std::string& name) const;
@@ -40,11 +46,6 @@ private:
     void forgetFormerJobs() const;
     [[nodiscard]] Result<void> load(const std::string& name, bool starts) const;
     [[nodiscard]] Result<void> unload(const std::string& name) const;
-    // What remains of each verb once the job is known to be one's own to change.
-    [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
-                                                 const std::string& content) const;
-    [[nodiscard]] Result<Outcome> bootoutAlone(const std::string& name) const;
-    [[nodiscard]] Result<Outcome> kickstartAlone(const std::string& name, bool kill) const;
     void command(const std::string& name, const char* letters) const;
     void takeDownIfEmpty() const;
 

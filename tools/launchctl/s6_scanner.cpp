@@ -28,13 +28,13 @@ constexpr const char* mostServices = "10000"; // far above any fleet; the defaul
 
 // In the grandchild: no terminal, no folder, no descriptor and no variable of the caller's is left.
 [[noreturn]] void becomeScanner(const char* folder) {
+    std::signal(SIGPIPE, SIG_DFL);
     const int null = ::open("/dev/null", O_RDWR);
     for (int target = 0; target <= 2; ++target) {
         ::dup2(null, target);
     }
     ::close_range(3, ~0U, 0);
     static_cast<void>(!::chdir("/"));
-    std::signal(SIGPIPE, SIG_DFL);
     char path[] = "PATH=/usr/bin:/bin:/usr/sbin:/sbin";
     char* const environment[] = {path, nullptr};
     for (const char* program :

@@ -218,12 +218,8 @@ Result<Outcome> SystemdManager::bootout(const std::string& label) {
     if (!before || !*before) {
         return before.map([](const auto&) { return Outcome::notLoaded; });
     }
-    auto outcome = bootoutAlone(label, *nameOfLabel(label));
-    takeDownIfEmpty();
-    return outcome;
-}
-
-Result<Outcome> SystemdManager::bootoutAlone(const std::string& label, const std::string& name) {
+    const std::string name = *nameOfLabel(label);
+    const TakeDownAtEnd atEnd{*this};
     const auto locks = store_.lock(name);
     if (!locks) {
         return failure(locks.error());
@@ -240,16 +236,8 @@ Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
     if (!before || !*before) {
         return before.map([](const auto&) { return Outcome::notLoaded; });
     }
-    auto outcome = kickstartAlone(label, *nameOfLabel(label), kill);
-    if (outcome == Outcome::notLoaded) {
-        takeDownIfEmpty();
-    }
-    return outcome;
-}
-
-Result<Outcome> SystemdManager::kickstartAlone(const std::string& label, const std::string& name,
-                                               bool kill) {
-    const auto locks = store_.lock(name);
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = store_.lock(*nameOfLabel(label));
     if (!locks) {
         return failure(locks.error());
     }
@@ -285,11 +273,14 @@ Result<Outcome> SystemdManager::stop(const std::string& label) {
 }
 
 // After the last job no file of ours is to be left. Somebody else who is at work holds the tree's
-// lock, and looks by himself when he is done and leaves, or has found, nothing.
+// lock, and looks by himself when he is done.
 void SystemdManager::takeDownIfEmpty() {
     const auto alone = store_.tryAlone();
+    if (!alone) {
+        return;
+    }
     const auto units = manager_.units({patternOfAllUnits});
-    if (alone && units && units->empty()) {
+    if (units && units->empty()) {
         store_.removeAll();
     }
 }

@@ -28,6 +28,12 @@ public:
     Result<Outcome> stop(const std::string& label) override;
 
 private:
+    // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
+    struct TakeDownAtEnd {
+        SystemdManager& manager;
+        ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
+    };
+
     // A label's unit and the folder that belongs to it.
     struct Loaded {
         Unit unit;
@@ -37,12 +43,8 @@ private:
     [[nodiscard]] Result<std::vector<JobState>> states(const std::vector<std::string>& patterns);
     [[nodiscard]] Result<std::vector<Unit>> unitsOf(const std::string& label);
     [[nodiscard]] Result<std::optional<Loaded>> find(const std::string& label);
-    // What remains of each verb once the job is known to be one's own to change.
     [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
                                                  const std::string& content);
-    [[nodiscard]] Result<Outcome> bootoutAlone(const std::string& label, const std::string& name);
-    [[nodiscard]] Result<Outcome> kickstartAlone(const std::string& label, const std::string& name,
-                                                 bool kill);
     [[nodiscard]] Result<Outcome> start(const PropertyList& list, const std::string& folder);
     [[nodiscard]] Result<void> unload(const Unit& unit, const std::string& name);
     void takeDownIfEmpty();

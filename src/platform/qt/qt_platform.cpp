@@ -5,6 +5,7 @@
 #include "platform/posix_system.h"
 #include "platform/qt/qt_processes.h"
 #include "platform/qt/qt_queues.h"
+#include "platform/qt/qt_user_defaults.h"
 
 namespace varnhold::platform {
 
@@ -28,12 +29,13 @@ struct QtPlatform::Parts {
     QtTimers timers;
     RealClock clock;
     std::unique_ptr<System> system = makeSystem();
+    QtUserDefaults defaults{userDefaultsPath(system->homeDirectory())};
 };
 
 QtPlatform::QtPlatform()
-    : parts_(std::make_unique<Parts>()),
-      platform_{parts_->processes, parts_->queues, parts_->timers, parts_->clock, *parts_->system} {
-}
+    : parts_(std::make_unique<Parts>()), platform_{parts_->processes, parts_->queues,
+                                                   parts_->timers,    parts_->clock,
+                                                   *parts_->system,   parts_->defaults} {}
 
 QtPlatform::~QtPlatform() = default;
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "base/files.h"
+#include "records/groups.h"
 
 namespace varnhold::testing {
 namespace {
@@ -90,6 +91,27 @@ TEST(Menu, IsRebuiltFromTheFilesAtEveryPoll) {
                             "⚠️ Re-login to Gemini (Google) — failing since 2026-03-04", "-",
                             "🟢 Start All Agents", "🔄 Restart All Agents", "-", "── Bots ──",
                             "⚪️ 🤖 Bot a (Idle)", "-", "Quit"));
+}
+
+TEST(Menu, ListsTheModelsOfEachGroupThatHasAny) {
+    Supervisor supervisor;
+    supervisor.launch();
+    CustomBotGroup writers;
+    writers.name = "Writers & more";
+    writers.models = {{.id = "a", .name = "Alpha"}, {.id = "b", .name = "Beta"}};
+    CustomBotGroup empty;
+    empty.name = "Nobody";
+    supervisor.home.write(supervisor.constants.customGroupsFile,
+                          encodeGroups({writers, empty}).value());
+    supervisor.delegate->refreshStatus();
+    EXPECT_THAT(supervisor.presentation.rowTitles(),
+                ElementsAre("⚙️ Preferences...", "-", "🟢 Start All Agents",
+                            "🔄 Restart All Agents", "-", "-", "── Writers & more ──", "  Alpha",
+                            "  Beta", "-", "Quit"));
+
+    supervisor.home.write(supervisor.constants.customGroupsFile, "[{");
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.presentation.rows.size(), 7U);
 }
 
 TEST(Notices, AreShownOnceAndTheFileIsGone) {

@@ -44,9 +44,9 @@ TEST(JsonInteger, AnyWayOfWritingAWholeNumberCounts) {
 }
 
 TEST(JsonInteger, FractionsOverflowsAndOtherTypesAreRefused) {
-    for (const char* text :
-         {"31999.6", "0.5", "1e30", "-1e30", "9223372036854775808", "9223372036854775808.0",
-          "18446744073709551615", "18446744073709551616", "true", "\"5\"", "null", "[]"}) {
+    for (const char* text : {"-9223372036854775809", "31999.6", "0.5", "1e30", "-1e30",
+                             "9223372036854775808", "9223372036854775808.0", "18446744073709551615",
+                             "18446744073709551616", "true", "\"5\"", "null", "[]"}) {
         EXPECT_FALSE(asInteger(value(text))) << text;
     }
 }

@@ -1,0 +1,163 @@
+#include <algorithm>
+
+#include "base/files.h"
+#include "base/unicode.h"
+#include "records/governor_choice.h"
+#include "settings/chain_parts.h"
+#include "settings/legacy_keys.h"
+#include "settings/settings_state.h"
+
+namespace varnhold {
+
+namespace {
+
+EffortLevel levelOr(const std::optional<std::string>& raw, EffortLevel otherwise) {
+    return raw ? effortLevelFromRawValue(*raw).value_or(otherwise) : otherwise;
+}
+
+double tokensOf(const std::optional<std::int64_t>& budget) {
+    return static_cast<double>(budget.value_or(0));
+}
+
+AuthMethod methodOr(const std::string& raw, AuthMethod otherwise) {
+    return authMethodFromRawValue(raw).value_or(otherwise);
+}
+
+template <class Bots>
+auto findGovernor(Bots& bots) {
+    return std::find_if(bots.begin(), bots.end(),
+                        [](const BotConfig& bot) { return bot.role == "governor"; });
+}
+
+} // namespace
+
+// The order is part of the contract with whoever watches the files.
+ModelSelectorView::ModelSelectorView(platform::Platform& platform, const Constants& constants)
+    : platform_(platform), constants_(constants) {
+    for (const TargetList list : chainFileOrder) {
+        loadChain(list);
+    }
+    if (const auto mode = readResponseMode(constants_.responseModeFile)) {
+        architectResponseMode = *mode;
+    }
+    loadBots();
+    loadGroups();
+    if (auto assignments = readAssignments(constants_.chainBotAssignmentsFile)) {
+        chainBotAssignments = *std::move(assignments);
+    }
+    loadPrompt();
+    loadGovernorChoice();
+    loadEfforts();
+    loadBudgets();
+}
+
+void ModelSelectorView::loadChain(TargetList list) {
+    const ChainParts parts = partsOf(list);
+    if (auto models = readChain(constants_.*parts.file)) {
+        this->*parts.models = *std::move(models);
+    }
+}
+
+void ModelSelectorView::loadBots() {
+    auto bots = readBots(constants_.botsConfigFile);
+    userBots = bots ? *std::move(bots) : std::vector<BotConfig>{};
+    if (findGovernor(userBots) == userBots.end()) {
+        userBots.insert(userBots.begin(), builtInGovernorBot());
+    }
+    selectedBot = *findGovernor(userBots);
+    selectedBotPrompt = selectedBot->prompt.value_or("");
+}
+
+void ModelSelectorView::loadGroups() {
+    auto groups = loadCustomGroups(constants_.customGroupsFile);
+    if (!groups) {
+        groups = loadCustomGroups(constants_.customGroupsFile + ".bak");
+    }
+    if (groups) {
+        customGroups = *std::move(groups);
+    }
+}
+
+std::optional<std::vector<CustomBotGroup>>
+ModelSelectorView::loadCustomGroups(const std::string& path) {
+    const auto content = files::read(path);
+    if (!content || content->size() <= emptyGroupsFileSize) {
+        return std::nullopt;
+    }
+    auto groups = decodeGroups(*content);
+    return groups ? std::optional(*std::move(groups)) : std::nullopt;
+}
+
+void ModelSelectorView::loadPrompt() {
+    auto text = files::read(constants_.promptFile);
+    if (text && unicode::isValidUtf8(*text)) {
+        masterPrompt = *std::move(text);
+    }
+}
+
+void ModelSelectorView::loadGovernorChoice() {
+    const GovernorChoice choice = valueOrEmpty(readGovernorChoice(constants_.governorPrefsFile));
+    governorProvider = choice.provider.value_or(governorProvider);
+    governorModelId = choice.model.value_or(governorModelId);
+}
+
+// The fields still hold their starting values here, which stand in for what is absent or unknown.
+void ModelSelectorView::loadEfforts() {
+    const auto prefs = readEffortPrefs(constants_.effortPrefsFile);
+    if (!prefs) {
+        return;
+    }
+    architectEffort = levelOr(prefs->architect, architectEffort);
+    workerEffort = levelOr(prefs->worker, workerEffort);
+    photoEffort = levelOr(prefs->photo, photoEffort);
+    videoEffort = levelOr(prefs->video, videoEffort);
+    voiceEffort = levelOr(prefs->voice, voiceEffort);
+    governorEffort = levelOr(prefs->governor, governorEffort);
+}
+
+void ModelSelectorView::loadBudgets() {
+    const auto prefs = readContextPrefs(constants_.contextPrefsFile);
+    if (!prefs) {
+        return;
+    }
+    architectContextTokens = tokensOf(prefs->architect);
+    workerContextTokens = tokensOf(prefs->worker);
+    photoContextTokens = tokensOf(prefs->photo);
+    videoContextTokens = tokensOf(prefs->video);
+    voiceContextTokens = tokensOf(prefs->voice);
+    governorContextTokens = tokensOf(prefs->governor);
+}
+
+void ModelSelectorView::loadSettings() {
+    const auto config = readAuthConfig(constants_.authConfigFile);
+    adopt(config ? *config : signInFromDefaults());
+    changed();
+}
+
+AuthConfig ModelSelectorView::signInFromDefaults() const {
+    AuthConfig config;
+    for (const LegacyKey& each : legacyKeys) {
+        config.*each.field = platform_.defaults.string(each.key);
+    }
+    config.cerebrasKey = platform_.defaults.string(legacyCerebrasKey);
+    return config;
+}
+
+void ModelSelectorView::adopt(const AuthConfig& config) {
+    anthropicMethod = methodOr(config.anthropicMethod, AuthMethod::oauth);
+    anthropicKey = config.anthropicKey;
+    googleMethod = methodOr(config.googleMethod, AuthMethod::oauth);
+    googleKey = config.googleKey;
+    openaiMethod = methodOr(config.openaiMethod, AuthMethod::apiKey);
+    openaiKey = config.openaiKey;
+    mistralMethod = methodOr(config.mistralMethod, AuthMethod::apiKey);
+    mistralKey = config.mistralKey;
+    qwenMethod = methodOr(config.qwenMethod, AuthMethod::apiKey);
+    qwenKey = config.qwenKey;
+    deepseekMethod = methodOr(config.deepseekMethod, AuthMethod::apiKey);
+    deepseekKey = config.deepseekKey;
+    openrouterKey = config.openrouterKey;
+    cerebrasKey = config.cerebrasKey.value_or("");
+}
+
+} // namespace varnhold

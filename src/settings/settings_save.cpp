@@ -1,0 +1,139 @@
+#include "base/dates.h"
+#include "base/files.h"
+#include "base/unicode.h"
+#include "records/governor_choice.h"
+#include "records/tokens.h"
+#include "settings/chain_parts.h"
+#include "settings/legacy_keys.h"
+#include "settings/settings_state.h"
+
+namespace varnhold {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto toastDuration = 1000ms;
+
+// A file that can't be written stays as it is; the others are still saved.
+void store(const std::string& path, const std::string& content) {
+    static_cast<void>(files::writeInPlace(path, content));
+}
+
+} // namespace
+
+// Daemons watch these files, so the order of the sixteen steps is kept.
+void ModelSelectorView::save() {
+    for (const TargetList list : chainFileOrder) {
+        const ChainParts parts = partsOf(list);
+        store(constants_.*parts.file, encodeChain(this->*parts.models));
+    }
+    store(constants_.responseModeFile, encodeResponseMode(architectResponseMode));
+    store(constants_.botsConfigFile, encodeBots(userBots));
+    saveGroups();
+    store(constants_.chainBotAssignmentsFile, encodeAssignments(chainBotAssignments));
+    savePrompt();
+    saveSettings();
+    saveEfforts();
+    saveBudgets();
+    saveGovernorChoice();
+    showToast();
+}
+
+// An empty list is never written: a view that failed to load must not wipe the groups on disk, so
+// they come back into the view instead.
+void ModelSelectorView::saveGroups() {
+    const std::string& path = constants_.customGroupsFile;
+    if (!customGroups.empty()) {
+        if (const auto content = encodeGroups(customGroups)) {
+            // Only the first state ever backed up is kept: the copy never replaces a backup.
+            static_cast<void>(files::copyItem(path, path + ".bak"));
+            store(path, *content);
+        }
+        return;
+    }
+    const auto onDisk = files::read(path);
+    if (!onDisk || onDisk->size() <= emptyGroupsFileSize) {
+        return;
+    }
+    auto groups = valueOrEmpty(decodeGroups(*onDisk));
+    if (!groups.empty()) {
+        later([this, groups = std::move(groups)] {
+            customGroups = groups;
+            changed();
+        });
+    }
+}
+
+void ModelSelectorView::savePrompt() const {
+    if (!unicode::trimmed(masterPrompt).empty()) {
+        static_cast<void>(files::writeAtomically(constants_.promptFile, masterPrompt));
+    }
+}
+
+AuthConfig ModelSelectorView::signIn() const {
+    const auto raw = [](AuthMethod method) { return std::string(rawValue(method)); };
+    return {.anthropicMethod = raw(anthropicMethod),
+            .anthropicKey = anthropicKey,
+            .googleMethod = raw(googleMethod),
+            .googleKey = googleKey,
+            .openaiMethod = raw(openaiMethod),
+            .openaiKey = openaiKey,
+            .mistralMethod = raw(mistralMethod),
+            .mistralKey = mistralKey,
+            .qwenMethod = raw(qwenMethod),
+            .qwenKey = qwenKey,
+            .deepseekMethod = raw(deepseekMethod),
+            .deepseekKey = deepseekKey,
+            .openrouterKey = openrouterKey,
+            .cerebrasKey = cerebrasKey};
+}
+
+void ModelSelectorView::saveSettings() {
+    const AuthConfig config = signIn();
+    store(constants_.authConfigFile, encodeAuthConfig(config));
+    for (const LegacyKey& each : legacyKeys) {
+        platform_.defaults.setString(each.key, config.*each.field);
+    }
+    platform_.defaults.setString(legacyCerebrasKey, cerebrasKey);
+}
+
+void ModelSelectorView::saveEfforts() const {
+    const auto raw = [](EffortLevel level) { return std::string(rawValue(level)); };
+    store(constants_.effortPrefsFile, encodeEffortPrefs({.architect = raw(architectEffort),
+                                                         .worker = raw(workerEffort),
+                                                         .photo = raw(photoEffort),
+                                                         .video = raw(videoEffort),
+                                                         .voice = raw(voiceEffort),
+                                                         .governor = raw(governorEffort)}));
+}
+
+void ModelSelectorView::saveBudgets() const {
+    store(constants_.contextPrefsFile,
+          encodeContextPrefs({.architect = roundedTokens(architectContextTokens),
+                              .worker = roundedTokens(workerContextTokens),
+                              .photo = roundedTokens(photoContextTokens),
+                              .video = roundedTokens(videoContextTokens),
+                              .voice = roundedTokens(voiceContextTokens),
+                              .governor = roundedTokens(governorContextTokens)}));
+}
+
+// The file is shared: this is one key of it, and the others pass through.
+void ModelSelectorView::saveGovernorChoice() const {
+    const std::string content =
+        withGovernorChoice(files::read(constants_.governorPrefsFile), governorProvider,
+                           governorModelId, dates::iso8601(platform_.clock.now()));
+    static_cast<void>(files::createDirectories(constants_.appSupportDir));
+    store(constants_.governorPrefsFile, content);
+}
+
+void ModelSelectorView::showToast() {
+    showSaveToast = true;
+    changed(Animation::standard);
+    laterAfter(toastDuration, [this] {
+        showSaveToast = false;
+        changed(Animation::standard);
+    });
+}
+
+} // namespace varnhold

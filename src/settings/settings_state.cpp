@@ -1,0 +1,64 @@
+#include "settings/settings_state.h"
+
+#include <utility>
+
+namespace varnhold {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr const char* welcomeSeenKey = "hasSeenWelcome_v7";
+constexpr const char* libraryTipSeenKey = "hasSeenLibraryTip_v1";
+
+// Lets the window come up before a sheet covers it.
+constexpr auto firstRunDelay = 400ms;
+
+} // namespace
+
+void ModelSelectorView::observe(Observer observer) {
+    observer_ = std::move(observer);
+}
+
+void ModelSelectorView::changed(Animation animation) const {
+    if (observer_) {
+        observer_(animation);
+    }
+}
+
+void ModelSelectorView::appear(const AppearingSteps& steps) {
+    loadSettings();
+    refresh();
+    steps.fetchTelegramNames();
+    if (!platform_.defaults.boolean(welcomeSeenKey)) {
+        laterAfter(firstRunDelay, [this] {
+            showWelcome = true;
+            changed();
+        });
+    }
+    if (!platform_.defaults.boolean(libraryTipSeenKey)) {
+        laterAfter(firstRunDelay, [this] {
+            showLibraryTip = true;
+            changed();
+        });
+    }
+    steps.startKeepaliveTimer();
+}
+
+void ModelSelectorView::later(std::function<void()> task) {
+    platform_.queues.postMain(whileAlive(std::move(task)));
+}
+
+void ModelSelectorView::laterAfter(std::chrono::milliseconds delay, std::function<void()> task) {
+    platform_.queues.postMainAfter(delay, whileAlive(std::move(task)));
+}
+
+platform::Task ModelSelectorView::whileAlive(std::function<void()> task) const {
+    return [alive = std::weak_ptr(alive_), task = std::move(task)] {
+        if (!alive.expired()) {
+            task();
+        }
+    };
+}
+
+} // namespace varnhold

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+#include "settings/settings_fields.h"
+#include "settings/target_list.h"
+#include "shell/constants.h"
+
+namespace varnhold {
+
+// How a change should come to be seen.
+enum class Animation {
+    none,
+    standard, // the toolkit's own default
+};
+
+// Steps of appearing that belong to other subjects than files.
+struct AppearingSteps {
+    std::function<void()> fetchTelegramNames;
+    std::function<void()> startKeepaliveTimer;
+};
+
+// The settings window's one state: the working copy of all settings files, and what loads and saves
+// it.
+//
+// Made when the window is first opened and kept for the life of the process. There is no staging:
+// whoever changes a field calls save(), which rewrites every file. Main thread only; work for other
+// threads is handed out with copies, and what comes back after the record has gone is dropped.
+// Nothing here reports a failure: a file that can't be read or decoded counts as missing, one that
+// can't be written stays as it was.
+class ModelSelectorView final : public SettingsFields {
+public:
+    using Observer = std::function<void(Animation animation)>;
+
+    // Reads all files but sign-in and library. Both must outlive the record.
+    ModelSelectorView(platform::Platform& platform, const Constants& constants);
+    ModelSelectorView(const ModelSelectorView&) = delete;
+    ModelSelectorView& operator=(const ModelSelectorView&) = delete;
+    ~ModelSelectorView() = default;
+
+    // The one observer, called after every change that the record makes by itself. Whoever changes
+    // a field from outside without saving calls changed().
+    void observe(Observer observer);
+    void changed(Animation animation = Animation::none) const;
+
+    // Each time the window appears: sign-in and library afresh from disk, over whatever was typed
+    // and not saved, then the other steps, and the sheets of a first run.
+    void appear(const AppearingSteps& steps);
+
+    // Sign-in from its file, or from the user defaults where that is missing or rejected.
+    void loadSettings();
+
+    // Groups of one file. None if it can't be read or decoded or holds no more than "[]".
+    [[nodiscard]] static std::optional<std::vector<CustomBotGroup>>
+    loadCustomGroups(const std::string& path);
+
+    // Who is signed in, by the files that the providers' tools leave behind, and the library. A
+    // library that can't be read leaves the lists as they are.
+    void refresh();
+
+    // Writes every settings file and shows the toast, whatever failed on the way.
+    void save();
+
+    // Stores sign-in twice: in its file, and in the user defaults as the fallback.
+    void saveSettings();
+
+    // Has a script of the daemon code fill the chains, in the background, and reads them again.
+    void runAutoSetup();
+
+private:
+    void loadChain(TargetList list);
+    void loadBots();
+    void loadGroups();
+    void loadPrompt();
+    void loadGovernorChoice();
+    void loadEfforts();
+    void loadBudgets();
+    void adopt(const AuthConfig& config);
+    [[nodiscard]] AuthConfig signIn() const;
+    [[nodiscard]] AuthConfig signInFromDefaults() const;
+
+    void saveGroups();
+    void savePrompt() const;
+    void saveEfforts() const;
+    void saveBudgets() const;
+    void saveGovernorChoice() const;
+    void showToast();
+
+    void finishAutoSetup(const platform::ProcessResult& result);
+
+    // Posts to the main thread; the task is dropped if the record has gone by then.
+    void later(std::function<void()> task);
+    void laterAfter(std::chrono::milliseconds delay, std::function<void()> task);
+    [[nodiscard]] platform::Task whileAlive(std::function<void()> task) const;
+
+    platform::Platform& platform_;
+    const Constants& constants_;
+    Observer observer_;
+    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+};
+
+} // namespace varnhold

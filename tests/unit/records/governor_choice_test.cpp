@@ -1,0 +1,74 @@
+#include "records/governor_choice.h"
+
+#include <gmock/gmock.h>
+
+namespace varnhold {
+namespace {
+
+constexpr const char* fresh = R"({
+  "governor": {
+    "provider": "p",
+    "model": "m",
+    "set_at": "t"
+  }
+})";
+
+std::string withChoice(const Result<std::string>& content) {
+    return withGovernorChoice(content, "p", "m", "t");
+}
+
+TEST(GovernorChoice, TakesProviderAndModelEachOnItsOwn) {
+    EXPECT_EQ(decodeGovernorChoice(R"({"governor":{"provider":"p","model":"m"}})"),
+              (GovernorChoice{.provider = "p", .model = "m"}));
+    EXPECT_EQ(decodeGovernorChoice(R"({"governor":{"model":"m"}})"),
+              (GovernorChoice{.model = "m"}));
+    EXPECT_EQ(decodeGovernorChoice(R"({"governor":{"provider":"p","model":7}})"),
+              (GovernorChoice{.provider = "p"}));
+    EXPECT_EQ(decodeGovernorChoice(R"({"governor":{"provider":null}})"), GovernorChoice{});
+    EXPECT_EQ(decodeGovernorChoice("{}"), GovernorChoice{});
+}
+
+TEST(GovernorChoice, IsNoneWhereTheDocumentOrGovernorIsNoObject) {
+    for (const char* text : {"[]", "\"governor\"", "null", R"({"governor":"cerebras"})",
+                             R"({"governor":null})", R"({"governor":[]})", "{", ""}) {
+        EXPECT_FALSE(decodeGovernorChoice(text)) << text;
+    }
+}
+
+TEST(WithGovernorChoice, StartsAFileThatIsMissingOrBroken) {
+    EXPECT_EQ(withChoice(failure("missing")), fresh);
+    EXPECT_EQ(withChoice(std::string("{\"worker\":")), fresh);
+    EXPECT_EQ(withChoice(std::string("[1]")), fresh);
+    EXPECT_EQ(withChoice(std::string()), fresh);
+}
+
+TEST(WithGovernorChoice, KeepsEveryOtherKeyAsItStands) {
+    const std::string content =
+        R"({"worker":{"provider":"x"},"n":1.0,"big":9007199254740993,"list":[null,true],)"
+        R"("governor":{"provider":"old","mood":"good"},"é":"\u0001/"})";
+    EXPECT_EQ(withChoice(content), R"({
+  "worker": {
+    "provider": "x"
+  },
+  "n": 1.0,
+  "big": 9007199254740993,
+  "list": [
+    null,
+    true
+  ],
+  "governor": {
+    "provider": "p",
+    "model": "m",
+    "set_at": "t"
+  },
+  "é": "\u0001/"
+})");
+}
+
+TEST(WithGovernorChoice, ReplacesTheOldChoiceAsAWhole) {
+    EXPECT_EQ(withChoice(std::string(R"({"governor":{"mood":"good"}})")), fresh);
+    EXPECT_EQ(withChoice(std::string(R"({"governor":"text"})")), fresh);
+}
+
+} // namespace
+} // namespace varnhold
