@@ -50,28 +50,9 @@ Result<void> writeScript(const std::string& path, const std::string& command) {
         });
 }
 
-Result<void> makePrivateFolder(const std::string& path) {
-    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) {
-        return failure(systemError(path));
-    }
-    struct stat found {};
-    if (::lstat(path.c_str(), &found) != 0) {
-        return failure(systemError(path));
-    }
-    if (!S_ISDIR(found.st_mode) || found.st_uid != ::getuid() || (found.st_mode & 0077U) != 0) {
-        return failure(path + ": not a private folder of this user");
-    }
-    return {};
-}
-
 bool linkExists(const std::string& path) {
     struct stat found {};
     return ::lstat(path.c_str(), &found) == 0;
-}
-
-void removeTree(const std::string& path) {
-    std::error_code ignored; // what is left is removed before the next job of this name is made
-    fs::remove_all(path, ignored);
 }
 
 bool isSupervised(const std::string& folder) {
@@ -81,25 +62,36 @@ bool isSupervised(const std::string& folder) {
 } // namespace
 
 S6Manager::S6Manager(std::string folder, std::string agentExec)
-    : folder_(std::move(folder)), agentExec_(std::move(agentExec)), scanner_(folder_ + "/scan") {}
-
-std::string S6Manager::jobFolder(const std::string& name) const {
-    return folder_ + "/jobs/" + name;
-}
+    : store_(std::move(folder)),
+      agentExec_(std::move(agentExec)),
+      scanner_(store_.folder() + "/scan") {}
 
 std::string S6Manager::link(const std::string& name) const {
-    return folder_ + "/scan/" + name;
+    return scanner_.folder() + "/" + name;
+}
+
+std::vector<std::string> S6Manager::linkedNames() const {
+    std::vector<std::string> names;
+    std::error_code error; // without the folder there are none
+    for (const auto& entry : fs::directory_iterator(scanner_.folder(), error)) {
+        std::string name = entry.path().filename().string();
+        if (labelOfName(name)) {
+            names.push_back(std::move(name));
+        }
+    }
+    return names;
 }
 
 // A supervisor that has been killed is replaced within a second as long as the scanner runs, and
 // one whose scanner has been killed works on; only with neither is the job gone.
 bool S6Manager::isLoaded(const std::string& name) const {
-    return linkExists(link(name)) && (isSupervised(jobFolder(name)) || scanner_.isRunning());
+    return linkExists(link(name)) &&
+           (isSupervised(store_.job(name).folder()) || scanner_.isRunning());
 }
 
 JobState S6Manager::state(const std::string& name, const std::string& label) const {
     JobState job{.label = label};
-    const JobFiles files(jobFolder(name));
+    const JobFiles files = store_.job(name);
     s6_svstatus_t status = S6_SVSTATUS_ZERO;
     const bool known =
         isSupervised(files.folder()) && s6_svstatus_read(files.folder().c_str(), &status) != 0;
@@ -114,17 +106,20 @@ JobState S6Manager::state(const std::string& name, const std::string& label) con
 
 Result<std::vector<JobState>> S6Manager::jobs() {
     std::vector<JobState> jobs;
-    std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder_ + "/scan", error)) {
-        const std::string name = entry.path().filename().string();
-        const auto label = labelOfName(name);
-        if (label && isLoaded(name)) {
-            jobs.push_back(state(name, *label));
+    for (const std::string& name : linkedNames()) {
+        if (isLoaded(name)) {
+            jobs.push_back(state(name, *labelOfName(name)));
         }
     }
     std::sort(jobs.begin(), jobs.end(),
               [](const JobState& a, const JobState& b) { return a.label < b.label; });
     return jobs;
+}
+
+bool S6Manager::hasJobs() const {
+    const auto names = linkedNames();
+    return std::any_of(names.begin(), names.end(),
+                       [this](const std::string& name) { return isLoaded(name); });
 }
 
 std::optional<JobState> S6Manager::job(const std::string& label) {
@@ -137,40 +132,16 @@ std::optional<JobState> S6Manager::job(const std::string& label) {
 
 Result<PropertyList> S6Manager::definition(const std::string& label) {
     return nameOfLabel(label).and_then(
-        [this](const std::string& name) { return JobFiles(jobFolder(name)).definition(); });
-}
-
-Result<S6Manager::Locks> S6Manager::lock(const std::string& name) const {
-    if (const auto made = makePrivateFolder(folder_); !made) {
-        return failure(made.error());
-    }
-    auto tree = FileLock::take(folder_ + "/lock", FileLock::Kind::shared);
-    if (!tree) {
-        return failure(tree.error());
-    }
-    if (const auto made = makePrivateFolder(folder_ + "/locks"); !made) {
-        return failure(made.error());
-    }
-    auto label = FileLock::take(folder_ + "/locks/" + name, FileLock::Kind::exclusive);
-    if (!label) {
-        return failure(label.error());
-    }
-    return Locks{*std::move(tree), *std::move(label)};
+        [this](const std::string& name) { return store_.job(name).definition(); });
 }
 
 Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& list,
                                  const std::string& content) const {
-    const JobFiles job(jobFolder(name));
-    removeTree(job.folder()); // left by a launchctl that was killed half-way
-    for (const std::string& path : {folder_ + "/jobs", job.folder()}) {
-        if (auto made = makePrivateFolder(path); !made) {
-            return made;
-        }
-    }
+    const JobFiles job = store_.job(name);
     const std::string helper = shellQuoted(agentExec_);
     const std::string folder = shellQuoted(job.folder());
     const bool starts = list.runAtLoad || list.keepAlive;
-    Result<void> done = files::writeInPlace(job.definitionPath(), content);
+    Result<void> done = store_.make(name, content);
     const auto then = [&done](auto step) {
         if (done) {
             done = step();
@@ -183,17 +154,14 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", exitTimeout); });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-finish", "0"); }); // no limit
-    then([&] { return job.makeWakePipe(); });
     then([&] { return starts ? Result<void>() : files::writeInPlace(job.folder() + "/down", ""); });
     return done;
 }
 
 // A scanner that is about to start would bring back whatever a killed session has left linked.
 void S6Manager::forgetFormerJobs() const {
-    std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder_ + "/scan", error)) {
-        const std::string name = entry.path().filename().string();
-        if (labelOfName(name) && !isSupervised(jobFolder(name))) {
+    for (const std::string& name : linkedNames()) {
+        if (!isSupervised(store_.job(name).folder())) {
             ::unlink(link(name).c_str());
         }
     }
@@ -201,7 +169,8 @@ void S6Manager::forgetFormerJobs() const {
 
 Result<void> S6Manager::load(const std::string& name, bool starts) const {
     {
-        const auto alone = FileLock::take(folder_ + "/scanner-lock", FileLock::Kind::exclusive);
+        const auto alone =
+            FileLock::take(store_.folder() + "/scanner-lock", FileLock::Kind::exclusive);
         if (alone && !scanner_.isRunning()) {
             forgetFormerJobs();
         }
@@ -214,7 +183,7 @@ Result<void> S6Manager::load(const std::string& name, bool starts) const {
         return failure(systemError(link(name)));
     }
     scanner_.rescan();
-    const std::string folder = jobFolder(name);
+    const std::string folder = store_.job(name).folder();
     if (!waitUntil(supervisorLimit, [&] { return isSupervised(folder); })) {
         return failure("s6-supervise can't be started");
     }
@@ -235,7 +204,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
         return failure(name.error());
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -255,11 +224,12 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
 }
 
 void S6Manager::command(const std::string& name, const char* letters) const {
-    s6_svc_writectl(jobFolder(name).c_str(), S6_SUPERVISE_CTLDIR, letters, std::strlen(letters));
+    s6_svc_writectl(store_.job(name).folder().c_str(), S6_SUPERVISE_CTLDIR, letters,
+                    std::strlen(letters));
 }
 
 Result<void> S6Manager::unload(const std::string& name) const {
-    const JobFiles job(jobFolder(name));
+    const JobFiles job = store_.job(name);
     // First out of the scanner's sight, or it would replace the supervisor that ends.
     ::unlink(link(name).c_str());
     scanner_.rescan();
@@ -269,7 +239,7 @@ Result<void> S6Manager::unload(const std::string& name) const {
     if (!gone) {
         return failure("s6-supervise doesn't end");
     }
-    removeTree(job.folder());
+    store_.remove(name);
     return {};
 }
 
@@ -279,17 +249,14 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
     if (!isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    if (const auto done = unload(*name); !done) {
-        return failure(done.error());
-    }
-    return Outcome::done;
+    return unload(*name).map([] { return Outcome::done; });
 }
 
 Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
@@ -298,7 +265,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -309,7 +276,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     if (running && !kill) {
         return Outcome::done;
     }
-    JobFiles(jobFolder(*name)).hurry();
+    store_.job(*name).hurry();
     command(*name, running ? "ku" : "u");
     return Outcome::done;
 }
@@ -326,20 +293,9 @@ Result<Outcome> S6Manager::stop(const std::string& label) {
 // After the last job nothing of ours is to be left running. Somebody else who is at work holds the
 // tree's lock, and looks by himself when he is done.
 void S6Manager::takeDownIfEmpty() const {
-    const auto alone = FileLock::tryExclusive(folder_ + "/lock");
-    std::error_code error;
-    if (!alone) {
-        return;
-    }
-    for (const auto& entry : fs::directory_iterator(folder_ + "/scan", error)) {
-        if (labelOfName(entry.path().filename().string())) {
-            return;
-        }
-    }
-    if (scanner_.stop()) {
-        for (const char* part : {"/scan", "/jobs", "/locks", "/scanner-lock"}) {
-            removeTree(folder_ + part);
-        }
+    const auto alone = store_.tryAlone();
+    if (alone && linkedNames().empty() && scanner_.stop()) {
+        store_.removeAll();
     }
 }
 

@@ -35,10 +35,10 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     Watcher watcher;
     QDBusConnection bus = QDBusConnection::sessionBus();
-    const bool ready =
-        bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &watcher,
-                           QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties) &&
-        bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
+    const bool ready = bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &watcher,
+                                          QDBusConnection::ExportAllSlots |
+                                              QDBusConnection::ExportAllProperties) &&
+                       bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
     return ready ? QCoreApplication::exec() : EXIT_FAILURE;
 }
 
