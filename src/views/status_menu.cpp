@@ -46,11 +46,8 @@ void StatusMenu::append(const MenuRow& row) {
     if (!key.isEmpty()) {
         keys_.emplace_back(key, action);
     }
-    // Queued, so that a slow action runs after the menu has closed.
-    connect(
-        action, &QAction::triggered, this,
-        [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
-        Qt::QueuedConnection);
+    connect(action, &QAction::triggered, this,
+            [this, chosen = row.action, value = row.value] { choose_(chosen, value); });
 }
 
 void StatusMenu::resizeEvent(QResizeEvent* event) {

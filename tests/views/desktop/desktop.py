@@ -18,6 +18,7 @@ from session import command_lines, wait_until  # noqa: E402
 DISPLAY = ":99"
 BUS = "unix:path=/tmp/runtime/bus"
 
+PORTAL = "org.freedesktop.portal.Desktop"
 WATCHER = "org.kde.StatusNotifierWatcher"
 
 # Stands for the service manager's tool: prints the job list of the moment and notes every call.
@@ -112,15 +113,36 @@ class Desktop:
 
     def start_panel(self):
         """A panel that shows tray icons which describe themselves over the bus."""
-        panel = self.spawn(self.build / "tests/fake_panel")
+        panel = self.spawn(self.build / "tests/fake_desktop", "panel")
         wait_until("the panel", lambda: WATCHER in self.bus_names())
         return panel
+
+    def start_portal(self):
+        """Tells the wish for light, and for what set_scheme says then."""
+        portal = self.spawn(self.build / "tests/fake_desktop", "portal", stdin=subprocess.PIPE,
+                            text=True)
+        wait_until("the portal", lambda: PORTAL in self.bus_names())
+        return portal
+
+    @staticmethod
+    def set_scheme(portal, scheme):
+        portal.stdin.write(f"{scheme}\n")
+        portal.stdin.flush()
 
     def end(self):
         for child in reversed(self.started):
             if child.poll() is None:
                 child.kill()
             child.wait()
+
+    def reset(self):
+        """Clears the home for another desktop after this one's end."""
+        shutil.rmtree(self.home)
+        self.home.mkdir()
+
+    def run_second(self, **environment):
+        return subprocess.run([self.prefix / "bin/varnhold"],
+                              env=dict(self.environment, **environment), check=False)
 
     def tool(self, *command):
         return subprocess.run([str(word) for word in command], env=self.environment,
@@ -193,6 +215,26 @@ class Desktop:
 
     def key(self, *keys):
         self.tool("xdotool", "key", *keys)
+
+    def pixels(self, window):
+        """Red, green and blue of every pixel of a window, row by row."""
+        _, _, width, height = self.geometry(window)
+        raw = subprocess.run(["import", "-window", window, "-depth", "8", "rgb:-"],
+                             env=self.environment, capture_output=True, check=False).stdout
+        if len(raw) != width * height * 3:
+            return []
+        return [tuple(raw[i:i + 3]) for i in range(0, len(raw), 3)]
+
+    def focused(self):
+        return self.tool("xdotool", "getwindowfocus").stdout.strip()
+
+    def coloured(self, window):
+        """How many pixels of a window are of a strong colour."""
+        return sum(max(pixel) - min(pixel) > 100 for pixel in self.pixels(window))
+
+    def is_dark(self, window):
+        pixels = self.pixels(window)
+        return bool(pixels) and sum(map(sum, pixels)) < len(pixels) * 3 * 128
 
     def picture(self, path):
         self.tool("import", "-window", "root", path)
