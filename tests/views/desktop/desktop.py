@@ -7,6 +7,7 @@ Only ever used inside the sandbox, where all processes are ours.
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -50,7 +51,8 @@ class Desktop:
         tool.chmod(0o755)
         self.set_fleet({})
 
-        self.screen = self.spawn("Xvfb", DISPLAY, "-screen", "0", screen, "-nolisten", "tcp")
+        self.screen = self.spawn("Xvfb", DISPLAY, "-screen", "0", screen, "-nolisten", "tcp",
+                                 "-noreset")  # or it starts anew when its first guest leaves
         wait_until("the display", lambda: self.tool("xdpyinfo").returncode == 0)
         if bus:
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = BUS
@@ -199,9 +201,21 @@ class Desktop:
         return wait_until(f'the strip that says "{words}"', lambda: self.windows(words))[0]
 
     def geometry(self, window):
-        lines = self.tool("xdotool", "getwindowgeometry", "--shell", window).stdout.splitlines()
-        numbers = dict(line.split("=") for line in lines if "=" in line)
-        return tuple(int(numbers[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        """Left, top, width and height on the screen, without any frame."""
+        said = self.tool("xwininfo", "-id", window).stdout
+        found = [re.search(rf"{name}: +(-?\d+)", said)
+                 for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
+        return tuple(int(each.group(1)) for each in found) if all(found) else (0, 0, 0, 0)
+
+    def set_screen(self, width, height):
+        """Another size for the screen; no larger than it was at first."""
+        for words in (("--newmode", "small", "0", width, 0, 0, width, height, 0, 0, height),
+                      ("--addmode", "screen", "small"), ("--output", "screen", "--mode", "small")):
+            done = self.tool("xrandr", *words)
+            assert done.returncode == 0, done.stderr
+
+    def our_windows(self):
+        return self.tool("xdotool", "search", "--onlyvisible", "--class", "varnhold").stdout.split()
 
     def menus(self):
         return self.windows("^Varnhold menu$")

@@ -125,8 +125,7 @@ class DesktopTest(unittest.TestCase):
     def test_strip_comes_back_when_the_screen_shrinks_under_it(self):
         desktop, strip = self.with_strip()
         self.assertGreater(desktop.geometry(strip)[0], 1000)
-        done = desktop.tool("xrandr", "-s", "800x600")
-        self.assertEqual(done.returncode, 0, done.stderr)
+        desktop.set_screen(800, 600)
         wait_until("the strip is on the screen", lambda: sum(desktop.geometry(strip)[0::2]) == 792)
 
     def test_strip_follows_the_desktops_wish_for_dark(self):
@@ -203,7 +202,7 @@ class DesktopTest(unittest.TestCase):
     def tray_icon(self):
         """The icon's window inside the tray."""
         return wait_until("the icon in the tray", lambda: [
-            window for window in self.d.windows("^Varnhold$")
+            window for window in self.d.our_windows()
             if self.d.geometry(window)[2:] == (22, 22)])[0]
 
     def await_no_strip(self):
