@@ -19,16 +19,18 @@ struct Measure {
     [[nodiscard]] int total(int count) const { return count * width + (count - 1) * gap; }
 };
 
-// The widest bars that fit, with gaps of about half a bar.
+// The bars that fill the square best, with gaps of a third to a half of a bar.
 Measure measureFor(int count, int side) {
-    for (int width = std::max(narrowestBar, side / widestBarsInSquare); width > narrowestBar;
-         --width) {
-        const Measure measure{width, (width + 1) / 2};
-        if (measure.total(count) <= side) {
-            return measure;
+    Measure best;
+    for (int width = narrowestBar + 1; width <= side / widestBarsInSquare; ++width) {
+        for (int gap = (width + 2) / 3; gap <= (width + 1) / 2; ++gap) {
+            const Measure measure{width, gap};
+            if (measure.total(count) <= side && measure.total(count) >= best.total(count)) {
+                best = measure;
+            }
         }
     }
-    return {};
+    return best;
 }
 
 // Even or odd like the side, so that it can stand in the very middle.

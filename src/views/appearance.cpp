@@ -48,7 +48,7 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
     }
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+                SLOT(settingChanged(QDBusMessage)));
     QDBusMessage question =
         QDBusMessage::createMethodCall(service, path, settings, QStringLiteral("Read"));
     question << appearance << colourScheme;
@@ -62,10 +62,10 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
     });
 }
 
-void Appearance::settingChanged(const QString& group, const QString& key,
-                                const QDBusVariant& value) {
-    if (group == appearance && key == colourScheme) {
-        applyColourScheme(schemeOf(value.variant()));
+void Appearance::settingChanged(const QDBusMessage& change) {
+    const QVariantList setting = change.arguments();
+    if (setting.size() == 3 && setting[0] == appearance && setting[1] == colourScheme) {
+        applyColourScheme(schemeOf(setting[2]));
     }
 }
 

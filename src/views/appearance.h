@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QDBusVariant>
 #include <QObject>
+
+class QDBusMessage;
 
 namespace varnhold {
 
@@ -16,7 +17,7 @@ public:
     explicit Appearance(QObject* parent = nullptr);
 
 private slots:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& change); // group, key and value
 };
 
 // 1 asks for dark, 2 for light, and everything else leaves it to the desktop's palette.

@@ -15,6 +15,12 @@ constexpr qint64 samePressFor = 250; // milliseconds in which the press that clo
 
 } // namespace
 
+MenuOpener::MenuOpener(StatusMenu::Choose choose)
+    : choose_([this, choose = std::move(choose)](MenuAction action, const std::string& value) {
+          QMetaObject::invokeMethod(
+              &choices_, [choose, action, value] { choose(action, value); }, Qt::QueuedConnection);
+      }) {}
+
 void MenuOpener::open(const QRect& anchor, QWidget* parent) {
     if (menu_) {
         return;

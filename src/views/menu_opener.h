@@ -13,7 +13,8 @@ namespace varnhold {
 // Opens the status menu beside whatever shows the status item, one at a time. Main thread.
 class MenuOpener final {
 public:
-    explicit MenuOpener(StatusMenu::Choose choose) : choose_(std::move(choose)) {}
+    // `choose` is called from the event loop, after the menu has closed.
+    explicit MenuOpener(StatusMenu::Choose choose);
     ~MenuOpener() { delete menu_; }
     MenuOpener(const MenuOpener&) = delete;
     MenuOpener& operator=(const MenuOpener&) = delete;
@@ -34,6 +35,7 @@ public:
     void onClosed(std::function<void()> closed) { closed_ = std::move(closed); }
 
 private:
+    QObject choices_; // what has been chosen waits here, since the menu deletes itself
     StatusMenu::Choose choose_;
     std::function<void()> closed_;
     std::vector<MenuRow> rows_;

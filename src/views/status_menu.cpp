@@ -1,6 +1,5 @@
 #include "views/status_menu.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <algorithm>
@@ -47,12 +46,8 @@ void StatusMenu::append(const MenuRow& row) {
     if (!key.isEmpty()) {
         keys_.emplace_back(key, action);
     }
-    // Queued, so that a slow action runs after the menu has closed; by then the menu may be gone,
-    // so the application receives it.
-    connect(
-        action, &QAction::triggered, qApp,
-        [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
-        Qt::QueuedConnection);
+    connect(action, &QAction::triggered, this,
+            [this, chosen = row.action, value = row.value] { choose_(chosen, value); });
 }
 
 void StatusMenu::resizeEvent(QResizeEvent* event) {

@@ -104,7 +104,19 @@ void StatusStrip::place() {
     move(home_);
     create();
     setStripHints(*windowHandle());
+    windowHandle()->installEventFilter(this);
     show();
+}
+
+// A window manager that takes the window into a frame may do so before it has put the frame in its
+// place. Then the toolkit reads the place of that moment and is never told of the right one.
+bool StatusStrip::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+        windowHandle()->removeEventFilter(this);
+        QMetaObject::invokeMethod(
+            this, [this] { move(home_); }, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void StatusStrip::stayOnScreen() {

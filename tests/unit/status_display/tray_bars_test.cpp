@@ -95,6 +95,16 @@ TEST(TrayBars, ThatAreSharedKeepTheOrderOfTheRainbow) {
     EXPECT_LE(bars.back().hue, rainbowEnd);
 }
 
+TEST(TrayBars, FillMostOfTheirSquare) {
+    for (const int side : sides) {
+        for (const int bots : {5, 8, 20, 60}) {
+            const auto bars = trayBars(fleetOf(bots), side);
+            const int used = bars.back().x + bars.back().width - bars.front().x;
+            EXPECT_GE(used, side * 2 / 3) << side << " pixels, " << bots << " bots";
+        }
+    }
+}
+
 TEST(TrayBars, OfASmallFleetAreBroadButNoWall) {
     for (const int side : sides) {
         EXPECT_EQ(trayBars(fleetOf(1), side).front().width, side / 4);

@@ -7,6 +7,7 @@ Only ever used inside the sandbox, where all processes are ours.
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -18,6 +19,7 @@ from session import command_lines, wait_until  # noqa: E402
 DISPLAY = ":99"
 BUS = "unix:path=/tmp/runtime/bus"
 
+PORTAL = "org.freedesktop.portal.Desktop"
 WATCHER = "org.kde.StatusNotifierWatcher"
 
 # Stands for the service manager's tool: prints the job list of the moment and notes every call.
@@ -49,7 +51,8 @@ class Desktop:
         tool.chmod(0o755)
         self.set_fleet({})
 
-        self.screen = self.spawn("Xvfb", DISPLAY, "-screen", "0", screen, "-nolisten", "tcp")
+        self.screen = self.spawn("Xvfb", DISPLAY, "-screen", "0", screen, "-nolisten", "tcp",
+                                 "-noreset")  # or it starts anew when its first guest leaves
         wait_until("the display", lambda: self.tool("xdpyinfo").returncode == 0)
         if bus:
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = BUS
@@ -112,15 +115,36 @@ class Desktop:
 
     def start_panel(self):
         """A panel that shows tray icons which describe themselves over the bus."""
-        panel = self.spawn(self.build / "tests/fake_panel")
+        panel = self.spawn(self.build / "tests/fake_desktop", "panel")
         wait_until("the panel", lambda: WATCHER in self.bus_names())
         return panel
+
+    def start_portal(self):
+        """Tells the wish for light, and for what set_scheme says then."""
+        portal = self.spawn(self.build / "tests/fake_desktop", "portal", stdin=subprocess.PIPE,
+                            text=True)
+        wait_until("the portal", lambda: PORTAL in self.bus_names())
+        return portal
+
+    @staticmethod
+    def set_scheme(portal, scheme):
+        portal.stdin.write(f"{scheme}\n")
+        portal.stdin.flush()
 
     def end(self):
         for child in reversed(self.started):
             if child.poll() is None:
                 child.kill()
             child.wait()
+
+    def reset(self):
+        """Clears the home for another desktop after this one's end."""
+        shutil.rmtree(self.home)
+        self.home.mkdir()
+
+    def run_second(self, **environment):
+        return subprocess.run([self.prefix / "bin/varnhold"],
+                              env=dict(self.environment, **environment), check=False)
 
     def tool(self, *command):
         return subprocess.run([str(word) for word in command], env=self.environment,
@@ -177,9 +201,21 @@ class Desktop:
         return wait_until(f'the strip that says "{words}"', lambda: self.windows(words))[0]
 
     def geometry(self, window):
-        lines = self.tool("xdotool", "getwindowgeometry", "--shell", window).stdout.splitlines()
-        numbers = dict(line.split("=") for line in lines if "=" in line)
-        return tuple(int(numbers[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        """Left, top, width and height on the screen, without any frame."""
+        said = self.tool("xwininfo", "-id", window).stdout
+        found = [re.search(rf"{name}: +(-?\d+)", said)
+                 for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
+        return tuple(int(each.group(1)) for each in found) if all(found) else (0, 0, 0, 0)
+
+    def set_screen(self, width, height):
+        """Another size for the screen; no larger than it was at first."""
+        for words in (("--newmode", "small", "0", width, 0, 0, width, height, 0, 0, height),
+                      ("--addmode", "screen", "small"), ("--output", "screen", "--mode", "small")):
+            done = self.tool("xrandr", *words)
+            assert done.returncode == 0, done.stderr
+
+    def our_windows(self):
+        return self.tool("xdotool", "search", "--onlyvisible", "--class", "varnhold").stdout.split()
 
     def menus(self):
         return self.windows("^Varnhold menu$")
@@ -193,6 +229,26 @@ class Desktop:
 
     def key(self, *keys):
         self.tool("xdotool", "key", *keys)
+
+    def pixels(self, window):
+        """Red, green and blue of every pixel of a window, row by row."""
+        _, _, width, height = self.geometry(window)
+        raw = subprocess.run(["import", "-window", window, "-depth", "8", "rgb:-"],
+                             env=self.environment, capture_output=True, check=False).stdout
+        if len(raw) != width * height * 3:
+            return []
+        return [tuple(raw[i:i + 3]) for i in range(0, len(raw), 3)]
+
+    def focused(self):
+        return self.tool("xdotool", "getwindowfocus").stdout.strip()
+
+    def coloured(self, window):
+        """How many pixels of a window are of a strong colour."""
+        return sum(max(pixel) - min(pixel) > 100 for pixel in self.pixels(window))
+
+    def is_dark(self, window):
+        pixels = self.pixels(window)
+        return bool(pixels) and sum(map(sum, pixels)) < len(pixels) * 3 * 128
 
     def picture(self, path):
         self.tool("import", "-window", "root", path)
