@@ -21,7 +21,7 @@ private:
 };
 
 FakePlatform::FakePlatform()
-    : interfaces{*this, *this, *this, *this, *this, defaults}, answer([](const auto&) {
+    : interfaces{*this, *this, *this, *this, *this, defaults, http}, answer([](const auto&) {
           platform::ProcessResult result;
           result.started = true;
           return result;

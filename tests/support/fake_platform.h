@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "support/fake_http_client.h"
 #include "support/fake_user_defaults.h"
 
 namespace varnhold::testing {
@@ -42,6 +43,7 @@ public:
     std::function<platform::ProcessResult(const platform::ProcessRequest&)> answer;
 
     FakeUserDefaults defaults;
+    FakeHttpClient http;
 
     std::string home = "/home/somebody";
     std::string bundle = "/opt/varnhold/lib/varnhold";
