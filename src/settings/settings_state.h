@@ -13,10 +13,14 @@
 
 namespace varnhold {
 
+class CustomGroupsColumn;
+struct ManageCustomGroupsSheet;
+
 // How a change should come to be seen.
 enum class Animation {
     none,
     standard, // the toolkit's own default
+    spring,   // rows swing into their new places
 };
 
 // Steps of appearing that belong to other subjects than files.
@@ -71,6 +75,15 @@ public:
 
     // Has a script of the daemon code fill the chains, in the background, and reads them again.
     void runAutoSetup();
+
+    // Bots (bot_editing.h), provider logins (sign_in.h) and custom groups (groups_wiring.h).
+    void addBot();
+    void togglePauseBot(const BotConfig& bot);
+    void removeBot(const BotConfig& bot);
+    void fetchNames();
+    void runScout(const std::optional<std::string>& key);
+    [[nodiscard]] CustomGroupsColumn groupsColumn();
+    [[nodiscard]] ManageCustomGroupsSheet groupsSheet();
 
 private:
     void loadChain(TargetList list);
