@@ -46,5 +46,5 @@ function(varnhold_test name)
         set(environment ENVIRONMENT TMPDIR=/dev/shm)
     endif()
     gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT 120 LABELS unit ${environment})
+        PROPERTIES TIMEOUT 600 LABELS unit ${environment})
 endfunction()
