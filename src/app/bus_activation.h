@@ -7,7 +7,7 @@
 namespace varnhold {
 
 // The program's name on the session bus, where desktops and later starts find it (interface
-// org.freedesktop.Application of the Desktop Entry Specification). Main thread.
+// org.freedesktop.Application of freedesktop.org). Main thread.
 class BusActivation final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
