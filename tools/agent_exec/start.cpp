@@ -1,7 +1,6 @@
 #include "agent_exec/start.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -9,6 +8,8 @@
 #include <system_error>
 #include <unistd.h>
 #include <vector>
+
+#include "agent_exec/signals.h"
 
 namespace varnhold::services {
 
@@ -33,16 +34,6 @@ void openLog(const std::string& path, int target) {
         ::dup2(log, target);
         ::close(log);
     }
-}
-
-// A manager may have blocked or ignored signals, and both would be inherited.
-void resetSignals() {
-    for (int number = 1; number < NSIG; ++number) {
-        std::signal(number, SIG_DFL);
-    }
-    sigset_t none{};
-    ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr); // NOLINT(concurrency-mt-unsafe): one thread
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {

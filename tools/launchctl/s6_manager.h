@@ -5,6 +5,7 @@
 #include "agent_exec/job_files.h"
 #include "launchctl/locks.h"
 #include "launchctl/s6_scanner.h"
+#include "launchctl/s6_tree.h"
 #include "launchctl/service_manager.h"
 
 namespace varnhold::services {
@@ -41,21 +42,24 @@ private:
         FileLock label;
     };
 
-    [[nodiscard]] std::string jobFolder(const std::string& name) const;
-    [[nodiscard]] std::string link(const std::string& name) const;
+    [[nodiscard]] std::string labelLock(const std::string& name) const {
+        return folder_ + "/locks/" + name;
+    }
     [[nodiscard]] bool isLoaded(const std::string& name) const;
     [[nodiscard]] JobState state(const std::string& name, const std::string& label) const;
     [[nodiscard]] Result<Locks> lock(const std::string& name) const;
     [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
                                         const std::string& content) const;
-    void forgetFormerJobs() const;
+    void tidyUp() const;
+    [[nodiscard]] Result<void> startScanner() const;
     [[nodiscard]] Result<void> load(const std::string& name, bool starts) const;
     [[nodiscard]] Result<void> unload(const std::string& name) const;
-    void command(const std::string& name, const char* letters) const;
+    void tellToEnd(const std::string& name) const;
     void takeDownIfEmpty() const;
 
     std::string folder_;
     std::string agentExec_;
+    S6Tree tree_;
     S6Scanner scanner_;
 };
 
