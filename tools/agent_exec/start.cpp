@@ -25,10 +25,13 @@ int refuse(const std::string& what) {
 }
 
 void openLog(const std::string& path, int target) {
-    int log =
-        path.empty() ? -1 : ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY, logMode);
+    // Without O_NONBLOCK a pipe that nobody reads would keep the agent waiting here for ever.
+    constexpr int way = O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY | O_NONBLOCK;
+    int log = path.empty() ? -1 : ::open(path.c_str(), way, logMode);
     if (log < 0) {
         log = ::open("/dev/null", O_WRONLY);
+    } else {
+        ::fcntl(log, F_SETFL, O_APPEND);
     }
     if (log >= 0 && log != target) {
         ::dup2(log, target);

@@ -25,7 +25,7 @@ TEST(NameOfLabel, WritesEveryOtherByteInHex) {
     EXPECT_EQ(nameOf("a/../b"), "a%2F..%2Fb");
     EXPECT_EQ(nameOf("\"$x'\\"), "%22%24x%27%5C");
     EXPECT_EQ(nameOf("ü"), "%C3%BC");
-    EXPECT_EQ(nameOf("\xFF"), "%FF");
+    EXPECT_EQ(nameOf("\u00A0\u2027"), "%C2%A0%E2%80%A7");
 }
 
 TEST(NameOfLabel, NeverBeginsWithADot) {
@@ -36,10 +36,14 @@ TEST(NameOfLabel, NeverBeginsWithADot) {
 
 TEST(NameOfLabel, RefusesWhatCouldForgeARowOrFitsNoFileName) {
     EXPECT_EQ(nameOf(""), "refused: a label can't be empty");
-    for (const char* label : {"a\nb", "a\tb", "\r", "a\x7F", "\x1B[2J"}) {
+    for (const char* label :
+         {"a\nb", "a\tb", "\r", "a\x7F", "\x1B[2J", "a\u0085b", "\u009B", "a\u2028", "\u2029b"}) {
         EXPECT_EQ(nameOf(label), "refused: a label can't hold control characters");
     }
     EXPECT_EQ(nameOf(std::string("a\0b", 3)), "refused: a label can't hold control characters");
+    for (const char* label : {"\xFF", "a\xC2", "\xC2\x20", "\xE2\x80", "\xED\xA0\x80"}) {
+        EXPECT_EQ(nameOf(label), "refused: a label must be text in UTF-8");
+    }
     EXPECT_EQ(nameOf(std::string(241, 'a')), "refused: the label is too long");
     EXPECT_EQ(nameOf(std::string(240, 'a')), std::string(240, 'a'));
     EXPECT_EQ(nameOf(std::string(81, ' ')), "refused: the label is too long");
@@ -58,17 +62,23 @@ TEST(LabelOfName, KnowsNamesThatNoLabelHas) {
     }
 }
 
-TEST(LabelName, RandomBytesGoThereAndBackAndNeverShareAName) {
+TEST(LabelName, RandomTextGoesThereAndBackAndNeverShareAName) {
     std::mt19937 random(20240607); // NOLINT(cert-msc51-cpp): the same labels each time
-    std::uniform_int_distribution<int> byte(0x20, 0xFF);
-    std::uniform_int_distribution<std::size_t> length(1, 60);
+    std::uniform_int_distribution<int> ascii(0x20, 0x7E);
+    std::uniform_int_distribution<unsigned> beyond(0xA0, 0x7FF);
+    std::uniform_int_distribution<std::size_t> length(1, 40);
     std::set<std::string> labels;
     std::set<std::string> names;
     for (int round = 0; round < 5000; ++round) {
         std::string label;
         for (std::size_t left = length(random); left > 0; --left) {
-            const int value = byte(random);
-            label += static_cast<char>(value == 0x7F ? ' ' : value);
+            if (left % 3 == 0) {
+                const unsigned point = beyond(random);
+                label += static_cast<char>(0xC0U | (point >> 6U));
+                label += static_cast<char>(0x80U | (point & 0x3FU));
+            } else {
+                label += static_cast<char>(ascii(random));
+            }
         }
         const std::string name = nameOf(label);
         EXPECT_EQ(labelOfName(name), label);
