@@ -42,6 +42,7 @@ int start(const std::string& folder) {
         std::fprintf(stderr, "agent-exec: %s\n", definition.error().c_str());
         return cannotSpawn;
     }
+    job.tellReady();
     return becomeAgent(*definition);
 }
 

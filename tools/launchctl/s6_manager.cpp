@@ -170,6 +170,7 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", exitTimeout); });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-finish", "0"); }); // no limit
     then([&] { return job.makeWakePipe(); });
+    then([&] { return job.askToListen(); });
     then([&] { return starts ? Result<void>() : files::writeInPlace(job.folder() + "/down", ""); });
     return done;
 }
