@@ -29,10 +29,12 @@ function(varnhold_library name)
     target_link_libraries(varnhold_${name} PUBLIC varnhold_flags ${ARG_LINKS})
 endfunction()
 
-# varnhold_test(NAME [OWN_HEADERS] SOURCES ... LINKS ...): one GoogleTest program; each case is a test
-# of ctest. OWN_HEADERS is for programs built with other flags than the plain ones (Qt's).
+# varnhold_test(NAME [OWN_HEADERS] [IN_MEMORY] SOURCES ... LINKS ...): one GoogleTest program; each case
+# is a test of ctest. OWN_HEADERS is for programs built with other flags than the plain ones (Qt's).
+# IN_MEMORY puts temporary homes where a sync costs nothing, if the system has such a place: on a busy
+# disk, tests that save a lot would do little but wait.
 function(varnhold_test name)
-    cmake_parse_arguments(ARG "OWN_HEADERS" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "OWN_HEADERS;IN_MEMORY" "" "SOURCES;LINKS" ${ARGN})
     add_executable(test_${name} ${ARG_SOURCES})
     target_link_libraries(test_${name} PRIVATE varnhold_flags GTest::gmock_main ${ARG_LINKS})
     if(TARGET varnhold_test_headers AND NOT ARG_OWN_HEADERS)
@@ -40,5 +42,9 @@ function(varnhold_test name)
     endif()
     set_target_properties(test_${name} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
-    gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS unit)
+    if(ARG_IN_MEMORY AND IS_DIRECTORY /dev/shm)
+        set(environment ENVIRONMENT TMPDIR=/dev/shm)
+    endif()
+    gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 120 LABELS unit ${environment})
 endfunction()

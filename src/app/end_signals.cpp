@@ -4,6 +4,7 @@
 #include <QSocketNotifier>
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -13,6 +14,11 @@ namespace {
 
 // A handler may do next to nothing, but it may write a byte.
 std::array<int, 2> pipeEnds{-1, -1};
+
+std::function<void()>& lastWork() {
+    static std::function<void()> work;
+    return work;
+}
 
 void noteSignal(int) {
     const char byte = 1;
@@ -37,6 +43,14 @@ void endOnSignals(std::function<void()> onSignal) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         ::sigaction(signal, &action, nullptr);
     }
+}
+
+void beforeSuddenExit(std::function<void()> work) {
+    lastWork() = std::move(work); // made first, so that it outlives the handler's turn
+    std::atexit([] {
+        lastWork()();
+        std::_Exit(EXIT_FAILURE);
+    });
 }
 
 } // namespace varnhold

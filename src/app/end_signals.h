@@ -9,4 +9,9 @@ namespace varnhold {
 // Call once, after the application object has been made.
 void endOnSignals(std::function<void()> onSignal);
 
+// Has the work done should the process leave by exit(), as the toolkit does when the display goes
+// away under it: that too is a session's end. Afterwards the process is gone at once, whatever its
+// other threads are doing. Call once.
+void beforeSuddenExit(std::function<void()> work);
+
 } // namespace varnhold

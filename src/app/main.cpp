@@ -11,6 +11,12 @@
 #include "shell/roster.h"
 #include "views/qt_presentation.h"
 
+namespace {
+
+constexpr const char* platformVariable = "QT_QPA_PLATFORM";
+
+} // namespace
+
 int main(int argc, char** argv) {
     // A column count inherited from a terminal would make ps cut the lines that the orphan sweep
     // reads.
@@ -19,7 +25,16 @@ int main(int argc, char** argv) {
     const varnhold::Constants constants(system->homeDirectory());
     const varnhold::Roster roster;
 
+    // Under X11 the strip can be placed, even by a Wayland desktop's own X server. Children must
+    // not inherit this: their toolkits know better.
+    const bool platformIsChosen = qEnvironmentVariableIsSet(platformVariable);
+    if (!platformIsChosen) {
+        qputenv(platformVariable, "xcb;wayland");
+    }
     QApplication app(argc, argv);
+    if (!platformIsChosen) {
+        qunsetenv(platformVariable);
+    }
     QApplication::setApplicationName(QStringLiteral("Varnhold"));
     QApplication::setDesktopFileName(QStringLiteral("varnhold"));
     // Closing the settings window must never take the fleet down.
@@ -33,10 +48,16 @@ int main(int argc, char** argv) {
     varnhold::platform::QtPlatform platform;
     varnhold::QtPresentation presentation;
     varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
-    instance.listen([&delegate] { delegate.applicationShouldHandleReopen(false); });
+    // By way of the queue, so that an early knock is answered after the launch.
+    instance.listen([&app, &delegate] {
+        QMetaObject::invokeMethod(
+            &app, [&delegate] { delegate.applicationShouldHandleReopen(false); },
+            Qt::QueuedConnection);
+    });
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         &app, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+    varnhold::beforeSuddenExit([&delegate] { delegate.applicationWillTerminate(); });
     QApplication::exec();
     delegate.applicationWillTerminate();
     // Nothing waits for fleet operations that still run in the background.

@@ -39,10 +39,17 @@ bool SingleInstance::claim() {
     const std::string path = folder_ + "/supervisor.lock";
     lock_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        knock();
+        if (!BusActivation::activateOther()) {
+            knock();
+        }
         return false;
     }
-    return true;
+    // Two sessions of one user may differ in their runtime folders and yet share a bus.
+    if (bus_.claim() != BusActivation::Claim::taken) {
+        return true;
+    }
+    static_cast<void>(BusActivation::activateOther()); // alive or not, it is the one
+    return false;
 }
 
 void SingleInstance::knock() const {
@@ -58,6 +65,7 @@ void SingleInstance::knock() const {
 }
 
 void SingleInstance::listen(std::function<void()> onKnock) {
+    bus_.onActivate(onKnock);
     QLocalServer::removeServer(socketPath());
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_,

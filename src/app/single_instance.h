@@ -4,14 +4,17 @@
 #include <functional>
 #include <string>
 
+#include "app/bus_activation.h"
+
 namespace varnhold {
 
 // Sees to it that one supervisor runs for each user.
 //
-// The first to lock a file in the user's runtime folder is the one; it listens on a socket beside
-// it. A later one knocks there, which makes the first show its window, and ends before it has
-// touched anything. A crash frees the lock, and the socket that it leaves behind is cleared away by
-// the next.
+// The first to lock a file in the user's runtime folder and to get the program's name on the
+// session bus is the one. A later one calls it there, or where there is no bus knocks on a socket
+// beside the lock, which makes the first show its window, and ends before it has touched anything.
+// A crash frees lock and name, and the socket that it leaves behind is cleared away by the next.
+// Main thread.
 class SingleInstance final {
 public:
     // `folder`: private to the user; made if it is missing.
@@ -24,7 +27,7 @@ public:
     // other reasons the program runs on: a supervisor that can't start is worse than two.
     [[nodiscard]] bool claim();
 
-    // Calls back on the main thread whenever a later start has knocked. Needs the event loop.
+    // Calls back from the event loop whenever a later start has called or knocked.
     void listen(std::function<void()> onKnock);
 
 private:
@@ -34,6 +37,7 @@ private:
     std::string folder_;
     int lock_ = -1;
     QLocalServer server_;
+    BusActivation bus_;
 };
 
 } // namespace varnhold

@@ -119,6 +119,21 @@ bool isLineBreak(CodePoint codePoint) {
            codePoint == 0x2029;
 }
 
+template <class Test>
+std::string_view trimmedOf(std::string_view text, Test isTrimmed) {
+    std::size_t start = text.size();
+    std::size_t end = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Step step = next(text.substr(at));
+        if (!isTrimmed(step.codePoint)) {
+            start = std::min(start, at);
+            end = at + step.length;
+        }
+        at += step.length;
+    }
+    return start < end ? text.substr(start, end - start) : std::string_view{};
+}
+
 std::string composed(std::string_view text) {
     utf8proc_uint8_t* raw = nullptr;
     const auto length =
@@ -222,17 +237,12 @@ std::string capitalized(std::string_view text) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    std::size_t start = text.size();
-    std::size_t end = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        const Step step = next(text.substr(at));
-        if (!isBlank(step.codePoint) && !isLineBreak(step.codePoint)) {
-            start = std::min(start, at);
-            end = at + step.length;
-        }
-        at += step.length;
-    }
-    return start < end ? text.substr(start, end - start) : std::string_view{};
+    return trimmedOf(
+        text, [](CodePoint codePoint) { return isBlank(codePoint) || isLineBreak(codePoint); });
+}
+
+std::string_view trimmedOfBlanks(std::string_view text) {
+    return trimmedOf(text, isBlank);
 }
 
 std::size_t characterCount(std::string_view text) {

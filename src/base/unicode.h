@@ -27,6 +27,9 @@ namespace varnhold::unicode {
 // zero-width space.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
+// The same, but a line break stays: a name of line breaks alone is a name.
+[[nodiscard]] std::string_view trimmedOfBlanks(std::string_view text);
+
 // Characters as a person counts them (grapheme clusters): a flag or a joined emoji is one.
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 [[nodiscard]] std::string firstCharacters(std::string_view text, std::size_t count);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/http_client.h"
 #include "platform/user_defaults.h"
 
 // Everything the program asks of its surroundings, as small interfaces handed down by reference.
@@ -134,6 +135,7 @@ struct Platform {
     Clock& clock;
     System& system;
     UserDefaults& defaults;
+    HttpClient& http;
 };
 
 } // namespace varnhold::platform

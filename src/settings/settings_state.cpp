@@ -16,8 +16,9 @@ constexpr auto firstRunDelay = 400ms;
 
 } // namespace
 
-void ModelSelectorView::observe(Observer observer) {
+void ModelSelectorView::observe(ChangeObserver observer, MoveObserver moves) {
     observer_ = std::move(observer);
+    moveObserver_ = std::move(moves);
 }
 
 void ModelSelectorView::changed(Animation animation) const {

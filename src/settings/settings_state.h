@@ -6,18 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "platform/payload.h"
 #include "platform/platform.h"
+#include "settings/settings_changes.h"
 #include "settings/settings_fields.h"
 #include "settings/target_list.h"
 #include "shell/constants.h"
 
 namespace varnhold {
 
-// How a change should come to be seen.
-enum class Animation {
-    none,
-    standard, // the toolkit's own default
-};
+struct ModelRow;
+struct RealTimeDropDelegate;
+class CustomGroupsColumn;
+struct ManageCustomGroupsSheet;
 
 // Steps of appearing that belong to other subjects than files.
 struct AppearingSteps {
@@ -35,17 +36,16 @@ struct AppearingSteps {
 // can't be written stays as it was.
 class ModelSelectorView final : public SettingsFields {
 public:
-    using Observer = std::function<void(Animation animation)>;
-
     // Reads all files but sign-in and library. Both must outlive the record.
     ModelSelectorView(platform::Platform& platform, const Constants& constants);
     ModelSelectorView(const ModelSelectorView&) = delete;
     ModelSelectorView& operator=(const ModelSelectorView&) = delete;
     ~ModelSelectorView() = default;
 
-    // The one observer, called after every change that the record makes by itself. Whoever changes
-    // a field from outside without saving calls changed().
-    void observe(Observer observer);
+    // The one observer, called after every change that the record makes by itself; rows that move
+    // are told first, one by one. Whoever changes a field from outside without saving calls
+    // changed().
+    void observe(ChangeObserver observer, MoveObserver moves = nullptr);
     void changed(Animation animation = Animation::none) const;
 
     // Each time the window appears: sign-in and library afresh from disk, over whatever was typed
@@ -72,6 +72,34 @@ public:
     // Has a script of the daemon code fill the chains, in the background, and reads them again.
     void runAutoSetup();
 
+    // Chain editing (chain_editing.h). What is dropped is handled later, when its text has arrived.
+    [[nodiscard]] const std::vector<AIModelItem>& chainArray(TargetList list) const;
+    [[nodiscard]] std::vector<AIModelItem>& chainBinding(TargetList list);
+    [[nodiscard]] ModelRow modelRow(const AIModelItem& item);
+    [[nodiscard]] RealTimeDropDelegate rowDropDelegate(const AIModelItem& item, TargetList list);
+    bool handleDrop(const platform::PayloadProviders& providers, TargetList list,
+                    std::optional<std::size_t> insertAt = std::nullopt);
+    bool handleLibraryDrop(const platform::PayloadProviders& providers);
+    bool handleBotDrop(const platform::PayloadProviders& providers, TargetList list);
+    void unassignBot(const std::string& launchdLabel, TargetList list);
+    void deleteLibraryModel(const AIModelItem& item);
+
+    // Placement (placement_checks.h), keepalive (keepalive.h) and local models (ollama.h).
+    [[nodiscard]] bool checkAuthFor(const AIModelItem& item) const;
+    void startKeepaliveTimer();
+    void tickKeepalive();
+    void checkOllamaDownload(const AIModelItem& item);
+    void downloadOllama(const AIModelItem& item);
+
+    // Bots (bot_editing.h), provider logins (sign_in.h) and custom groups (groups_wiring.h).
+    void addBot();
+    void togglePauseBot(const BotConfig& bot);
+    void removeBot(const BotConfig& bot);
+    void fetchNames();
+    void runScout(const std::optional<std::string>& key);
+    [[nodiscard]] CustomGroupsColumn groupsColumn();
+    [[nodiscard]] ManageCustomGroupsSheet groupsSheet();
+
 private:
     void loadChain(TargetList list);
     void loadBots();
@@ -93,6 +121,17 @@ private:
 
     void finishAutoSetup(const platform::ProcessResult& result);
 
+    std::string startDrag(const AIModelItem& item);
+    void endDrag();
+    void whenLoaded(const platform::PayloadProviders& providers,
+                    const std::function<void(const std::string& text)>& use);
+    void dropModel(const std::string& payload, TargetList list,
+                   std::optional<std::size_t> insertAt);
+    void dropFromLibrary(AIModelItem item, TargetList list, std::optional<std::size_t> insertAt);
+    void removeModel(const std::string& payload);
+    void assignBot(const std::string& launchdLabel, TargetList list);
+    void moved(const ChainMove& move) const;
+
     // Posts to the main thread; the task is dropped if the record has gone by then.
     void later(std::function<void()> task);
     void laterAfter(std::chrono::milliseconds delay, std::function<void()> task);
@@ -100,7 +139,8 @@ private:
 
     platform::Platform& platform_;
     const Constants& constants_;
-    Observer observer_;
+    ChangeObserver observer_;
+    MoveObserver moveObserver_;
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 

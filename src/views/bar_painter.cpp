@@ -22,26 +22,21 @@ QRectF snapped(const QRectF& rectangle, qreal scale) {
 
 } // namespace
 
-void paintBars(QPainter& painter, const BarImage& image, const QPointF& origin, qreal scale) {
+QColor barColour(double hue) {
+    return QColor::fromHsvF(static_cast<float>(hue), static_cast<float>(barSaturation),
+                            static_cast<float>(barBrightness));
+}
+
+void paintBars(QPainter& painter, const BarImage& image, const QPointF& origin) {
+    const qreal scale = painter.device()->devicePixelRatio();
     painter.setPen(Qt::NoPen);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const BarRectangle& bar : image.bars) {
-        const QRectF place =
-            snapped(QRectF(bar.x, bar.y, bar.width, bar.height).translated(origin), scale);
-        painter.setBrush(QColor::fromHsvF(static_cast<float>(bar.hue),
-                                          static_cast<float>(barSaturation),
-                                          static_cast<float>(barBrightness)));
-        painter.drawRoundedRect(place, barCornerRadius, barCornerRadius);
+        painter.setBrush(barColour(bar.hue));
+        painter.drawRoundedRect(
+            snapped(QRectF(bar.x, bar.y, bar.width, bar.height).translated(origin), scale),
+            barCornerRadius, barCornerRadius);
     }
-}
-
-QPixmap barPixmap(const BarImage& image, qreal scale) {
-    QPixmap pixmap(QSizeF(image.width * scale, image.height * scale).toSize());
-    pixmap.setDevicePixelRatio(scale);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    paintBars(painter, image, {0, 0}, scale);
-    return pixmap;
 }
 
 } // namespace varnhold

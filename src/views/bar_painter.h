@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QPixmap>
+#include <QColor>
+#include <QPointF>
 
 #include "status/bars.h"
 
@@ -8,11 +9,11 @@ class QPainter;
 
 namespace varnhold {
 
-// Paints the bars with their upper left corner at `origin`, in points. Edges are moved to whole
-// device pixels of `scale`, so that bars of two points stay crisp at every scale.
-void paintBars(QPainter& painter, const BarImage& image, const QPointF& origin, qreal scale);
+// The same on light and dark grounds, so that a bot keeps its colour.
+[[nodiscard]] QColor barColour(double hue);
 
-// The bars alone on nothing.
-[[nodiscard]] QPixmap barPixmap(const BarImage& image, qreal scale);
+// Paints the bars with their upper left corner at `origin`, in points. Edges are moved to whole
+// device pixels of what is painted on, so that bars of two points stay crisp at every scale.
+void paintBars(QPainter& painter, const BarImage& image, const QPointF& origin);
 
 } // namespace varnhold

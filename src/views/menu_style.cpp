@@ -52,11 +52,12 @@ void drawRow(const QStyleOptionMenuItem& row, QPainter& painter, bool alert) {
     const bool selected = enabled && row.state.testFlag(QStyle::State_Selected);
     QColor colour = row.palette.color(QPalette::WindowText);
     if (selected) {
+        const Selection selection = selectionColours(row.palette);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(row.palette.color(QPalette::Highlight));
+        painter.setBrush(selection.ground);
         painter.drawRoundedRect(QRectF(row.rect).adjusted(selectionInset, 0, -selectionInset, 0),
                                 selectionRadius, selectionRadius);
-        colour = row.palette.color(QPalette::HighlightedText);
+        colour = selection.text;
     } else if (alert) {
         colour = alertColour(row.palette);
     } else if (!enabled) {

@@ -1,5 +1,7 @@
 #include "views/notice_view.h"
 
+#include <QAccessible>
+#include <QCursor>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -8,9 +10,13 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "views/accessibility.h"
 #include "views/colours.h"
+#include "views/placement.h"
 #include "views/qt_text.h"
+#include "views/screens.h"
 #include "views/text_block.h"
+#include "views/x11_hints.h"
 
 namespace varnhold {
 
@@ -23,7 +29,8 @@ constexpr int iconSize = 26;
 constexpr int titleSize = 14;
 constexpr int messageSize = 12;
 constexpr int warningSize = 11;
-constexpr int gapUnderAnchor = 6;
+constexpr int lineSpacing = 2;
+constexpr int edgeGap = 6; // to the anchor and to the screen's edges
 
 TextBlock* textBlock(const QString& text, int size, QFont::Weight weight = QFont::Normal) {
     auto* made = new TextBlock(text);
@@ -50,46 +57,75 @@ QHBoxLayout* header(const QString& title, const QPixmap& icon) {
 
 } // namespace
 
-NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon, QWidget* parent)
-    : QWidget(parent, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint) {
+// A tool tip's window has no frame, is nobody's focus and stands above all. Only where no server
+// tells us of presses elsewhere must it take them in itself, as a pop-up does.
+NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
+    : QWidget(nullptr, (hasX11() ? Qt::ToolTip : Qt::Popup) | Qt::FramelessWindowHint |
+                           Qt::NoDropShadowWindowHint) {
     setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_DeleteOnClose);
     setAccessibleName(toQString(panel.title));
+    setWindowTitle(toQString(panel.title));
+    installAccessibility();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
     column->addLayout(header(toQString(panel.title), icon));
     for (const ModelNotice& notice : panel.notices) {
-        auto* entry = new QVBoxLayout;
-        entry->setSpacing(2);
-        entry->addWidget(textBlock(toQString(notice.message), messageSize));
-        if (notice.inChain) {
-            TextBlock* warning = textBlock(QString::fromUtf8(chainWarning), warningSize);
-            QPalette colours = warning->palette();
-            colours.setColor(QPalette::WindowText, warningColour(palette()));
-            warning->setPalette(colours);
-            entry->addWidget(warning);
-        }
-        column->addLayout(entry);
+        addNotice(notice, *column);
     }
     column->addStretch(1);
+    colourWarnings();
     setFixedWidth(panel.width);
     // Long messages wrap and must not be cut, so the panel may grow beyond its wanted height.
     setFixedHeight(std::max(panel.height, column->heightForWidth(panel.width)));
+    connect(&outside_, &OutsideInput::pressed, this, [this] {
+        if (!geometry().contains(QCursor::pos())) {
+            close();
+        }
+    });
+    connect(&outside_, &OutsideInput::escaped, this, [this] {
+        if (geometry().contains(QCursor::pos()) || QGuiApplication::focusWindow() != nullptr) {
+            close();
+        }
+    });
+}
+
+void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
+    auto* entry = new QVBoxLayout;
+    entry->setSpacing(lineSpacing);
+    entry->addWidget(textBlock(toQString(notice.message), messageSize));
+    if (notice.inChain) {
+        warnings_.push_back(textBlock(QString::fromUtf8(chainWarning), warningSize));
+        entry->addWidget(warnings_.back());
+    }
+    column.addLayout(entry);
+}
+
+void NoticeView::colourWarnings() {
+    for (TextBlock* warning : warnings_) {
+        QPalette colours = palette();
+        colours.setColor(QPalette::WindowText, warningColour(palette()));
+        warning->setPalette(colours);
+    }
+}
+
+void NoticeView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        colourWarnings();
+    }
 }
 
 void NoticeView::showUnder(const QRect& anchor) {
-    const QScreen* screen = QGuiApplication::screenAt(anchor.center());
-    const QRect area =
-        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    const int wanted = anchor.center().x() - width() / 2;
-    const int left = std::clamp(wanted, area.left() + gapUnderAnchor,
-                                std::max(area.left(), area.right() - width() - gapUnderAnchor));
-    const int below = anchor.bottom() + gapUnderAnchor;
-    const int top =
-        below + height() <= area.bottom() ? below : anchor.top() - height() - gapUnderAnchor;
-    move(left, top);
+    move(placeBeside(
+        anchor, size(),
+        screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap),
+        Alignment::centre, edgeGap));
     show();
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 void NoticeView::paintEvent(QPaintEvent*) {

@@ -1,18 +1,27 @@
 #pragma once
 
-#include <QPointer>
 #include <QWidget>
+#include <vector>
 
-#include "status/presentation.h"
+#include "status/notices.h"
+#include "views/outside_input.h"
+
+class QVBoxLayout;
 
 namespace varnhold {
 
+class TextBlock;
+
 // The panel that tells of new models: a header with the icon, then each message and, where a chain
-// in use is affected, a warning under it. Closes on a press outside it and on Escape.
+// in use is affected, a warning under it. Main thread.
+//
+// It comes unasked, so it takes neither the pointer nor the keyboard from whatever the user is
+// doing. A press anywhere else closes it, and so does Escape while the pointer is over it or a
+// window of ours has the keyboard.
 class NoticeView final : public QWidget {
     Q_OBJECT
 public:
-    NoticeView(const NoticePanel& panel, const QPixmap& icon, QWidget* parent);
+    NoticeView(const NoticePanel& panel, const QPixmap& icon);
 
     // Shows it under the anchor, a rectangle on the screen, and within that screen.
     void showUnder(const QRect& anchor);
@@ -20,7 +29,15 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addNotice(const ModelNotice& notice, QVBoxLayout& column);
+    void colourWarnings();
+
+    std::vector<TextBlock*> warnings_;
+    OutsideInput outside_;
 };
 
 } // namespace varnhold

@@ -3,28 +3,16 @@
 #include <QApplication>
 #include <QPointer>
 
+#include "views/appearance.h"
+#include "views/application_icon.h"
 #include "views/notice_view.h"
 #include "views/qt_text.h"
 #include "views/settings_window_view.h"
-#include "views/status_strip.h"
+#include "views/status_item_view.h"
 
 namespace varnhold {
 
 namespace {
-
-class StripItem final : public StatusItem {
-public:
-    explicit StripItem(std::unique_ptr<StatusStrip> strip) : strip_(std::move(strip)) {}
-
-    void setImage(const BarImage& image) override { strip_->setImage(image); }
-    void setTitle(const std::string& title, const std::string& spoken) override {
-        strip_->setTitle(toQString(title), toQString(spoken));
-    }
-    void setMenu(const std::vector<MenuRow>& rows) override { strip_->setRows(rows); }
-
-private:
-    std::unique_ptr<StatusStrip> strip_;
-};
 
 class WidgetWindow final : public SettingsWindow {
 public:
@@ -63,10 +51,13 @@ private:
 struct QtPresentation::Parts {
     PresentationEvents events;
     std::vector<MainMenu> menus;
-    QPointer<StatusStrip> strip;
+    QPointer<StatusItemView> item;
+    Appearance appearance;
 };
 
-QtPresentation::QtPresentation() : parts_(std::make_unique<Parts>()) {}
+QtPresentation::QtPresentation() : parts_(std::make_unique<Parts>()) {
+    QApplication::setWindowIcon(defaultApplicationIcon());
+}
 
 QtPresentation::~QtPresentation() = default;
 
@@ -80,11 +71,10 @@ void QtPresentation::installMainMenu(const std::vector<MainMenu>& menus) {
 }
 
 std::unique_ptr<StatusItem> QtPresentation::createStatusItem() {
-    auto strip = std::make_unique<StatusStrip>(parts_->events.onMenuChosen,
-                                               parts_->events.onStatusItemRemoved);
-    parts_->strip = strip.get();
-    strip->place();
-    return std::make_unique<StripItem>(std::move(strip));
+    auto item = std::make_unique<StatusItemView>(parts_->events.onMenuChosen,
+                                                 parts_->events.onStatusItemRemoved);
+    parts_->item = item.get();
+    return item;
 }
 
 std::unique_ptr<SettingsWindow> QtPresentation::createSettingsWindow() {
@@ -96,8 +86,8 @@ std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePan
                                                                  const std::string& iconPath) {
     const QPixmap icon =
         iconPath.empty() ? QApplication::windowIcon().pixmap(64) : QPixmap(toQString(iconPath));
-    auto* view = new NoticeView(panel, icon, parts_->strip);
-    view->showUnder(parts_->strip ? parts_->strip->geometry() : QRect());
+    auto* view = new NoticeView(panel, icon);
+    view->showUnder(parts_->item ? parts_->item->anchor() : QRect());
     return std::make_unique<WidgetPopover>(view);
 }
 

@@ -1,7 +1,7 @@
 #include "views/status_menu.h"
 
-#include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <algorithm>
 
 #include "views/colours.h"
@@ -10,12 +10,18 @@
 
 namespace varnhold {
 
+QKeySequence menuKey(const MenuRow& row) {
+    return row.key.empty() ? QKeySequence()
+                           : QKeySequence(QStringLiteral("Ctrl+") + toQString(row.key).toUpper());
+}
+
 StatusMenu::StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent)
     : QMenu(parent), choose_(std::move(choose)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowFlag(Qt::FramelessWindowHint);
     setAccessibleName(QStringLiteral("Varnhold"));
+    setWindowTitle(QStringLiteral("Varnhold menu")); // where desktops list windows, and for tests
     auto* style = new MenuStyle;
     style->setParent(this);
     setStyle(style);
@@ -30,9 +36,8 @@ void StatusMenu::append(const MenuRow& row) {
         return;
     }
     QString text = menuText(row.title);
-    QKeySequence key;
-    if (!row.key.empty()) {
-        key = QKeySequence(QStringLiteral("Ctrl+") + toQString(row.key).toUpper());
+    const QKeySequence key = menuKey(row);
+    if (!key.isEmpty()) {
         text += QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
     }
     QAction* action = addAction(text);
@@ -41,17 +46,20 @@ void StatusMenu::append(const MenuRow& row) {
     if (!key.isEmpty()) {
         keys_.emplace_back(key, action);
     }
-    // Queued, so that a slow action runs after the menu has closed; by then the menu may be gone,
-    // so the application receives it.
-    connect(
-        action, &QAction::triggered, qApp,
-        [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
-        Qt::QueuedConnection);
+    connect(action, &QAction::triggered, this,
+            [this, chosen = row.action, value = row.value] { choose_(chosen, value); });
 }
 
 void StatusMenu::resizeEvent(QResizeEvent* event) {
     QMenu::resizeEvent(event);
     roundCorners(*this, menuRadius);
+}
+
+void StatusMenu::mousePressEvent(QMouseEvent* event) {
+    if (!rect().contains(event->position().toPoint())) {
+        emit pressedOutside();
+    }
+    QMenu::mousePressEvent(event);
 }
 
 void StatusMenu::keyPressEvent(QKeyEvent* event) {

@@ -19,8 +19,13 @@ public:
 
     StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent = nullptr);
 
+signals:
+    // A press beside the menu closes it; whoever is pressed there hears of the same press next.
+    void pressedOutside();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -29,5 +34,8 @@ private:
     Choose choose_;
     std::vector<std::pair<QKeySequence, QAction*>> keys_;
 };
+
+// The key of a row as the desktop writes it; empty for none.
+[[nodiscard]] QKeySequence menuKey(const MenuRow& row);
 
 } // namespace varnhold

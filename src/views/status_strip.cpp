@@ -7,10 +7,14 @@
 #include <QScreen>
 #include <QWindow>
 #include <cmath>
+#include <utility>
 
+#include "views/accessibility.h"
 #include "views/bar_painter.h"
 #include "views/colours.h"
 #include "views/emoji_text.h"
+#include "views/placement.h"
+#include "views/screens.h"
 #include "views/x11_hints.h"
 
 namespace varnhold {
@@ -21,11 +25,13 @@ constexpr int stripHeight = 28; // points, as all of these
 constexpr int sidePadding = 10;
 constexpr int screenMargin = 8;
 constexpr int textPixelSize = 13;
+constexpr float usualFrame = 0.18F; // strengths
+constexpr float focusFrame = 0.6F;
 
 } // namespace
 
-StatusStrip::StatusStrip(StatusMenu::Choose choose, std::function<void()> removed)
-    : choose_(std::move(choose)), removed_(std::move(removed)) {
+StatusStrip::StatusStrip(MenuOpener& opener, std::function<void()> removed)
+    : opener_(opener), removed_(std::move(removed)) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -33,31 +39,40 @@ StatusStrip::StatusStrip(StatusMenu::Choose choose, std::function<void()> remove
     QFont textFont = font();
     textFont.setPixelSize(textPixelSize);
     setFont(textFont);
+    installAccessibility();
+    onScreensChanged(this, [this] { stayOnScreen(); });
 }
 
+// A poll brings the same image again and again: that is no reason to paint.
 void StatusStrip::setImage(const BarImage& image) {
+    if (image == image_) {
+        return;
+    }
     const bool resized = image.width != image_.width;
     image_ = image;
     if (resized) {
         fit();
+        update();
+    } else {
+        update(imageRectangle().toAlignedRect());
     }
-    update(imageRectangle().toAlignedRect());
 }
 
 void StatusStrip::setTitle(const QString& title, const QString& spoken) {
-    setAccessibleName(spoken);
-    setWindowTitle(spoken);
-    setToolTip(spoken);
-    if (title == title_) {
-        return;
+    if (spoken != accessibleName()) {
+        setAccessibleName(spoken);
+        setWindowTitle(spoken);
+        setToolTip(spoken);
     }
-    title_ = title;
-    fit();
-    update();
+    if (title != title_) {
+        title_ = title;
+        fit();
+        update();
+    }
 }
 
-void StatusStrip::setRows(std::vector<MenuRow> rows) {
-    rows_ = std::move(rows);
+QRect StatusStrip::anchor() const {
+    return geometry();
 }
 
 QSize StatusStrip::sizeHint() const {
@@ -67,20 +82,53 @@ QSize StatusStrip::sizeHint() const {
 
 // Grows and shrinks at its left edge, so that it keeps its distance from the screen's right one.
 void StatusStrip::fit() {
-    const int right = geometry().right();
+    const bool isHome = pos() == home_;
+    const QPoint wanted(x() + width() - sizeHint().width(), y());
     setFixedSize(sizeHint());
-    if (isVisible()) {
-        move(right - width() + 1, y());
+    if (!isVisible()) {
+        return;
     }
+    const QPoint kept = keptInside({wanted, size()}, screenAt(geometry()).availableGeometry());
+    move(isHome ? home() : kept);
+    home_ = isHome ? home() : home_;
+}
+
+QPoint StatusStrip::home() const {
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    return {area.x() + area.width() - width() - screenMargin, area.y() + screenMargin};
 }
 
 void StatusStrip::place() {
     setFixedSize(sizeHint());
-    const QRect area = screen()->availableGeometry();
-    move(area.right() - width() - screenMargin, area.top() + screenMargin);
+    home_ = home();
+    move(home_);
     create();
     setStripHints(*windowHandle());
+    windowHandle()->installEventFilter(this);
     show();
+}
+
+// A window manager that takes the window into a frame may do so before it has put the frame in its
+// place. Then the toolkit reads the place of that moment and is never told of the right one.
+bool StatusStrip::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+        windowHandle()->removeEventFilter(this);
+        QMetaObject::invokeMethod(
+            this, [this] { move(home_); }, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void StatusStrip::stayOnScreen() {
+    if (QGuiApplication::primaryScreen() == nullptr || !isVisible()) {
+        return; // between the last screen and the next
+    }
+    if (pos() == home_) {
+        home_ = home();
+        move(home_);
+    } else {
+        move(keptInside(geometry(), screenAt(geometry()).availableGeometry()));
+    }
 }
 
 QRectF StatusStrip::imageRectangle() const {
@@ -90,41 +138,48 @@ QRectF StatusStrip::imageRectangle() const {
 
 void StatusStrip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    drawPanel(painter, rect(), palette(), stripRadius, hasFocus() ? 0.5F : 0.18F);
+    drawPanel(painter, rect(), palette(), stripRadius, hasFocus() ? focusFrame : usualFrame);
     const QRectF image = imageRectangle();
-    paintBars(painter, image_, image.topLeft(), devicePixelRatioF());
+    paintBars(painter, image_, image.topLeft());
     painter.setPen(palette().color(QPalette::WindowText));
+    painter.setFont(font());
     drawEmojiText(painter, QRectF(image.right(), 0, width() - image.right(), height()), title_);
 }
 
 void StatusStrip::mousePressEvent(QMouseEvent* event) {
     pressedAt_ = event->position().toPoint();
-    moving_ = false;
-    if (event->button() == Qt::RightButton) {
+    press_ = opener_.pressHasClosedIt() ? Press::none : Press::click;
+    if (event->button() == Qt::RightButton && press_ == Press::click) {
+        press_ = Press::none;
         openMenu();
     }
 }
 
 void StatusStrip::mouseMoveEvent(QMouseEvent* event) {
     const QPoint way = event->position().toPoint() - pressedAt_;
-    if (!event->buttons().testFlag(Qt::LeftButton) ||
-        (!moving_ && way.manhattanLength() < QApplication::startDragDistance())) {
+    if (!event->buttons().testFlag(Qt::LeftButton) || press_ == Press::systemMove) {
         return;
     }
-    // The window manager's own move knows screen edges and works where we may not place windows;
-    // where it refuses, the strip follows the pointer by itself.
-    if (!moving_ && windowHandle()->startSystemMove()) {
-        return;
+    if (press_ != Press::ownMove) {
+        if (way.manhattanLength() < QApplication::startDragDistance()) {
+            return;
+        }
+        // The window manager's own move knows screen edges and works where we may not place
+        // windows; where it refuses, the strip follows the pointer by itself.
+        press_ = windowHandle()->startSystemMove() ? Press::systemMove : Press::ownMove;
     }
-    moving_ = true;
-    move(pos() + way);
+    if (press_ == Press::ownMove) {
+        move(pos() + way);
+    }
 }
 
 void StatusStrip::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && !moving_) {
+    const Press was = std::exchange(press_, Press::none);
+    if (event->button() == Qt::LeftButton && was == Press::click) {
         openMenu();
+    } else if (was == Press::ownMove) {
+        stayOnScreen();
     }
-    moving_ = false;
 }
 
 void StatusStrip::keyPressEvent(QKeyEvent* event) {
@@ -133,6 +188,8 @@ void StatusStrip::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Enter:
     case Qt::Key_Space:
     case Qt::Key_Down:
+    case Qt::Key_Menu:
+    case Qt::Key_F10:
         openMenu();
         return;
     default:
@@ -141,14 +198,7 @@ void StatusStrip::keyPressEvent(QKeyEvent* event) {
 }
 
 void StatusStrip::openMenu() {
-    if (menu_) {
-        return;
-    }
-    menu_ = new StatusMenu(rows_, choose_, this);
-    const QPoint below = mapToGlobal(QPoint(0, height() + 2));
-    const QRect area = screen()->availableGeometry();
-    const int left = std::min(below.x(), area.right() - menu_->sizeHint().width());
-    menu_->popup({std::max(area.left(), left), below.y()});
+    opener_.open(geometry(), this);
 }
 
 void StatusStrip::resizeEvent(QResizeEvent*) {

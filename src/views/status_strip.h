@@ -1,31 +1,36 @@
 #pragma once
 
-#include <QPointer>
 #include <QWidget>
 #include <functional>
 
-#include "status/presentation.h"
-#include "views/status_menu.h"
+#include "views/menu_opener.h"
+#include "views/status_display.h"
 
 namespace varnhold {
 
 // The status item where there is no tray: a small bar above other windows that shows the bars and
-// the text as a menu bar would, and drops the menu on a click. Dragging moves it.
-class StatusStrip final : public QWidget {
+// the text as a menu bar would, and drops the menu on a click or a key. Dragging moves it; until
+// then it keeps to the top right of the primary screen. Main thread.
+class StatusStrip final : public QWidget, public StatusDisplay {
     Q_OBJECT
 public:
-    StatusStrip(StatusMenu::Choose choose, std::function<void()> removed);
+    // `opener` must outlive it. `removed` is called when somebody closes it.
+    StatusStrip(MenuOpener& opener, std::function<void()> removed);
 
-    void setImage(const BarImage& image);
-    void setTitle(const QString& title, const QString& spoken);
-    void setRows(std::vector<MenuRow> rows);
+    void setImage(const BarImage& image) override;
+    void setTitle(const QString& title, const QString& spoken) override;
+    void setRows(const std::vector<MenuRow>&) override {} // the opener has them
+    [[nodiscard]] QRect anchor() const override;
 
-    // Shows it at the top right of the primary screen.
+    // Shows it in its place.
     void place();
+    // Drops the menu, as a click does.
+    void openMenu();
 
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -35,18 +40,25 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void openMenu();
+    enum class Press {
+        none,
+        click,      // as long as the pointer keeps still
+        ownMove,    // the strip follows the pointer by itself
+        systemMove, // the window manager moves it
+    };
+
     void fit();
+    void stayOnScreen();
+    [[nodiscard]] QPoint home() const;
     [[nodiscard]] QRectF imageRectangle() const;
 
-    StatusMenu::Choose choose_;
+    MenuOpener& opener_;
     std::function<void()> removed_;
     BarImage image_;
     QString title_;
-    std::vector<MenuRow> rows_;
-    QPointer<StatusMenu> menu_;
+    QPoint home_; // where it was last put by itself
     QPoint pressedAt_;
-    bool moving_ = false;
+    Press press_ = Press::none;
 };
 
 } // namespace varnhold

@@ -27,6 +27,13 @@ xcb_atom_t atom(xcb_connection_t* x, const char* name) {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
+bool isOwned(xcb_connection_t* x, const char* selection) {
+    const auto cookie = xcb_get_selection_owner(x, atom(x, selection));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
+        xcb_get_selection_owner_reply(x, cookie, nullptr), &std::free);
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 void setAtoms(xcb_connection_t* x, xcb_window_t window, const char* property,
               const std::vector<const char*>& names) {
     std::vector<xcb_atom_t> atoms;
@@ -57,15 +64,18 @@ void setStripHints(QWindow& window) {
     xcb_flush(x);
 }
 
+bool hasX11() {
+    return connection() != nullptr;
+}
+
+bool hasEmbeddedTray() {
+    xcb_connection_t* x = connection();
+    return x != nullptr && isOwned(x, "_NET_SYSTEM_TRAY_S0");
+}
+
 bool windowsAreBlended() {
     xcb_connection_t* x = connection();
-    if (x == nullptr) {
-        return true;
-    }
-    const auto cookie = xcb_get_selection_owner(x, atom(x, "_NET_WM_CM_S0"));
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
-        xcb_get_selection_owner_reply(x, cookie, nullptr), &std::free);
-    return reply && reply->owner != XCB_WINDOW_NONE;
+    return x == nullptr || isOwned(x, "_NET_WM_CM_S0");
 }
 
 } // namespace varnhold

@@ -2,12 +2,20 @@
 
 class QWindow;
 
+// What the toolkit doesn't say about X11. Main thread; all of it is harmless where there is no X
+// server.
 namespace varnhold {
 
 // Asks the window manager to keep a window above others, on every workspace and out of task bars
 // and pagers, and yet to let the user move it. Must come before the window is first shown; does
 // nothing where there is no X server (EWMH, freedesktop.org).
 void setStripHints(QWindow& window);
+
+[[nodiscard]] bool hasX11();
+
+// Whether a panel offers to take tray icons in (XEmbed system tray, freedesktop.org). One round
+// trip to the server.
+[[nodiscard]] bool hasEmbeddedTray();
 
 // Whether see-through parts of windows show what is behind them: always under Wayland, and under
 // X11 while a compositor holds its selection.

@@ -21,7 +21,7 @@ private:
 };
 
 FakePlatform::FakePlatform()
-    : interfaces{*this, *this, *this, *this, *this, defaults}, answer([](const auto&) {
+    : interfaces{*this, *this, *this, *this, *this, defaults, http}, answer([](const auto&) {
           platform::ProcessResult result;
           result.started = true;
           return result;
@@ -59,8 +59,9 @@ void FakePlatform::postMainAfter(milliseconds delay, platform::Task task) {
     main_.push_back({now_ + delay, std::move(task)});
 }
 
-void FakePlatform::postBackground(platform::Priority, platform::Task task) {
+void FakePlatform::postBackground(platform::Priority priority, platform::Task task) {
     record.emplace_back("post background");
+    priorities.push_back(priority);
     background_.push_back(std::move(task));
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "support/fake_http_client.h"
 #include "support/fake_user_defaults.h"
 
 namespace varnhold::testing {
@@ -38,10 +39,14 @@ public:
     std::vector<Child> children;
     std::vector<std::string> record;
 
+    // Of the background tasks, in the order of posting.
+    std::vector<platform::Priority> priorities;
+
     // What children answer; by default they run and print nothing.
     std::function<platform::ProcessResult(const platform::ProcessRequest&)> answer;
 
     FakeUserDefaults defaults;
+    FakeHttpClient http;
 
     std::string home = "/home/somebody";
     std::string bundle = "/opt/varnhold/lib/varnhold";

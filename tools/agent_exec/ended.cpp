@@ -1,11 +1,13 @@
 #include "agent_exec/ended.h"
 
-#include <algorithm>
+#include <csignal>
+#include <cstring>
+
+#include "base/text.h"
 
 namespace varnhold::services {
 
-AfterEnd agentEnded(const JobFiles& job, int waitStatus) {
-    job.noteEnd(waitStatus);
+AfterEnd waitForTurn(const JobFiles& job) {
     const Result<PropertyList> definition = job.definition();
     const bool keepAlive = definition && definition->keepAlive;
     const std::chrono::nanoseconds since = job.sinceStart();
@@ -13,6 +15,29 @@ AfterEnd agentEnded(const JobFiles& job, int waitStatus) {
         since >= throttle ? std::chrono::nanoseconds(0) : throttle - since;
     const bool hurried = job.waitUnlessHurried(keepAlive ? left : std::chrono::nanoseconds(0));
     return keepAlive || hurried ? AfterEnd::startAgain : AfterEnd::stayDown;
+}
+
+AfterEnd agentEnded(const JobFiles& job, int waitStatus) {
+    job.noteEnd(waitStatus);
+    return waitForTurn(job);
+}
+
+std::optional<int> waitStatusOfUnit(const std::string& code, const std::string& status) {
+    if (code == "exited") {
+        const auto number = text::parseInteger(status);
+        return number ? std::optional(static_cast<int>(*number) << 8) : std::nullopt;
+    }
+    if (code != "killed" && code != "dumped") {
+        return std::nullopt;
+    }
+    for (int number = 1; number < NSIG; ++number) {
+        const char* name = ::sigabbrev_np(number);
+        if (name != nullptr && status == name) {
+            return number;
+        }
+    }
+    const auto number = text::parseInteger(status);
+    return number ? std::optional(static_cast<int>(*number)) : std::nullopt;
 }
 
 } // namespace varnhold::services

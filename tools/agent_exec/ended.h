@@ -6,8 +6,17 @@ namespace varnhold::services {
 
 enum class AfterEnd { startAgain, stayDown };
 
-// Looks after a job whose agent has just ended: notes how, and waits until it may be started again.
-// A job that isn't kept alive stays down, unless somebody was in a hurry to have it started.
+// Waits until the job may be started again: only one that is kept alive has to wait, and not if
+// somebody is in a hurry to have it started. That is what it gives back.
+[[nodiscard]] AfterEnd waitForTurn(const JobFiles& job);
+
+// Looks after a job whose agent has just ended: notes how, and waits for its turn. A job that isn't
+// kept alive stays down, unless somebody was in a hurry.
 [[nodiscard]] AfterEnd agentEnded(const JobFiles& job, int waitStatus);
+
+// Wait status from what a systemd unit tells of its last process in EXIT_CODE and EXIT_STATUS:
+// "exited" with a number, "killed" or "dumped" with a signal's short name. None if it tells none.
+[[nodiscard]] std::optional<int> waitStatusOfUnit(const std::string& code,
+                                                  const std::string& status);
 
 } // namespace varnhold::services

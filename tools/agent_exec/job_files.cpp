@@ -112,6 +112,26 @@ void JobFiles::tellReady() const {
     }
 }
 
+bool JobFiles::isAtRest() const {
+    return files::exists(at("at-rest"));
+}
+
+Result<void> JobFiles::putToRest() const {
+    return files::writeInPlace(at("at-rest"), "");
+}
+
+void JobFiles::wakeFromRest() const {
+    ::unlink(at("at-rest").c_str());
+}
+
+bool JobFiles::isLeaving() const {
+    return files::exists(at("leaving"));
+}
+
+void JobFiles::markLeaving() const {
+    static_cast<void>(files::writeInPlace(at("leaving"), ""));
+}
+
 Result<void> JobFiles::makeWakePipe() const {
     if (::mkfifo(at("wake").c_str(), 0600) != 0) {
         return failure(at("wake") + ": " + std::system_category().message(errno));

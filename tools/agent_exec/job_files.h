@@ -40,6 +40,16 @@ public:
     [[nodiscard]] bool waitUnlessHurried(std::chrono::nanoseconds duration) const;
     void forgetHurry() const;
 
+    // A job that is loaded but not to run yet. A manager that can't hold a unit without starting it
+    // starts agent-exec all the same, which then ends at once; nothing of that is shown.
+    [[nodiscard]] bool isAtRest() const;
+    [[nodiscard]] Result<void> putToRest() const;
+    void wakeFromRest() const;
+
+    // A job that is on its way out counts as gone, also if the process that unloads it is killed.
+    [[nodiscard]] bool isLeaving() const;
+    void markLeaving() const;
+
     // The pipe through which a hurry reaches a wait that has begun.
     [[nodiscard]] Result<void> makeWakePipe() const;
 

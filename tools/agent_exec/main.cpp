@@ -1,14 +1,18 @@
 // Runs one agent for a service manager.
 //
-//   agent-exec FOLDER                        becomes the agent that the folder's property list
-//   defines agent-exec --ended FOLDER CODE SIGNAL    after its end; exits with 125 if it is to stay
-//   down
+//   agent-exec FOLDER                    becomes the agent that the folder's property list defines
+//   agent-exec --ended FOLDER CODE SIGNAL     after its end; exits with 125 if it is to stay down
+//   agent-exec --wait FOLDER             waits until the agent may be started
+//   agent-exec --unit FOLDER             becomes the agent, as the main process of a systemd unit
+//   agent-exec --note FOLDER             after its end, with EXIT_CODE and EXIT_STATUS set
 //
-// CODE and SIGNAL are as s6 hands them to a finish script: above 255 the code means that a signal
-// ended the agent. Keys and tokens are only ever in the property list, never in these arguments.
+// The first two are for s6, whose finish script hands over CODE and SIGNAL: above 255 the code
+// means that a signal ended the agent. The others are for systemd. Keys and tokens are only ever in
+// the property list, never in these arguments.
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -26,15 +30,7 @@ constexpr int wrongUse = 64;
 constexpr int stayDown = 125; // s6-supervise takes this for "don't start it again"
 constexpr std::int64_t endedBySignal = 256;
 
-int start(const std::string& folder) {
-    // Should the manager's own process for this job be killed, its successor would start a second
-    // agent beside this one.
-    const pid_t parent = ::getppid();
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != parent) {
-        return cannotSpawn;
-    }
-    const JobFiles job(folder);
+int start(const JobFiles& job) {
     job.forgetHurry();
     job.noteStart();
     const Result<PropertyList> definition = job.definition();
@@ -44,6 +40,31 @@ int start(const std::string& folder) {
     }
     job.tellReady();
     return becomeAgent(*definition);
+}
+
+int startSupervised(const std::string& folder) {
+    // Should s6's own process for this job be killed, its successor would start a second agent
+    // beside this one. A systemd unit is a child of the one manager and needs nothing like it.
+    const pid_t parent = ::getppid();
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    return ::getppid() == parent ? start(JobFiles(folder)) : cannotSpawn;
+}
+
+int startUnit(const std::string& folder) {
+    const JobFiles job(folder);
+    return job.isAtRest() ? 0 : start(job);
+}
+
+int note(const std::string& folder) {
+    const JobFiles job(folder);
+    const char* code = std::getenv("EXIT_CODE");     // NOLINT(concurrency-mt-unsafe)
+    const char* status = std::getenv("EXIT_STATUS"); // NOLINT(concurrency-mt-unsafe)
+    if (code != nullptr && status != nullptr && !job.isAtRest()) {
+        if (const auto waitStatus = waitStatusOfUnit(code, status)) {
+            job.noteEnd(*waitStatus);
+        }
+    }
+    return 0;
 }
 
 int ended(const std::string& folder, std::int64_t code, std::int64_t signal) {
@@ -57,7 +78,17 @@ int ended(const std::string& folder, std::int64_t code, std::int64_t signal) {
 int main(int argc, char** argv) {
     const std::string first = argc > 1 ? argv[1] : "";
     if (argc == 2 && !first.starts_with("--")) {
-        return start(first);
+        return startSupervised(first);
+    }
+    if (argc == 3 && first == "--wait") {
+        static_cast<void>(waitForTurn(JobFiles(argv[2]))); // the unit starts it in any case
+        return 0;
+    }
+    if (argc == 3 && first == "--unit") {
+        return startUnit(argv[2]);
+    }
+    if (argc == 3 && first == "--note") {
+        return note(argv[2]);
     }
     if (argc == 5 && first == "--ended") {
         const auto code = text::parseInteger(argv[3]);
@@ -67,6 +98,7 @@ int main(int argc, char** argv) {
         }
     }
     std::fprintf(stderr, "Usage: agent-exec FOLDER\n"
-                         "       agent-exec --ended FOLDER CODE SIGNAL\n");
+                         "       agent-exec --ended FOLDER CODE SIGNAL\n"
+                         "       agent-exec --wait|--unit|--note FOLDER\n");
     return wrongUse;
 }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <vector>
@@ -16,7 +17,8 @@ namespace varnhold::services {
 namespace {
 
 constexpr const char* basePath = "/usr/bin:/bin:/usr/sbin:/sbin";
-constexpr mode_t logMode = 0666; // the user's umask takes its share
+constexpr mode_t logMode = 0666; // the mask takes its share
+constexpr mode_t mask = 0022;    // whatever that of the manager, or of who started it, may be
 
 int refuse(const std::string& what) {
     std::fprintf(stderr, "agent-exec: %s: %s\n", what.c_str(),
@@ -75,10 +77,12 @@ int becomeAgent(const PropertyList& list) {
     const std::string program = arguments.front();
 
     ::setsid(); // fails where the manager has made a session already, which serves as well
-    if (!list.workingDirectory.empty() && ::chdir(list.workingDirectory.c_str()) != 0) {
-        return refuse(list.workingDirectory);
+    const std::string folder = list.workingDirectory.empty() ? "/" : list.workingDirectory;
+    if (::chdir(folder.c_str()) != 0) {
+        return refuse(folder);
     }
     resetSignals();
+    ::umask(mask);
     // The standard error of the manager is kept for the one message that may still come.
     const int ownError = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
     ::close(STDIN_FILENO);

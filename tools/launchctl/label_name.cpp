@@ -8,7 +8,10 @@ namespace varnhold::services {
 
 namespace {
 
-constexpr std::size_t longestName = 240; // a supervisor appends to it and may not pass 255 bytes
+// A name may not pass 255 bytes, of which managers need some for themselves. The one that writes an
+// odd byte with most characters decides, so that no manager takes a label that another refuses.
+constexpr std::size_t longestName = 224;
+constexpr std::size_t longestEscape = 4; // "\\x20" in a unit's name
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 // Also what some readers take for a line break or a control character beyond ASCII: U+0080 to
@@ -45,7 +48,9 @@ Result<std::string> nameOfLabel(std::string_view label) {
         return failure("a label can't hold control characters");
     }
     std::string name;
+    std::size_t longest = 0;
     for (const char c : label) {
+        longest += standsForItself(c, name.empty()) ? 1 : longestEscape;
         if (standsForItself(c, name.empty())) {
             name += c;
         } else {
@@ -53,7 +58,7 @@ Result<std::string> nameOfLabel(std::string_view label) {
             name += {'%', hexDigits[byte >> 4U], hexDigits[byte & 15U]};
         }
     }
-    if (name.size() > longestName) {
+    if (longest > longestName) {
         return failure("the label is too long");
     }
     return name;

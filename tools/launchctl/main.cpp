@@ -3,8 +3,8 @@
 #include <iostream>
 #include <unistd.h>
 
+#include "launchctl/choose_manager.h"
 #include "launchctl/launchctl.h"
-#include "launchctl/s6_manager.h"
 #include "platform/executable.h"
 #include "platform/runtime_directory.h"
 
@@ -24,6 +24,6 @@ int main(int argc, char** argv) {
     const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
     const char* const xdgRuntime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
     const std::string runtime = platform::runtimeDirectory(xdgRuntime, ::getuid());
-    services::S6Manager manager(runtime, agentExec);
-    return services::perform(*command, manager, ::getuid(), std::cout, std::cerr);
+    const auto manager = services::chooseManager(runtime, agentExec);
+    return services::perform(*command, *manager, ::getuid(), std::cout, std::cerr);
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -20,7 +19,6 @@ namespace varnhold::services {
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 // An agent that ignores a polite end is killed after this; longer would hold up Quit.
@@ -50,26 +48,12 @@ Result<void> writeScript(const std::string& path, const std::string& command) {
         });
 }
 
-Result<void> makePrivateFolder(const std::string& path) {
-    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) {
-        return failure(systemError(path));
-    }
-    struct stat found {};
-    if (::lstat(path.c_str(), &found) != 0) {
-        return failure(systemError(path));
-    }
-    if (!S_ISDIR(found.st_mode) || found.st_uid != ::getuid() || (found.st_mode & 0077U) != 0) {
-        return failure(path + ": not a private folder of this user");
-    }
-    return {};
-}
-
 } // namespace
 
 S6Manager::S6Manager(std::string folder, std::string agentExec)
-    : folder_(std::move(folder)),
+    : store_(std::move(folder)),
       agentExec_(std::move(agentExec)),
-      tree_(folder_),
+      tree_(store_.folder()),
       scanner_(tree_.scanFolder()) {}
 
 // A supervisor that has been killed is replaced within a second as long as the scanner runs and
@@ -89,7 +73,7 @@ bool S6Manager::isLoaded(const std::string& name) const {
 
 JobState S6Manager::state(const std::string& name, const std::string& label) const {
     JobState job{.label = label};
-    const JobFiles files(tree_.jobFolder(name));
+    const JobFiles files = store_.job(name);
     s6_svstatus_t status = S6_SVSTATUS_ZERO;
     const bool known =
         tree_.isSupervised(name) && s6_svstatus_read(files.folder().c_str(), &status) != 0;
@@ -114,6 +98,12 @@ Result<std::vector<JobState>> S6Manager::jobs() {
     return jobs;
 }
 
+bool S6Manager::hasJobs() const {
+    const auto names = tree_.linkedJobs();
+    return std::any_of(names.begin(), names.end(),
+                       [this](const std::string& name) { return isLoaded(name); });
+}
+
 std::optional<JobState> S6Manager::job(const std::string& label) {
     const auto name = nameOfLabel(label);
     if (!name || !isLoaded(*name)) {
@@ -124,39 +114,16 @@ std::optional<JobState> S6Manager::job(const std::string& label) {
 
 Result<PropertyList> S6Manager::definition(const std::string& label) {
     return nameOfLabel(label).and_then(
-        [this](const std::string& name) { return JobFiles(tree_.jobFolder(name)).definition(); });
-}
-
-Result<S6Manager::Locks> S6Manager::lock(const std::string& name) const {
-    if (const auto made = makePrivateFolder(folder_); !made) {
-        return failure(made.error());
-    }
-    auto tree = FileLock::take(folder_ + "/lock", FileLock::Kind::shared);
-    if (!tree) {
-        return failure(tree.error());
-    }
-    if (const auto made = makePrivateFolder(folder_ + "/locks"); !made) {
-        return failure(made.error());
-    }
-    auto label = FileLock::take(labelLock(name), FileLock::Kind::exclusive);
-    if (!label) {
-        return failure(label.error());
-    }
-    return Locks{*std::move(tree), *std::move(label)};
+        [this](const std::string& name) { return store_.job(name).definition(); });
 }
 
 Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& list,
                                  const std::string& content) const {
-    const JobFiles job(tree_.jobFolder(name));
-    for (const std::string& path : {tree_.jobsFolder(), job.folder()}) {
-        if (auto made = makePrivateFolder(path); !made) {
-            return made;
-        }
-    }
+    const JobFiles job = store_.job(name);
     const std::string helper = shellQuoted(agentExec_);
     const std::string folder = shellQuoted(job.folder());
     const bool starts = list.runAtLoad || list.keepAlive;
-    Result<void> done = files::writeInPlace(job.definitionPath(), content);
+    Result<void> done = store_.make(name, content);
     const auto then = [&done](auto step) {
         if (done) {
             done = step();
@@ -169,7 +136,6 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", exitTimeout); });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-finish", "0"); }); // no limit
-    then([&] { return job.makeWakePipe(); });
     then([&] { return job.askToListen(); });
     then([&] { return starts ? Result<void>() : files::writeInPlace(job.folder() + "/down", ""); });
     return done;
@@ -179,7 +145,7 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
 // forgotten. Whoever is still at work on a job holds its lock. Doesn't wait for agents to end.
 void S6Manager::tidyUp() const {
     for (const std::string& name : tree_.allJobs()) {
-        const auto alone = isLoaded(name) ? std::nullopt : FileLock::tryExclusive(labelLock(name));
+        const auto alone = isLoaded(name) ? std::nullopt : store_.tryLock(name);
         if (!alone || isLoaded(name)) {
             continue;
         }
@@ -193,7 +159,7 @@ void S6Manager::tidyUp() const {
 }
 
 Result<void> S6Manager::startScanner() const {
-    const auto alone = FileLock::take(folder_ + "/scanner-lock", FileLock::Kind::exclusive);
+    const auto alone = FileLock::take(store_.folder() + "/scanner-lock", FileLock::Kind::exclusive);
     if (!alone) {
         return failure(alone.error());
     }
@@ -233,7 +199,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
         return failure(name.error());
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -255,7 +221,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
 // could start its agent once more before it is told to end.
 void S6Manager::tellToEnd(const std::string& name) const {
     tree_.command(name, "dx");
-    JobFiles(tree_.jobFolder(name)).hurry();
+    store_.job(name).hurry();
 }
 
 // Once more if a supervisor came up while the folder went.
@@ -285,7 +251,7 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -304,7 +270,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
+    const auto locks = store_.lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -315,7 +281,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     if (running && !kill) {
         return Outcome::done;
     }
-    const JobFiles job(tree_.jobFolder(*name));
+    const JobFiles job = store_.job(*name);
     if (running) {
         const ProcessHandle agent(*running);
         const bool same = state(*name, label).process == running;
@@ -342,7 +308,7 @@ Result<Outcome> S6Manager::stop(const std::string& label) {
 // After the last job nothing of ours is to be left running. Somebody else who is at work holds the
 // tree's lock, and looks by himself when he is done.
 void S6Manager::takeDownIfEmpty() const {
-    const auto alone = FileLock::tryExclusive(folder_ + "/lock");
+    const auto alone = store_.tryAlone();
     if (!alone) {
         return;
     }
@@ -356,10 +322,7 @@ void S6Manager::takeDownIfEmpty() const {
         }
     }
     if (scanner_.stop()) {
-        std::error_code ignored; // an empty folder is in nobody's way
-        for (const char* part : {"/scan", "/jobs", "/locks", "/scanner-lock"}) {
-            fs::remove_all(folder_ + part, ignored);
-        }
+        store_.removeAll();
     }
 }
 

@@ -2,8 +2,7 @@
 
 #include <string>
 
-#include "agent_exec/job_files.h"
-#include "launchctl/locks.h"
+#include "launchctl/job_store.h"
 #include "launchctl/s6_scanner.h"
 #include "launchctl/s6_tree.h"
 #include "launchctl/service_manager.h"
@@ -14,14 +13,15 @@ namespace varnhold::services {
 //
 // Each job is a service folder with a private copy of its property list; it is loaded while a link
 // to it stands in the scan folder and somebody supervises it. Everything lives in the user's
-// runtime folder, so nothing survives the session. Locks between processes: every change holds the
-// tree's lock together with others and its own label's lock alone; who takes the tree down holds
-// the first alone.
+// runtime folder, so nothing survives the session.
 class S6Manager final : public ServiceManager {
 public:
     // `folder`: the private runtime folder; made if it is missing. `agentExec`: path of the helper
     // that becomes the agent.
     S6Manager(std::string folder, std::string agentExec);
+
+    // Whether any job is loaded here.
+    [[nodiscard]] bool hasJobs() const;
 
     Result<std::vector<JobState>> jobs() override;
     std::optional<JobState> job(const std::string& label) override;
@@ -37,17 +37,9 @@ private:
         const S6Manager& manager;
         ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
     };
-    struct Locks {
-        FileLock tree;
-        FileLock label;
-    };
 
-    [[nodiscard]] std::string labelLock(const std::string& name) const {
-        return folder_ + "/locks/" + name;
-    }
     [[nodiscard]] bool isLoaded(const std::string& name) const;
     [[nodiscard]] JobState state(const std::string& name, const std::string& label) const;
-    [[nodiscard]] Result<Locks> lock(const std::string& name) const;
     [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
                                         const std::string& content) const;
     void tidyUp() const;
@@ -57,7 +49,7 @@ private:
     void tellToEnd(const std::string& name) const;
     void takeDownIfEmpty() const;
 
-    std::string folder_;
+    JobStore store_;
     std::string agentExec_;
     S6Tree tree_;
     S6Scanner scanner_;

@@ -30,14 +30,15 @@ bool isLink(const std::string& path) {
     return ::lstat(path.c_str(), &found) == 0;
 }
 
-void addNames(std::vector<std::string>& names, const std::string& folder) {
+template <class Counts>
+void addNames(std::vector<std::string>& names, const std::string& folder, Counts counts) {
     std::error_code error; // a folder that isn't there holds nothing
     for (const auto& entry : fs::directory_iterator(folder, error)) {
         std::string name = entry.path().filename().string();
         if (name.starts_with(outOfSightPrefix)) {
             name.erase(0, outOfSightPrefix.size());
         }
-        if (labelOfName(name)) {
+        if (labelOfName(name) && counts(name)) {
             names.push_back(std::move(name));
         }
     }
@@ -86,14 +87,14 @@ void S6Tree::hide(const std::string& name) const {
 
 std::vector<std::string> S6Tree::linkedJobs() const {
     std::vector<std::string> names;
-    addNames(names, scanFolder());
+    addNames(names, scanFolder(), [](const std::string&) { return true; });
     return names;
 }
 
 std::vector<std::string> S6Tree::allJobs() const {
-    std::vector<std::string> names;
-    addNames(names, scanFolder());
-    addNames(names, jobsFolder());
+    std::vector<std::string> names = linkedJobs();
+    addNames(names, jobsFolder(),
+             [this](const std::string& name) { return files::exists(jobFolder(name) + "/run"); });
     return names;
 }
 

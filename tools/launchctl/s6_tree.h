@@ -28,7 +28,8 @@ public:
     void hide(const std::string& name) const;
 
     [[nodiscard]] std::vector<std::string> linkedJobs() const;
-    // Also those of which nothing but the folder is left, or not more is there yet.
+    // Also those of which nothing but the folder is left, or not more is there yet. Folders of
+    // another service manager's jobs aren't ours.
     [[nodiscard]] std::vector<std::string> allJobs() const;
 
     [[nodiscard]] bool isSupervised(const std::string& name) const;

@@ -130,6 +130,25 @@ class ServicesCase(unittest.TestCase):
         self.made = 0
         self.manager = MANAGER
         self.runtime = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "varnhold"
+        if MANAGER == "systemd":
+            self.start_user_manager()
+
+    def start_user_manager(self):
+        """A bus and a systemd user manager, as a login makes them."""
+        bus = "unix:path=" + os.environ["XDG_RUNTIME_DIR"] + "/bus"
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus
+        pathlib.Path("/run/systemd/system").mkdir(parents=True, exist_ok=True)
+        subprocess.run(["dbus-daemon", "--session", f"--address={bus}", "--fork"], check=True)
+        self.start_systemd()
+
+    def start_systemd(self):
+        with open("/tmp/user-manager.log", "ab") as log:
+            self.systemd = subprocess.Popen(
+                ["/lib/systemd/systemd", "--user", "--log-target=console"],
+                stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+        wait_until("the user manager answers", lambda: subprocess.run(
+            ["systemctl", "--user", "show", "--property=Version"], check=False,
+            capture_output=True).returncode == 0)
 
     # -- doing ----------------------------------------------------------------------------------
 
@@ -218,7 +237,7 @@ class ServicesCase(unittest.TestCase):
 
 
 def only(manager, reason):
-    """For what is true of one service manager alone."""
+    """For what is true of one service manager alone; docs/services.md tells why."""
     return unittest.skipIf(MANAGER != manager, reason)
 
 

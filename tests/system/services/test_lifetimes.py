@@ -109,9 +109,12 @@ class LifetimesTest(ServicesCase):
             "0": "/dev/null", "1": str(job.log), "2": str(job.error_log)})
         self.assertEqual(int(start["blocked"], 16), 0)
 
-    def test_the_umask_is_the_users(self):
-        job = self.load()
+    def test_mask_and_folder_do_not_depend_on_who_loaded_the_job(self):
+        os.umask(0o077)
+        os.chdir("/usr")
+        job = self.load(WorkingDirectory="")
         self.assertEqual(job.starts()[0]["umask"], 0o022)
+        self.assertEqual(job.starts()[0]["folder"], "/")
 
     def test_the_tool_holds_nothing_of_its_callers_open(self):
         job = self.job()
@@ -132,6 +135,19 @@ class LifetimesTest(ServicesCase):
         self.assertEqual(self.bootout(job), SILENT)
         self.assertTrue(all(is_alive(child) for child in children))
         self.assert_nothing_is_left()
+
+    def test_a_job_whose_agent_left_children_behind_can_be_loaded_again_and_again(self):
+        job = self.job()
+        job.ask("leave-child")
+        for count in range(1, 4):
+            self.assertEqual(self.bootstrap(job), SILENT)
+            pid = self.await_up(job)
+            self.assertEqual(self.jobs(), {job.label: (pid, 0)})
+            self.assertEqual(self.bootout(job), SILENT)
+            self.assertEqual(self.jobs(), {})
+            children = [start["child"] for start in job.starts()]
+            self.assertEqual(len(children), count)
+            self.assertTrue(all(is_alive(child) for child in children))
 
 
 if __name__ == "__main__":

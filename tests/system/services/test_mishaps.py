@@ -5,11 +5,13 @@ Each test runs in a sandbox of its own: test_mishaps.py BUILD_FOLDER TEST_NAME
 
 import os
 import pathlib
+import subprocess
 
 from harness import (ALREADY_LOADED, DOMAIN, SILENT, ServicesCase, is_alive, kill_after, main, only,
                      processes, send, wait_until)
 
 S6_ONLY = "systemd has no such process"
+S6_HAS_NONE = "s6 has no such manager"
 
 
 class MishapsTest(ServicesCase):
@@ -104,6 +106,110 @@ class MishapsTest(ServicesCase):
         self.assertEqual(self.bootstrap(job), SILENT)
         self.await_up(job)
         self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    # -- systemd ----------------------------------------------------------------------------------
+
+    @only("systemd", S6_HAS_NONE)
+    def test_of_a_user_manager_that_was_killed_nothing_counts_as_loaded(self):
+        job = self.load()
+        pid = self.row(job)[0]
+        self.systemd.kill()
+        self.systemd.wait()
+        for agent in self.agents():  # the system's own manager does that at the end of a session
+            send(agent)
+        self.start_systemd()
+        self.assertEqual(self.jobs(), {})
+        self.assertEqual(self.bootout(job).code, 3)
+        self.assertEqual(self.bootstrap(job), SILENT)
+        self.await_up(job, other_than=pid)
+        self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_jobs_outlive_a_reload_and_a_new_execution_of_the_user_manager(self):
+        jobs = [self.load("com.example.%n $x @"), self.load("com.example.plain")]
+        crashing = self.load_crashing("com.example.crashing")
+        rows = self.jobs()
+        for verb in ("daemon-reload", "daemon-reexec"):
+            subprocess.run(["systemctl", "--user", verb], check=True)
+            wait_until("the manager is back", lambda: self.launchctl("list").code == 0)
+            self.assertEqual({job.label: self.row(job) for job in jobs},
+                             {job.label: rows[job.label] for job in jobs})
+        for job in jobs:
+            self.assertEqual(self.launchctl("kickstart", "-k", job.target), SILENT)
+            self.await_up(job, other_than=rows[job.label][0])
+        wait_until("the crash loop goes on", lambda: len(crashing.starts()) > 1)
+        for job in (*jobs, crashing):
+            self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_fleet_is_still_found_when_the_bus_has_crashed(self):
+        job = self.load()
+        row = self.row(job)
+        for bus in self.find("dbus-daemon"):
+            send(bus)
+        wait_until("the bus is gone", lambda: not self.find("dbus-daemon"))
+        self.assertEqual(self.row(job), row)
+        self.assertEqual(self.bootstrap(job), (5, "", ALREADY_LOADED))
+        other = self.load("com.example.other")
+        self.assertEqual(self.find("s6-svscan"), [])
+        for each in (job, other):
+            self.assertEqual(self.bootout(each), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_the_manager_is_found_whatever_the_callers_variables_say(self):
+        job = self.load()
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
+        self.assertEqual(self.row(job), (job.starts()[0]["pid"], 0))
+        del os.environ["DBUS_SESSION_BUS_ADDRESS"]
+        self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_fleet_that_runs_under_s6_stays_there_when_a_user_manager_comes_up(self):
+        self.systemd.kill()
+        self.systemd.wait()
+        first = self.load("com.example.first")
+        self.assertEqual(len(self.find("s6-svscan")), 1)
+        self.start_systemd()
+        second = self.load("com.example.second")
+        self.assertEqual(len(self.find("s6-supervise")), 2)
+        self.assertEqual(set(self.jobs()), {first.label, second.label})
+        for job in (first, second):
+            self.assertEqual(self.bootout(job), SILENT)
+        third = self.load("com.example.third")
+        self.assertEqual(self.find("s6-svscan"), [])
+        self.assertEqual(set(self.jobs()), {third.label})
+        self.assertEqual(self.bootout(third), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_units_of_others_are_neither_listed_nor_touched(self):
+        subprocess.run(["systemd-run", "--user", "--quiet", "--unit=varnhold-other", "sleep", "1000"],
+                       check=True)
+        self.assertEqual(self.jobs(), {})
+        job = self.load("dbus")
+        self.assertEqual(set(self.jobs()), {"dbus"})
+        self.assertEqual(self.bootout(job), SILENT)
+        self.assertEqual(subprocess.run(
+            ["systemctl", "--user", "is-active", "--quiet", "varnhold-other"],
+            check=False).returncode, 0)
+
+    @only("systemd", S6_HAS_NONE)
+    def test_no_unit_is_left_failed_or_at_all(self):
+        deaf = self.job("com.example.deaf")
+        deaf.ask("ignore-term")
+        jobs = [self.load("com.example.plain"), self.load_crashing("com.example.crashing"), deaf]
+        self.assertEqual(self.bootstrap(deaf), SILENT)
+        self.await_up(deaf)
+        for job in jobs:
+            self.assertEqual(self.bootout(job), SILENT)
+        left = ["systemctl", "--user", "list-units", "--all", "--plain", "--no-legend", "varnhold-*"]
+        wait_until("no unit is left", lambda: not subprocess.run(
+            left, check=True, capture_output=True).stdout)
         self.assert_nothing_is_left()
 
     # -- both -------------------------------------------------------------------------------------

@@ -24,5 +24,11 @@ TEST(Trimmed, KeepsJoinersAndByteOrderMarksAndMalformedBytes) {
     EXPECT_EQ(unicode::trimmed(" \xFF "), "\xFF");
 }
 
+TEST(TrimmedOfBlanks, LeavesLineBreaksStanding) {
+    EXPECT_EQ(unicode::trimmedOfBlanks(" \t\u00A0\u200B\nx\r \u3000"), "\nx\r");
+    EXPECT_EQ(unicode::trimmedOfBlanks("\n"), "\n");
+    EXPECT_EQ(unicode::trimmedOfBlanks(" \t"), "");
+}
+
 } // namespace
 } // namespace varnhold

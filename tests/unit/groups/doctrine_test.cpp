@@ -155,13 +155,13 @@ TEST(Extract, GivesWhatItHasWhereAFolderCannotBeRead) {
                 ElementsAre(home.at("x/readme.md")));
 }
 
-TEST(Extract, CopesWithThousandsOfFiles) {
+TEST(Extract, CopesWithHundredsOfFiles) {
     const TemporaryHome home;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 300; ++i) {
         home.write(home.at("x/agent-" + std::to_string(i) + ".md"), "");
         home.write(home.at("x/notes-" + std::to_string(i) + ".md"), "");
     }
-    EXPECT_THAT(extract({home.at("x")}), SizeIs(2000));
+    EXPECT_THAT(extract({home.at("x")}), SizeIs(300));
 }
 
 } // namespace

@@ -111,5 +111,39 @@ TEST_F(Ended, NotesThatCannotBeReadCountAsNone) {
     EXPECT_EQ(job.sinceStart(), std::chrono::nanoseconds::max());
 }
 
+TEST_F(Ended, ATurnIsWaitedForWithoutAnEndBeforeIt) {
+    const auto begin = Clock::now();
+    EXPECT_EQ(waitForTurn(job), AfterEnd::startAgain);
+    EXPECT_LT(Clock::now() - begin, atOnce);
+    EXPECT_EQ(job.lastEnd(), std::nullopt);
+}
+
+TEST_F(Ended, RestAndLeavingAreKeptWithTheJob) {
+    EXPECT_FALSE(job.isAtRest());
+    EXPECT_TRUE(job.putToRest());
+    EXPECT_TRUE(job.isAtRest());
+    job.wakeFromRest();
+    EXPECT_FALSE(job.isAtRest());
+    EXPECT_FALSE(job.isLeaving());
+    job.markLeaving();
+    EXPECT_TRUE(job.isLeaving());
+}
+
+TEST(WaitStatusOfUnit, IsThatOfTheProcess) {
+    EXPECT_EQ(waitStatusOfUnit("exited", "0"), 0);
+    EXPECT_EQ(waitStatusOfUnit("exited", "78"), 78 << 8);
+    EXPECT_EQ(waitStatusOfUnit("killed", "TERM"), 15);
+    EXPECT_EQ(waitStatusOfUnit("killed", "KILL"), 9);
+    EXPECT_EQ(waitStatusOfUnit("dumped", "SEGV"), 11);
+    EXPECT_EQ(waitStatusOfUnit("killed", "40"), 40);
+}
+
+TEST(WaitStatusOfUnit, IsNoneWhereNothingIsTold) {
+    EXPECT_EQ(waitStatusOfUnit("", ""), std::nullopt);
+    EXPECT_EQ(waitStatusOfUnit("exited", "x"), std::nullopt);
+    EXPECT_EQ(waitStatusOfUnit("killed", "NOSUCH"), std::nullopt);
+    EXPECT_EQ(waitStatusOfUnit("timeout", "9"), std::nullopt);
+}
+
 } // namespace
 } // namespace varnhold::services

@@ -1,0 +1,76 @@
+#include "app/bus_activation.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+
+#include "platform/qt/session_bus.h"
+
+namespace varnhold {
+
+namespace {
+
+const QString service = QStringLiteral("com.ostrelleai.Varnhold");
+const QString path = QStringLiteral("/com/ostrelleai/Varnhold");
+const QString interface = QStringLiteral("org.freedesktop.Application");
+// The other may be in the middle of a poll, whose child process it waits for.
+constexpr int answerWithin = 10000; // milliseconds
+
+constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
+const QString tokenKey = QStringLiteral("activation-token");
+
+} // namespace
+
+BusActivation::Claim BusActivation::claim() {
+    if (!platform::hasSessionBus()) {
+        return Claim::noBus;
+    }
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    // The object first: whoever sees the name may call at once.
+    bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
+    if (bus.registerService(service)) {
+        return Claim::ours;
+    }
+    bus.unregisterObject(path);
+    return bus.isConnected() ? Claim::taken : Claim::noBus;
+}
+
+bool BusActivation::activateOther() {
+    if (!platform::hasSessionBus()) {
+        return false;
+    }
+    QDBusMessage request =
+        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Activate"));
+    request.setAutoStartService(false);
+    QVariantMap platformData;
+    if (qEnvironmentVariableIsSet(tokenVariable)) {
+        platformData[tokenKey] = qEnvironmentVariable(tokenVariable);
+    }
+    request << platformData;
+    const QDBusMessage answer =
+        QDBusConnection::sessionBus().call(request, QDBus::Block, answerWithin);
+    return answer.type() == QDBusMessage::ReplyMessage;
+}
+
+void BusActivation::Activate(const QVariantMap& platformData) {
+    // The right to come to the front is the later start's to give away.
+    if (platformData.contains(tokenKey)) {
+        qputenv(tokenVariable, platformData.value(tokenKey).toString().toUtf8());
+    }
+    if (activated_) {
+        activated_();
+    }
+}
+
+// There are no documents and no actions of our own; whoever asks for them sees the program.
+void BusActivation::Open(const QStringList&, const QVariantMap& platformData) {
+    Activate(platformData);
+}
+
+void BusActivation::ActivateAction(const QString&, const QVariantList&,
+                                   const QVariantMap& platformData) {
+    Activate(platformData);
+}
+
+} // namespace varnhold

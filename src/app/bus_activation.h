@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QVariantMap>
+#include <functional>
+
+namespace varnhold {
+
+// The program's name on the session bus, where desktops and later starts find it (interface
+// org.freedesktop.Application of the Desktop Entry Specification). Main thread.
+class BusActivation final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+public:
+    enum class Claim {
+        ours,
+        taken, // another process has it
+        noBus,
+    };
+
+    using QObject::QObject;
+
+    [[nodiscard]] Claim claim();
+
+    // Asks the process that has the name to show itself. False if there is none, or no answer.
+    [[nodiscard]] static bool activateOther();
+
+    // Called from the event loop for every such request.
+    void onActivate(std::function<void()> activated) { activated_ = std::move(activated); }
+
+public slots:
+    // NOLINTBEGIN(readability-identifier-naming): the interface's own names
+    void Activate(const QVariantMap& platformData);
+    void Open(const QStringList& addresses, const QVariantMap& platformData);
+    void ActivateAction(const QString& action, const QVariantList& parameter,
+                        const QVariantMap& platformData);
+    // NOLINTEND(readability-identifier-naming)
+
+private:
+    std::function<void()> activated_;
+};
+
+} // namespace varnhold

@@ -1,0 +1,71 @@
+#include "groups/group_steppers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "records/tokens.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr double effortWidth = 36;
+constexpr double contextWidth = 50;
+
+// The fraction is cut off. What no integer can hold, from a file edited by hand, ends at a bound
+// far beyond every ladder.
+std::int64_t wholeTokens(double tokens) {
+    constexpr double bound = 1e15;
+    return std::isnan(tokens) ? 0 : static_cast<std::int64_t>(std::clamp(tokens, -bound, bound));
+}
+
+std::size_t indexOf(EffortLevel level) {
+    const auto found = std::find(allEffortLevels.begin(), allEffortLevels.end(), level);
+    return static_cast<std::size_t>(found - allEffortLevels.begin());
+}
+
+} // namespace
+
+GroupStepperRow effortRow(const CustomBotGroup& group) {
+    const std::size_t index = indexOf(group.effortLevel);
+    return {.label = "Effort",
+            .valueText = std::string(label(group.effortLevel)),
+            .isInactive = group.effortLevel == EffortLevel::off,
+            .valueWidth = effortWidth,
+            .canGoLeft = index > 0,
+            .canGoRight = index + 1 < allEffortLevels.size()};
+}
+
+GroupStepperRow contextRow(const CustomBotGroup& group, std::span<const int> ladder) {
+    const std::int64_t tokens = wholeTokens(group.contextTokens);
+    return {.label = "Context",
+            .valueText = tokens == 0 ? "Auto" : formatTokenCount(tokens),
+            .isInactive = tokens == 0,
+            .valueWidth = contextWidth,
+            .canGoLeft = tokens > ladder.front(),
+            .canGoRight = tokens < ladder.back()};
+}
+
+bool stepEffort(CustomBotGroup& group, StepDirection direction) {
+    const std::size_t index = indexOf(group.effortLevel);
+    const GroupStepperRow row = effortRow(group);
+    if (direction == StepDirection::left ? !row.canGoLeft : !row.canGoRight) {
+        return false;
+    }
+    group.effortLevel = allEffortLevels[direction == StepDirection::left ? index - 1 : index + 1];
+    return true;
+}
+
+void stepContext(CustomBotGroup& group, StepDirection direction, std::span<const int> ladder) {
+    const std::int64_t tokens = wholeTokens(group.contextTokens);
+    if (direction == StepDirection::left) {
+        const auto next = std::lower_bound(ladder.begin(), ladder.end(), tokens);
+        group.contextTokens = next == ladder.begin() ? ladder.front() : *(next - 1);
+    } else {
+        const auto next = std::upper_bound(ladder.begin(), ladder.end(), tokens);
+        group.contextTokens = next == ladder.end() ? ladder.back() : *next;
+    }
+}
+
+} // namespace varnhold

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "lifecycle/fleet_context.h"
+#include "platform/platform.h"
+
+namespace varnhold {
+
+// Whether the agent of one row is alive, asked for when the row appears and every 15 seconds after.
+//
+// The service manager is asked away from the main thread; the answer comes back to it. The timer
+// ends with the row, and an answer that comes after that is dropped. Main thread.
+class OnlineCheck final {
+public:
+    // `onAnswer` is called after each answer. What the context refers to must outlive the check and
+    // the questions it has asked.
+    OnlineCheck(const FleetContext& context, std::string label, std::function<void()> onAnswer);
+    OnlineCheck(const OnlineCheck&) = delete;
+    OnlineCheck& operator=(const OnlineCheck&) = delete;
+    ~OnlineCheck() = default;
+
+    void rowAppeared();
+    void rowDisappeared();
+
+    // As of the last answer; false before the first.
+    [[nodiscard]] bool isOnline() const { return isOnline_; }
+
+    void checkOnline();
+    // Ends any earlier timer.
+    void startOnlineTimer();
+
+private:
+    FleetContext context_;
+    std::string label_;
+    std::function<void()> onAnswer_;
+    bool isOnline_ = false;
+    std::unique_ptr<platform::Timer> onlineTimer_;
+    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+};
+
+} // namespace varnhold

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QRect>
+#include <QString>
+#include <vector>
+
+#include "status/bars.h"
+#include "status/menu.h"
+
+namespace varnhold {
+
+// One of the ways to show the status item: a tray icon or the strip. Main thread.
+class StatusDisplay {
+public:
+    virtual ~StatusDisplay() = default;
+
+    virtual void setImage(const BarImage& image) = 0;
+    virtual void setTitle(const QString& title, const QString& spoken) = 0;
+    virtual void setRows(const std::vector<MenuRow>& rows) = 0;
+
+    // Where it stands on the screen; empty if nobody tells.
+    [[nodiscard]] virtual QRect anchor() const = 0;
+};
+
+} // namespace varnhold

@@ -1,0 +1,207 @@
+#include "crew.h"
+
+#include <thread>
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+TEST(DropBots, AssignsAKnownBotOnce) {
+    Crew crew;
+    crew.bots = {groupBot("a"), groupBot("b")};
+    const Uuid id = crew.make().id;
+    for (const char* label : {"label.b", "label.b", "nobody", ""}) {
+        EXPECT_TRUE(crew.column->dropBots(dropped(label), id));
+        crew.platform.settle();
+    }
+    EXPECT_THAT(crew.groups[0].assignedBotLabels, ElementsAre("label.b"));
+    EXPECT_EQ(crew.saves, 1);
+}
+
+TEST(DropBots, ListsThemInTheOrderOfTheBotColumn) {
+    Crew crew;
+    crew.bots = {groupBot("a"), groupBot("b")};
+    CustomBotGroup& group = crew.make();
+    group.assignedBotLabels = {"label.b", "gone", "label.a"};
+    EXPECT_THAT(crew.column->botsOf(group), ElementsAre(crew.bots[0], crew.bots[1]));
+}
+
+TEST(DropBots, LetsABotStandInSeveralGroups) {
+    Crew crew;
+    crew.bots = {groupBot("a")};
+    crew.make();
+    crew.make();
+    for (const CustomBotGroup& group : crew.groups) {
+        crew.column->dropBots(dropped("label.a"), group.id);
+    }
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].assignedBotLabels, SizeIs(1));
+    EXPECT_THAT(crew.groups[1].assignedBotLabels, SizeIs(1));
+}
+
+TEST(DropBots, RemovesEveryEntryOfTheLabel) {
+    Crew crew;
+    CustomBotGroup& group = crew.make();
+    group.assignedBotLabels = {"x", "y", "x"};
+    crew.column->removeBot(group.id, group.assignedBotLabels[0]);
+    EXPECT_THAT(group.assignedBotLabels, ElementsAre("y"));
+    EXPECT_EQ(crew.saves, 1);
+    crew.column->removeBot(Uuid::random(), "y");
+    EXPECT_EQ(crew.saves, 1);
+}
+
+TEST(DropModel, OfALibraryRowWithAUniqueIdTwiceInsertsItTwiceWithFreshOnes) {
+    Crew crew;
+    crew.library = {groupModel("m", "ROW")};
+    const Uuid id = crew.make().id;
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(crew.column->handleDrop(dropped("ROW"), id));
+        crew.platform.settle();
+    }
+    const CustomBotGroup& group = crew.groups[0];
+    ASSERT_THAT(group.models, SizeIs(2));
+    EXPECT_NE(group.models[0].uid(), group.models[1].uid());
+    for (const AIModelItem& model : group.models) {
+        ASSERT_TRUE(Uuid::parse(model.uid()));
+        EXPECT_EQ(Uuid::parse(model.uid())->text(), model.uid());
+        EXPECT_EQ(model.id, "m");
+    }
+    EXPECT_EQ(crew.saves, 2);
+    EXPECT_EQ(crew.springs, 2);
+}
+
+TEST(DropModel, OfALibraryRowWithoutAUniqueIdIsRefusedTheSecondTime) {
+    Crew crew;
+    crew.library = {groupModel("m")};
+    const Uuid id = crew.make().id;
+    for (int i = 0; i < 2; ++i) {
+        crew.column->handleDrop(dropped("m"), id);
+        crew.platform.settle();
+    }
+    EXPECT_THAT(crew.groups[0].models, SizeIs(1));
+    EXPECT_EQ(crew.saves, 1);
+}
+
+TEST(DropModel, OfAChainRowDoesNothingUnlessItHasNoUniqueId) {
+    Crew crew;
+    crew.library = {groupModel("m", "ROW")};
+    const Uuid id = crew.make().id;
+    crew.column->handleDrop(dropped("CHAIN-ENTRY"), id);
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, IsEmpty());
+    EXPECT_EQ(crew.saves, 0);
+    crew.column->handleDrop(dropped("m"), id); // an entry without one gives its model's id
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, SizeIs(1));
+}
+
+TEST(DropModel, PutsItAtTheHeadOnTheStripAndAtTheEndOnTheArea) {
+    Crew crew;
+    crew.library = {groupModel("a"), groupModel("b"), groupModel("c")};
+    const Uuid id = crew.make({"x"}).id;
+    crew.column->handleDrop(dropped("a"), id);
+    crew.column->handleDrop(dropped("b"), id, 0);
+    crew.column->handleDrop(dropped("c"), id, 99);
+    crew.platform.settle();
+    std::vector<std::string> ids;
+    for (const AIModelItem& model : crew.groups[0].models) {
+        ids.push_back(model.id);
+    }
+    EXPECT_THAT(ids, ElementsAre("b", "id-x", "a", "c"));
+}
+
+TEST(DropModel, TakesTheFirstOfTwoLibraryEntriesThatMatch) {
+    Crew crew;
+    crew.library = {groupModel("m", "one"), groupModel("m", "two")};
+    crew.library[0].name = "First";
+    const Uuid id = crew.make().id;
+    crew.column->handleDrop(dropped("m"), id);
+    crew.platform.settle();
+    EXPECT_EQ(crew.groups[0].models[0].name, "First");
+}
+
+TEST(DropModel, OfAnEmptyTextOrOfNoTextDoesNothing) {
+    Crew crew;
+    crew.library = {groupModel("")};
+    const Uuid id = crew.make().id;
+    crew.column->handleDrop(dropped(""), id);
+    crew.column->handleDrop({[](const auto& receiver) { receiver(std::nullopt); }}, id);
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, IsEmpty());
+}
+
+TEST(DropModel, OnAGroupThatHasGoneIsDropped) {
+    Crew crew;
+    crew.library = {groupModel("m")};
+    const Uuid id = crew.make().id;
+    crew.column->handleDrop(dropped("m"), id);
+    crew.groups.clear();
+    crew.platform.settle();
+    EXPECT_EQ(crew.saves, 0);
+}
+
+TEST(DropModel, EndsTheDragLaterButBeforeAnyTextIsHandled) {
+    Crew crew;
+    crew.library = {groupModel("m")};
+    const Uuid id = crew.make().id;
+    static_cast<void>(crew.column->startDrag(groupModel("m")));
+    crew.column->handleDrop(dropped("m"), id);
+    EXPECT_TRUE(crew.column->draggingModel());
+    EXPECT_EQ(crew.clears, 0);
+    crew.platform.settle();
+    EXPECT_FALSE(crew.column->draggingModel());
+    EXPECT_EQ(crew.clears, 1);
+}
+
+TEST(DropModel, HandlesATextThatArrivesLateAndOnAnotherThread) {
+    Crew crew;
+    crew.library = {groupModel("m")};
+    const Uuid id = crew.make().id;
+    platform::PayloadReceiver late;
+    crew.column->handleDrop({[&late](auto receiver) { late = std::move(receiver); }}, id);
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, IsEmpty());
+    std::thread([&late] { late("m"); }).join();
+    EXPECT_THAT(crew.groups[0].models, IsEmpty());
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, SizeIs(1));
+}
+
+TEST(DropModel, DropsATextThatArrivesAfterTheColumnHasGone) {
+    Crew crew;
+    crew.library = {groupModel("m")};
+    const Uuid id = crew.make().id;
+    platform::PayloadReceiver late;
+    crew.column->handleDrop({[&late](auto receiver) { late = std::move(receiver); }}, id);
+    crew.column.reset();
+    late("m");
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, IsEmpty());
+    EXPECT_EQ(crew.clears, 0);
+}
+
+TEST(DropModel, HandlesEveryTextOfOneDrop) {
+    Crew crew;
+    crew.library = {groupModel("a"), groupModel("b")};
+    const Uuid id = crew.make().id;
+    crew.column->handleDrop({platform::textPayload("a"), platform::textPayload("b")}, id);
+    crew.platform.settle();
+    EXPECT_THAT(crew.groups[0].models, SizeIs(2));
+    EXPECT_EQ(crew.clears, 1);
+}
+
+TEST(RemoveModel, TakesEveryRowWithThatIdentity) {
+    Crew crew;
+    CustomBotGroup& group = crew.make({"x", "y", "x"});
+    crew.column->removeModel(group.id, *group.models[0].uniqueId);
+    EXPECT_THAT(Crew::uids(group), ElementsAre("y"));
+    EXPECT_EQ(crew.saves, 1);
+    crew.column->removeModel(Uuid::random(), "y");
+    EXPECT_EQ(crew.saves, 1);
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,204 @@
+#include "editing.h"
+
+namespace varnhold::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct Rows : Editing {
+    Rows() {
+        view->workerModels = {libraryModel("a", "A"), libraryModel("b", "B"),
+                              libraryModel("c", "C")};
+        view->photoModels = {libraryModel("p", "P")};
+    }
+
+    std::string drag(const AIModelItem& item) { return view->modelRow(item).onDrag(); }
+    void enter(std::size_t row) {
+        view->rowDropDelegate(view->workerModels[row], TargetList::worker).dropEntered();
+    }
+    bool release(std::size_t row) {
+        return view->rowDropDelegate(view->workerModels[row], TargetList::worker).performDrop();
+    }
+};
+
+TEST(Drag, GivesTheUidAndMarksTheRow) {
+    Rows settings;
+    EXPECT_EQ(settings.drag(settings.view->workerModels[0]), "A");
+    EXPECT_EQ(settings.drag(libraryModel("plain")), "plain");
+    EXPECT_EQ(settings.view->draggingItem, libraryModel("plain"));
+    EXPECT_TRUE(settings.view->modelRow(libraryModel("plain")).isDragging);
+    EXPECT_FALSE(settings.view->modelRow(settings.view->workerModels[0]).isDragging);
+}
+
+TEST(Drag, ThatIsGivenUpEndsAfterTwoSecondsAndFadesIn) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    EXPECT_THAT(settings.platform.record, ElementsAre("post main after 2000"));
+    settings.platform.advance(1999ms);
+    EXPECT_TRUE(settings.view->draggingItem);
+    settings.animations.clear();
+    settings.platform.advance(1ms);
+    EXPECT_FALSE(settings.view->draggingItem);
+    EXPECT_THAT(settings.animations, ElementsAre(Animation::easeOut));
+    EXPECT_EQ(easeOutDuration, 150ms);
+}
+
+TEST(Drag, OutlivesTheTwoSecondsOfAnEarlierOne) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.platform.advance(1s);
+    settings.drag(settings.view->workerModels[1]);
+    settings.animations.clear();
+    settings.platform.advance(1s);
+    EXPECT_EQ(settings.view->draggingItem, settings.view->workerModels[1]);
+    EXPECT_THAT(settings.animations, IsEmpty());
+    settings.platform.advance(1s);
+    EXPECT_FALSE(settings.view->draggingItem);
+}
+
+TEST(Drag, OfTheSameRowAgainEndsWithTheFirstTwoSeconds) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.platform.advance(1500ms);
+    settings.drag(settings.view->workerModels[0]);
+    settings.platform.advance(500ms);
+    EXPECT_FALSE(settings.view->draggingItem);
+}
+
+TEST(Drag, ThatHasEndedIsNotEndedAgain) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.view->handleLibraryDrop({});
+    settings.animations.clear();
+    settings.platform.advance(2s);
+    EXPECT_THAT(settings.animations, IsEmpty());
+}
+
+TEST(Drag, OfAStateThatHasGoneEndsNothing) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.view.reset();
+    settings.platform.advance(2s);
+    EXPECT_FALSE(settings.view);
+}
+
+TEST(RowDrop, ReordersLiveWithoutSaving) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.enter(1);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("b", "a", "c"));
+    settings.enter(2);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("b", "c", "a"));
+    settings.enter(0);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b", "c"));
+    EXPECT_EQ(settings.newSaves(), 0);
+}
+
+TEST(RowDrop, AnnouncesEachLiveStepAsAMove) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.animations.clear();
+    settings.enter(2);
+    settings.enter(0);
+    const auto at = [](std::size_t row) { return ChainPlace{TargetList::worker, row}; };
+    EXPECT_THAT(settings.moves,
+                ElementsAre(ChainMove{"A", at(0), at(2)}, ChainMove{"A", at(2), at(0)}));
+    EXPECT_THAT(settings.animations, ElementsAre(Animation::spring, Animation::spring));
+}
+
+TEST(RowDrop, IsSavedWhereTheDraggedRowBelongs) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[2]);
+    settings.enter(0);
+    EXPECT_TRUE(settings.release(0));
+    EXPECT_FALSE(settings.view->draggingItem);
+    EXPECT_EQ(settings.newSaves(), 1);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("c", "a", "b"));
+    EXPECT_EQ(settings.fileOf(TargetList::worker), encodeChain(settings.view->workerModels));
+}
+
+TEST(RowDrop, OfALibraryRowOrAnotherChainsRowInsertsNothing) {
+    Rows settings;
+    settings.view->directModels = {libraryModel("m")};
+    for (const AIModelItem& item : {libraryModel("m"), settings.view->photoModels[0]}) {
+        settings.drag(item);
+        settings.enter(1);
+        settings.animations.clear();
+        EXPECT_FALSE(settings.release(1));
+        EXPECT_FALSE(settings.view->draggingItem);
+        EXPECT_THAT(settings.animations, ElementsAre(Animation::none));
+    }
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(settings.ids(TargetList::photo), ElementsAre("p"));
+    EXPECT_EQ(settings.newSaves(), 0);
+}
+
+TEST(RowDrop, EndsItsLiveReorderingWhenTheDragLastsTooLong) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[0]);
+    settings.platform.advance(2s);
+    settings.enter(2);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b", "c"));
+    EXPECT_FALSE(settings.release(2));
+    EXPECT_EQ(settings.newSaves(), 0);
+}
+
+TEST(RowDrop, OnTheDraggedRowItselfMovesNothing) {
+    Rows settings;
+    settings.drag(settings.view->workerModels[1]);
+    settings.enter(1);
+    EXPECT_THAT(settings.moves, IsEmpty());
+    EXPECT_TRUE(settings.release(1));
+    EXPECT_EQ(settings.newSaves(), 1);
+}
+
+TEST(RowDrop, OnARowThatHasGoneMovesNothing) {
+    Rows settings;
+    auto target =
+        settings.view->rowDropDelegate(settings.view->workerModels[2], TargetList::worker);
+    settings.drag(settings.view->workerModels[0]);
+    settings.view->workerModels.pop_back();
+    target.dropEntered();
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b"));
+    EXPECT_THAT(settings.moves, IsEmpty());
+}
+
+TEST(RowDrop, ProposesTheMoveOperation) {
+    Rows settings;
+    const auto row =
+        settings.view->rowDropDelegate(settings.view->workerModels[0], TargetList::worker);
+    EXPECT_EQ(row.dropUpdated(), DropOperation::move);
+}
+
+TEST(RowDrop, WorksOnAnyListWithoutWatchers) {
+    std::vector<AIModelItem> rows{libraryModel("x"), libraryModel("y")};
+    std::optional<AIModelItem> dragging = rows[0];
+    int saves = 0;
+    RealTimeDropDelegate row{
+        .item = rows[1], .list = rows, .draggingItem = dragging, .onSave = [&saves] { ++saves; }};
+    row.dropEntered();
+    EXPECT_EQ(rows[1].id, "x");
+    EXPECT_TRUE(row.performDrop());
+    EXPECT_FALSE(row.performDrop());
+    EXPECT_EQ(saves, 1);
+}
+
+TEST(RowDrop, ReleasedOutsideAnyRowIsWrittenByTheNextSave) {
+    Rows settings;
+    settings.view->save();
+    settings.drag(settings.view->workerModels[0]);
+    settings.enter(2);
+    EXPECT_EQ(
+        settings.fileOf(TargetList::worker),
+        encodeChain({libraryModel("a", "A"), libraryModel("b", "B"), libraryModel("c", "C")}));
+    settings.platform.advance(2s);
+    settings.view->save();
+    EXPECT_EQ(
+        settings.fileOf(TargetList::worker),
+        encodeChain({libraryModel("b", "B"), libraryModel("c", "C"), libraryModel("a", "A")}));
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "settings/bot_editing.h"
+#include "settings/bot_row.h"
+#include "unit/settings/settings_home.h"
+
+namespace varnhold::testing {
+
+// An open settings window with a fleet: the built-in governor and whoever a test adds.
+struct Window : SettingsHome {
+    Window() { open(); }
+
+    // How often everything was saved.
+    [[nodiscard]] long saves() const {
+        const auto& keys = platform.defaults.written;
+        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
+    }
+
+    BotConfig& add(const BotConfig& record) { return view->userBots.emplace_back(record); }
+
+    [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
+
+    // The row of the bot with this label.
+    [[nodiscard]] BotRow row(const std::string& label) {
+        std::vector<BotRow> rows = botRows(*view);
+        const auto found = std::find_if(rows.begin(), rows.end(), [&](const BotRow& each) {
+            return each.bot.launchdLabel == label;
+        });
+        return found == rows.end() ? BotRow{} : *found;
+    }
+
+    [[nodiscard]] FleetContext context() { return {platform.interfaces, constants}; }
+};
+
+} // namespace varnhold::testing

@@ -1,0 +1,115 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "status/tray_bars.h"
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr double rainbowEnd = 0.83;
+const std::vector<int> sides{16, 22, 24, 32, 48, 64};
+
+std::vector<std::string> rolesOf(int bots) {
+    std::vector<std::string> roles;
+    for (int i = 0; i < bots; ++i) {
+        roles.push_back(std::to_string(i));
+    }
+    return roles;
+}
+
+BarImage fleetOf(int bots, const std::string& busy = "") {
+    BarState bars;
+    setOrder(bars, rolesOf(bots));
+    if (!busy.empty()) {
+        bars.barCurrent[busy] = 1;
+    }
+    return barImage(bars, rainbowEnd);
+}
+
+TEST(TrayBars, AreNeverASmudgeHoweverManyBotsThereAre) {
+    for (const int side : sides) {
+        for (const int bots : {0, 1, 2, 5, 7, 8, 20, 21, 22, 60}) {
+            const auto bars = trayBars(fleetOf(bots), side);
+            ASSERT_FALSE(bars.empty());
+            int end = -1; // a gap of one pixel before the first costs nothing
+            for (const TrayBar& bar : bars) {
+                EXPECT_GE(bar.x, end + 1) << side << " pixels, " << bots << " bots";
+                EXPECT_GE(bar.width, 2);
+                EXPECT_GE(bar.height, 2);
+                end = bar.x + bar.width;
+            }
+            EXPECT_LE(end, side);
+        }
+    }
+}
+
+TEST(TrayBars, StandInTheMiddleOfTheirSquare) {
+    for (const int side : sides) {
+        for (const int bots : {1, 5, 20, 60}) {
+            const auto bars = trayBars(fleetOf(bots, "0"), side);
+            const int left = bars.front().x;
+            const int right = side - bars.back().x - bars.back().width;
+            EXPECT_LE(std::abs(left - right), 1);
+            for (const TrayBar& bar : bars) {
+                EXPECT_EQ(bar.y, side - bar.y - bar.height);
+            }
+        }
+    }
+}
+
+TEST(TrayBars, AreOneForEachBotAsLongAsTheyFit) {
+    EXPECT_EQ(trayBars(fleetOf(5), 16).size(), 5U);
+    EXPECT_EQ(trayBars(fleetOf(6), 16).size(), 5U);
+    EXPECT_EQ(trayBars(fleetOf(7), 22).size(), 7U);
+    EXPECT_EQ(trayBars(fleetOf(20), 64).size(), 20U);
+    EXPECT_EQ(trayBars(fleetOf(60), 64).size(), 21U);
+}
+
+TEST(TrayBars, OfAFullSquareHaveTheStripsMeasure) {
+    EXPECT_THAT(trayBars(fleetOf(5), 16),
+                ElementsAre(TrayBar{1, 7, 2, 2, 0.0}, TrayBar{4, 7, 2, 2, rainbowEnd / 4},
+                            TrayBar{7, 7, 2, 2, rainbowEnd / 2},
+                            TrayBar{10, 7, 2, 2, 0.75 * rainbowEnd},
+                            TrayBar{13, 7, 2, 2, rainbowEnd}));
+}
+
+TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
+    for (int busy = 0; busy < 20; ++busy) {
+        const auto bars = trayBars(fleetOf(20, std::to_string(busy)), 16);
+        ASSERT_EQ(bars.size(), 5U);
+        for (std::size_t i = 0; i < bars.size(); ++i) {
+            const bool shared = static_cast<int>(i) == busy / 4;
+            EXPECT_EQ(bars[i].height, shared ? 16 : 2) << "bot " << busy << ", bar " << i;
+        }
+    }
+}
+
+TEST(TrayBars, ThatAreSharedKeepTheOrderOfTheRainbow) {
+    const auto bars = trayBars(fleetOf(60), 22);
+    for (std::size_t i = 1; i < bars.size(); ++i) {
+        EXPECT_GT(bars[i].hue, bars[i - 1].hue);
+    }
+    EXPECT_GE(bars.front().hue, 0.0);
+    EXPECT_LE(bars.back().hue, rainbowEnd);
+}
+
+TEST(TrayBars, FillMostOfTheirSquare) {
+    for (const int side : sides) {
+        for (const int bots : {5, 8, 20, 60}) {
+            const auto bars = trayBars(fleetOf(bots), side);
+            const int used = bars.back().x + bars.back().width - bars.front().x;
+            EXPECT_GE(used, side * 2 / 3) << side << " pixels, " << bots << " bots";
+        }
+    }
+}
+
+TEST(TrayBars, OfASmallFleetAreBroadButNoWall) {
+    for (const int side : sides) {
+        EXPECT_EQ(trayBars(fleetOf(1), side).front().width, side / 4);
+    }
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,407 @@
+"""The real strip, tray icon, menu and popover on real displays, driven by pointer and keyboard.
+
+Each test runs in a sandbox and a process of its own: test_desktop.py BUILD_FOLDER TEST_NAME
+"""
+
+import os
+import signal
+import sys
+import unittest
+
+from desktop import Desktop, label_of, wait_until
+
+FLEET = {"planner": "running", "builder": "running", "fire_drill": "crashed"}
+
+# Rows of the menu that can be chosen, counted from the top, without alerts.
+ROW_PREFERENCES, ROW_START, ROW_RESTART, ROW_FIRST_BOT = 1, 2, 3, 4
+
+
+class DesktopTest(unittest.TestCase):
+    def desktop(self, fleet=None, **pieces):
+        self.d = Desktop(BUILD, **pieces)
+        self.addCleanup(self.d.end)
+        self.d.set_fleet(FLEET if fleet is None else fleet)
+        return self.d
+
+    def with_strip(self, **pieces):
+        desktop = self.desktop(**pieces)
+        desktop.start()
+        return desktop, desktop.strip()
+
+    def open_menu(self, window):
+        self.d.click_window(window)
+        return wait_until("the menu", self.d.menus)
+
+    def assert_runs(self):
+        self.assertIsNone(self.d.supervisor.poll())
+
+    # -- the strip ------------------------------------------------------------------------------
+
+    def test_strip_says_what_the_fleet_does(self):
+        desktop, _ = self.with_strip()
+        desktop.strip("^Varnhold, 2 of 3 bots running, 1 crashed$")
+        desktop.set_fleet({"planner": "running"})
+        desktop.strip("^Varnhold, 1 of 1 bots running$")
+
+    def test_strip_opens_its_menu_at_a_click_and_closes_it_at_the_next(self):
+        for manager in (False, True):
+            with self.subTest(manager=manager):
+                desktop, strip = self.with_strip(manager=manager)
+                self.open_menu(strip)
+                desktop.click_window(strip)
+                wait_until("the menu is gone", lambda: not desktop.menus())
+                # What comes next proves that the second click is over and has opened nothing.
+                desktop.notify(("m", False))
+                wait_until("the popover", lambda: desktop.windows("^New AI model"))
+                self.assertEqual(desktop.menus(), [])
+                desktop.end()
+                desktop.reset()
+
+    def test_menu_is_chosen_from_by_keyboard_alone(self):
+        desktop, strip = self.with_strip()
+        desktop.tool("xdotool", "windowfocus", "--sync", strip)
+        desktop.key("Return")
+        wait_until("the menu", desktop.menus)
+        desktop.key(*["Down"] * ROW_FIRST_BOT, "Return")
+        wait_until("the bot is unloaded",
+                   lambda: desktop.calls(f"bootout gui/{os.getuid()}/{label_of('planner')}"))
+        self.assertEqual(desktop.menus(), [])
+
+    def test_menu_stays_open_and_usable_through_a_poll(self):
+        desktop, strip = self.with_strip()
+        menu = self.open_menu(strip)
+        (desktop.support / "reauth_alerts.json").write_text('{"gemini": {"since": "2026-03-04"}}')
+        desktop.set_fleet({"planner": "running", "builder": "stopped"})
+        desktop.strip("^Varnhold, 1 of 2 bots running$")
+        self.assertEqual(desktop.menus(), menu)
+        before = len(desktop.calls("kickstart")) + len(desktop.calls("bootstrap"))
+        desktop.key(*["Down"] * ROW_START, "Return")  # with the alert's row it would be another
+        wait_until("the fleet is started", lambda: len(desktop.calls("kickstart")) +
+                   len(desktop.calls("bootstrap")) > before)
+        wait_until("the menu is gone", lambda: not desktop.menus())
+        height = desktop.geometry(self.open_menu(strip)[0])[3]
+        self.assertGreater(height, 0)
+        desktop.key(*["Down"] * (ROW_PREFERENCES + 1))
+        desktop.key("Escape")
+
+    def test_strip_lifts_the_bar_of_a_busy_bot_and_lets_it_sink_again(self):
+        desktop, strip = self.with_strip(fleet={"planner": "running", "builder": "running"})
+        flat = desktop.coloured(strip)
+        self.assertGreater(flat, 0)
+        # The first sample only takes stock, and how far the program is can't be seen from here.
+        def lifted():
+            desktop.burst("planner")
+            return desktop.coloured(strip) > flat + 10
+        wait_until("the bar is lifted", lifted)
+        wait_until("the bar is flat again", lambda: desktop.coloured(strip) == flat)
+
+    def test_strip_can_be_moved_and_stays_where_it_was_put(self):
+        for manager in (False, True):
+            with self.subTest(manager=manager):
+                desktop, strip = self.with_strip(manager=manager)
+                x, y, width, height = desktop.geometry(strip)
+                desktop.tool("xdotool", "mousemove", x + 20, y + 10, "mousedown", "1")
+                for step in range(1, 11):
+                    desktop.tool("xdotool", "mousemove", x + 20 - 40 * step, y + 10 + 20 * step)
+                desktop.tool("xdotool", "mouseup", "1")
+                wait_until("the strip has moved", lambda: desktop.geometry(strip)[0] < x - 300)
+                self.assertEqual(desktop.menus(), [])
+                right = sum(desktop.geometry(strip)[0::2])
+                desktop.set_fleet({f"bot{i}": "running" for i in range(12)})
+                desktop.strip("12 of 12")
+                wait_until("the strip has grown at its left",
+                           lambda: desktop.geometry(strip)[2] > width and
+                           sum(desktop.geometry(strip)[0::2]) == right)
+                desktop.end()
+                desktop.reset()
+
+    def test_strip_is_above_others_on_every_workspace_and_in_no_task_bar(self):
+        desktop, strip = self.with_strip(manager=True)
+        wait_until("the window manager knows", lambda: all(
+            word in desktop.tool("xprop", "-id", strip, "_NET_WM_STATE").stdout
+            for word in ("ABOVE", "SKIP_TASKBAR", "SKIP_PAGER")))
+        self.assertIn("4294967295", desktop.tool("xprop", "-id", strip, "_NET_WM_DESKTOP").stdout)
+
+    def test_strip_comes_back_when_the_screen_shrinks_under_it(self):
+        desktop, strip = self.with_strip()
+        self.assertGreater(desktop.geometry(strip)[0], 1000)
+        desktop.set_screen(800, 600)
+        wait_until("the strip is on the screen", lambda: sum(desktop.geometry(strip)[0::2]) == 792)
+
+    def test_strip_follows_the_desktops_wish_for_dark(self):
+        desktop = self.desktop(bus=True)
+        portal = desktop.start_portal()
+        desktop.start()
+        strip = desktop.strip()
+        wait_until("the strip is light", lambda: desktop.pixels(strip) and
+                   not desktop.is_dark(strip))
+        desktop.set_scheme(portal, 1)
+        wait_until("the strip is dark", lambda: desktop.is_dark(strip))
+        desktop.set_scheme(portal, 0)
+        wait_until("the strip is light again", lambda: not desktop.is_dark(strip))
+
+    # -- notices --------------------------------------------------------------------------------
+
+    def popover(self):
+        return wait_until("the popover", lambda: self.d.windows("^New AI model"))[0]
+
+    def await_no_popover(self):
+        wait_until("the popover is gone", lambda: not self.d.windows("^New AI model"))
+
+    def test_popover_closes_at_a_click_elsewhere_which_is_not_lost(self):
+        desktop, strip = self.with_strip()
+        desktop.notify(("Opus was installed.", True))
+        self.popover()
+        self.open_menu(strip)  # one click for both
+        self.await_no_popover()
+        self.assertEqual(len(desktop.menus()), 1)
+
+    def test_popover_stays_at_a_click_on_itself(self):
+        desktop, strip = self.with_strip()
+        desktop.notify(("Opus was installed.", False))
+        popover = self.popover()
+        desktop.click_window(popover)
+        desktop.set_fleet({"planner": "running"})
+        desktop.burst("planner")
+        self.assertEqual(self.popover(), popover)
+        desktop.click(100, 700)
+        self.await_no_popover()
+        self.assertEqual(desktop.strip(), strip)
+
+    def test_popover_closes_on_escape_under_the_pointer(self):
+        desktop, _ = self.with_strip()
+        desktop.notify(("Opus was installed.", False))
+        x, y, _, _ = desktop.geometry(self.popover())
+        desktop.tool("xdotool", "mousemove", x + 20, y + 20)
+        desktop.key("Escape")
+        self.await_no_popover()
+
+    def test_popover_stands_under_the_strip_and_is_replaced_by_a_newer_one(self):
+        desktop, strip = self.with_strip()
+        desktop.notify(("Opus was installed.", False))
+        first = self.popover()
+        self.assertEqual(desktop.geometry(first)[2:], (320, 110))
+        self.assertGreater(desktop.geometry(first)[1], desktop.geometry(strip)[1] + 27)
+        desktop.notify(("Qwen was installed.", False), ("Mistral was installed.", True))
+        second = wait_until("the next popover", lambda: self.d.windows("^New AI models installed"))
+        self.assertEqual(desktop.geometry(second[0])[2:], (320, 156))
+        wait_until("the first one is gone", lambda: self.d.windows("^New AI model") == second)
+
+    def test_popover_leaves_the_keyboard_to_whoever_has_it(self):
+        desktop, strip = self.with_strip(manager=True)
+        desktop.tool(desktop.prefix / "bin/varnhold")  # the settings window, to type into
+        window = wait_until("the window", lambda: desktop.windows("^Varnhold$"))[0]
+        wait_until("the window has the keyboard", lambda: desktop.focused() == window)
+        desktop.notify(("Opus was installed.", False))
+        self.popover()
+        self.assertEqual(desktop.focused(), window)
+        self.assertEqual(desktop.strip(), strip)
+
+    # -- trays ----------------------------------------------------------------------------------
+
+    def tray_icon(self):
+        """The icon's window inside the tray."""
+        return wait_until("the icon in the tray", lambda: [
+            window for window in self.d.our_windows()
+            if self.d.geometry(window)[2:] == (22, 22)])[0]
+
+    def await_no_strip(self):
+        wait_until("the strip is gone", lambda: not self.d.windows("^Varnhold, "))
+
+    def test_tray_that_is_there_from_the_start_gets_the_icon_and_no_strip_appears(self):
+        for manager in (False, True):
+            with self.subTest(manager=manager):
+                desktop = self.desktop(manager=manager)
+                desktop.start_tray()
+                desktop.start()
+                icon = self.tray_icon()
+                self.assertEqual(desktop.windows("^Varnhold, "), [])
+                wait_until("the bars", lambda: desktop.coloured(icon) > 5)
+                desktop.end()
+                desktop.reset()
+
+    def test_tray_that_appears_takes_the_item_and_gives_it_back_when_it_goes(self):
+        desktop, _ = self.with_strip()
+        for _ in range(2):
+            tray = desktop.start_tray()
+            self.await_no_strip()
+            self.tray_icon()
+            tray.kill()
+            tray.wait()
+            desktop.strip("^Varnhold, 2 of 3")
+        self.assert_runs()
+        self.assertEqual(desktop.calls("bootout"), [])
+
+    def test_tray_icon_drops_the_menu_at_either_button_and_anchors_the_popover(self):
+        desktop = self.desktop()
+        desktop.start_tray()
+        desktop.start()
+        icon = self.tray_icon()
+        for button in (1, 3):
+            desktop.click_window(icon, button)
+            menu = wait_until("the menu", desktop.menus)[0]
+            x, y, width, height = desktop.geometry(menu)
+            self.assertLessEqual(y + height, desktop.geometry(icon)[1])
+            desktop.key("Escape")
+            wait_until("the menu is gone", lambda: not desktop.menus())
+        desktop.notify(("Opus was installed.", False))
+        x, y, width, height = desktop.geometry(self.popover())
+        self.assertLessEqual(y + height, desktop.geometry(icon)[1])
+        self.assertGreater(x + width, 1200)
+
+    def test_tray_that_goes_under_an_open_menu_leaves_the_menu_usable(self):
+        desktop = self.desktop()
+        tray = desktop.start_tray()
+        desktop.start()
+        self.open_menu(self.tray_icon())
+        tray.kill()
+        tray.wait()
+        desktop.key(*["Down"] * ROW_FIRST_BOT, "Return")
+        wait_until("the bot is unloaded", lambda: desktop.calls("bootout"))
+        desktop.strip()
+        self.assert_runs()
+
+    # -- trays over the bus ---------------------------------------------------------------------
+
+    def with_panel(self, **more):
+        desktop = self.desktop(bus=True, **more)
+        panel = desktop.start_panel()
+        desktop.start()
+        wait_until("the poll", lambda: desktop.notifier_property("ToolTip"))
+        return desktop, panel
+
+    def test_notifier_has_the_text_as_its_tooltip_and_an_icon_of_every_size(self):
+        desktop, _ = self.with_panel()
+        self.assertEqual(desktop.notifier_property("ToolTip")[2],
+                         "2/3 🔴1\nVarnhold, 2 of 3 bots running, 1 crashed")
+        sizes = [(width, height) for width, height, _ in desktop.notifier_property("IconPixmap")]
+        self.assertEqual(sizes, [(side, side) for side in (16, 22, 24, 32, 48, 64)])
+        self.assertEqual(desktop.windows("^Varnhold, "), [])
+
+    def test_notifier_exports_every_row_as_typed(self):
+        desktop, _ = self.with_panel(fleet={"a_b": "running", "x&y&z": "stopped"})
+        wait_until("the rows", lambda: desktop.exported_labels() == [
+            "⚙️ Preferences...", "-", "🟢 Start All Agents", "🔄 Restart All Agents", "-",
+            "── Bots ──", "🟢 🤖 A__b (Idle)", "⚪️ 🤖 X_&y&z (Idle)", "-", "Quit"])
+        keys = {row.get("label"): row.get("shortcut") for _, row in desktop.exported_rows()}
+        self.assertEqual(keys["Quit"], [["Control", "Q"]])
+
+    def test_notifier_keeps_its_rows_while_the_panel_shows_them(self):
+        desktop, _ = self.with_panel()
+        before = desktop.exported_rows()
+        desktop.menu_call("AboutToShow", "i", "0")
+        desktop.set_fleet({"planner": "running"})
+        wait_until("the poll", lambda: "1/1" in desktop.notifier_property("ToolTip")[2])
+        self.assertEqual(desktop.exported_rows(), before)
+        desktop.menu_call("Event", "isvu", "0", "closed", "s", "", "0")
+        wait_until("the new rows", lambda: len(desktop.exported_rows()) < len(before))
+
+    def test_notifier_row_that_is_chosen_acts_on_its_bot(self):
+        desktop, _ = self.with_panel()
+        wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
+        desktop.click_exported("🟢 🤖 Builder (Idle)")
+        wait_until("the bot is unloaded",
+                   lambda: desktop.calls(f"bootout gui/{os.getuid()}/{label_of('builder')}"))
+
+    def test_notifier_key_of_quit_does_not_end_the_program(self):
+        desktop, _ = self.with_panel(manager=True)
+        wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
+        desktop.click_exported("⚙️ Preferences...")
+        window = wait_until("the window", lambda: desktop.windows("^Varnhold$"))[0]
+        wait_until("the window has the keyboard", lambda: desktop.focused() == window)
+        desktop.key("ctrl+q")
+        wait_until("the window is closed", lambda: not desktop.windows("^Varnhold$"))
+        self.assert_runs()
+        self.assertEqual(desktop.calls("bootout"), [])
+
+    def test_notifier_that_is_pressed_drops_the_menu(self):
+        desktop, _ = self.with_panel()
+        desktop.ask("call", desktop.notifier(), "/StatusNotifierItem",
+                    "org.kde.StatusNotifierItem", "Activate", "ii", "0", "0")
+        wait_until("the menu", desktop.menus)
+
+    def test_notifier_whose_panel_goes_becomes_the_strip_and_comes_back_with_it(self):
+        desktop, panel = self.with_panel()
+        for _ in range(2):
+            panel.kill()
+            panel.wait()
+            desktop.strip("^Varnhold, 2 of 3")
+            panel = desktop.start_panel()
+            self.await_no_strip()
+            wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
+        self.assert_runs()
+
+    # -- one instance, and the end --------------------------------------------------------------
+
+    def second_start(self, desktop, **environment):
+        before = desktop.calls("")
+        second = desktop.run_second(**environment)
+        self.assertEqual(second.returncode, 0)
+        wait_until("the window", lambda: desktop.windows("^Varnhold$"))
+        self.assertEqual(len(desktop.instances()), 1)
+        new = [call for call in desktop.calls("")[len(before):] if call != "list"]
+        self.assertEqual(new, [])
+
+    def test_second_start_shows_the_window_of_the_first_through_the_socket(self):
+        desktop, _ = self.with_strip()
+        self.second_start(desktop)
+
+    def test_second_start_shows_the_window_of_the_first_over_the_bus(self):
+        desktop, _ = self.with_strip(bus=True)
+        self.assertIn("com.ostrelleai.Varnhold", desktop.bus_names())
+        # A runtime folder of its own: only the bus is common to both.
+        self.second_start(desktop, XDG_RUNTIME_DIR="/tmp/other")
+
+    def test_second_start_finds_a_first_that_has_no_bus(self):
+        desktop = self.desktop(bus=True)
+        desktop.start(DBUS_SESSION_BUS_ADDRESS="none:")
+        desktop.strip()
+        self.second_start(desktop)
+
+    def test_second_start_touches_no_file(self):
+        desktop, _ = self.with_strip()
+        def stamps():
+            return {path: path.lstat().st_mtime_ns for path in desktop.support.rglob("*")}
+        before = stamps()
+        self.second_start(desktop)
+        self.assertEqual(stamps(), before)
+
+    def test_start_after_a_crash_is_stopped_by_nothing_left_behind(self):
+        for bus in (False, True):
+            with self.subTest(bus=bus):
+                desktop, _ = self.with_strip(bus=bus)
+                desktop.supervisor.kill()
+                desktop.supervisor.wait()
+                wait_until("the strip is gone", lambda: not desktop.windows("^Varnhold, "))
+                desktop.start()
+                desktop.strip()
+                self.second_start(desktop)
+                desktop.end()
+                desktop.reset()
+
+    def assert_fleet_is_taken_down(self, desktop):
+        unloaded = [call.split("/")[-1] for call in desktop.calls("bootout")]
+        self.assertEqual(unloaded, [label_of(role) for role in FLEET])
+
+    def test_session_manager_that_ends_the_program_is_a_quit(self):
+        for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
+            with self.subTest(signal=number):
+                desktop, _ = self.with_strip()
+                desktop.supervisor.send_signal(number)
+                self.assertEqual(desktop.supervisor.wait(60), 0)
+                self.assert_fleet_is_taken_down(desktop)
+                desktop.end()
+                desktop.reset()
+
+    def test_display_that_goes_away_is_a_quit(self):
+        desktop, _ = self.with_strip()
+        desktop.screen.kill()
+        desktop.supervisor.wait(60)
+        self.assert_fleet_is_taken_down(desktop)
+
+
+if __name__ == "__main__":
+    if os.getpid() > 1000 or os.environ.get("XDG_RUNTIME_DIR") != "/tmp/runtime":
+        sys.exit("Only runs inside tests/system/in-sandbox: it starts and ends the supervisor.")
+    BUILD = sys.argv.pop(1)
+    unittest.main()

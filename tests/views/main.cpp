@@ -1,0 +1,38 @@
+// The views' tests run without a display, with fonts and colours of their own: what they see
+// doesn't depend on whose desktop they run on.
+
+#include <QApplication>
+#include <QFont>
+#include <QStyleFactory>
+#include <cstdio>
+#include <gmock/gmock.h>
+
+#include "views/colours.h"
+
+namespace {
+
+// The platform without a display says of much that it can't do it, which is what it is there for.
+void printUnlessExpected(QtMsgType, const QMessageLogContext&, const QString& message) {
+    if (!message.startsWith(QStringLiteral("This plugin does not support"))) {
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("FONTCONFIG_FILE", VIEWS_TESTS "/fonts.conf");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "none:");
+    for (const char* variable : {"DISPLAY", "QT_STYLE_OVERRIDE", "QT_FONT_DPI"}) {
+        qunsetenv(variable);
+    }
+    qInstallMessageHandler(printUnlessExpected);
+    ::testing::InitGoogleMock(&argc, argv);
+    QApplication app(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
+    QApplication::setPalette(varnhold::lightPalette());
+    return RUN_ALL_TESTS();
+}

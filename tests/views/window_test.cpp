@@ -1,0 +1,123 @@
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+
+#include "views/application_icon.h"
+#include "views/qt_presentation.h"
+#include "views/settings_window_view.h"
+#include "waiting.h"
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct ShownWindow {
+    std::vector<MainMenuAction> chosen;
+    int closings = 0;
+    SettingsWindowView window{mainMenus(),
+                              [this](MainMenuAction action) { chosen.push_back(action); },
+                              [this] { ++closings; }};
+
+    ShownWindow() {
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    [[nodiscard]] QAction* action(const QString& title) const {
+        for (QAction* each : window.findChildren<QAction*>()) {
+            if (each->text() == title) {
+                return each;
+            }
+        }
+        return nullptr;
+    }
+};
+
+TEST(Window, HasThreeMenusAndItsSize) {
+    const ShownWindow shown;
+    QStringList titles;
+    for (const QAction* menu : shown.window.menuBar()->actions()) {
+        titles.append(menu->text());
+    }
+    EXPECT_EQ(titles, (QStringList{QStringLiteral("Varnhold"), QStringLiteral("File"),
+                                   QStringLiteral("Edit")}));
+    EXPECT_EQ(shown.window.size(), QSize(1200, 850));
+    EXPECT_EQ(shown.window.windowTitle(), QStringLiteral("Varnhold"));
+}
+
+TEST(Window, ThePlainQuitKeyOnlyAsksForItToBePutAway) {
+    ShownWindow shown;
+    QTest::keyClick(&shown.window, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_THAT(shown.chosen, ElementsAre(MainMenuAction::closePrefsWindow));
+}
+
+TEST(Window, TheQuitKeyWithShiftEndsTheProgram) {
+    ShownWindow shown;
+    QTest::keyClick(&shown.window, Qt::Key_Q, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_THAT(shown.chosen, ElementsAre(MainMenuAction::terminate));
+}
+
+TEST(Window, ItsOtherKeysLeadToTheirActions) {
+    ShownWindow shown;
+    QTest::keyClick(&shown.window, Qt::Key_Comma, Qt::ControlModifier);
+    QTest::keyClick(&shown.window, Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_THAT(shown.chosen, ElementsAre(MainMenuAction::openModelSelector,
+                                          MainMenuAction::openManageCustomGroups));
+    QTest::keyClick(&shown.window, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(shown.closings, 1);
+    EXPECT_FALSE(shown.window.isVisible());
+}
+
+TEST(Window, IsKeptWhenItIsClosedAndShownAgain) {
+    ShownWindow shown;
+    shown.window.close();
+    EXPECT_EQ(shown.closings, 1);
+    shown.window.show();
+    EXPECT_TRUE(shown.window.isVisible());
+}
+
+TEST(Window, RedoHasShift) {
+    const ShownWindow shown;
+    ASSERT_NE(shown.action(QStringLiteral("Redo")), nullptr);
+    EXPECT_EQ(shown.action(QStringLiteral("Redo"))->shortcut(),
+              QKeySequence(QStringLiteral("Ctrl+Shift+Z")));
+    EXPECT_EQ(shown.action(QStringLiteral("Hide Others"))->shortcut(),
+              QKeySequence(QStringLiteral("Ctrl+Alt+H")));
+}
+
+TEST(Window, AskedForItsCustomGroupsWithNobodyThereToShowThemLosesTheRequest) {
+    QtPresentation presentation;
+    int closings = 0;
+    presentation.connect(
+        {.onMainMenuChosen = [](MainMenuAction) {}, .onWindowClosed = [&] { ++closings; }});
+    presentation.installMainMenu(mainMenus());
+    const auto window = presentation.createSettingsWindow();
+    window->presentCustomGroups();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(closings, 0);
+}
+
+TEST(ApplicationIcon, IsOursUntilTheUserPutsAnotherInItsPlace) {
+    QtPresentation presentation;
+    EXPECT_FALSE(defaultApplicationIcon().pixmap(64, 64).isNull());
+    EXPECT_FALSE(QApplication::windowIcon().pixmap(64, 64).isNull());
+    EXPECT_FALSE(presentation.setApplicationIcon("/nonexistent/icon.png"));
+    EXPECT_FALSE(QApplication::windowIcon().pixmap(64, 64).isNull());
+}
+
+TEST(ApplicationIcon, IsPaintedAtEverySize) {
+    for (const int side : {16, 22, 26, 32, 48, 64, 128, 256}) {
+        const QImage icon = defaultApplicationIcon().pixmap(QSize(side, side), qreal(1)).toImage();
+        EXPECT_EQ(icon.size(), QSize(side, side));
+        EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
+        EXPECT_EQ(icon.pixelColor(side / 2, side / 2).alpha(), 255);
+    }
+}
+
+} // namespace
+} // namespace varnhold::testing

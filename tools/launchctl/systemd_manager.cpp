@@ -1,0 +1,288 @@
+#include "launchctl/systemd_manager.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <string_view>
+#include <sys/wait.h>
+
+#include "base/unicode.h"
+#include "launchctl/label_name.h"
+#include "launchctl/unit_name.h"
+
+namespace varnhold::services {
+
+namespace {
+
+constexpr unsigned mostGenerations = 1000; // each is a former load with processes left behind
+
+// States of a unit in which its main process may be there.
+bool mayRun(const Unit& unit) {
+    constexpr std::array<std::string_view, 9> subs{"start",         "start-post",   "running",
+                                                   "reload",        "stop",         "reload-signal",
+                                                   "stop-watchdog", "stop-sigterm", "stop-sigkill"};
+    return std::find(subs.begin(), subs.end(), unit.sub) != subs.end();
+}
+
+int waitStatus(std::int64_t code, std::int64_t status) {
+    return static_cast<int>(code == CLD_EXITED ? status << 8 : status);
+}
+
+// A running unit is asked for its process; one that isn't, for the end of its last.
+void addQuestions(const Unit& unit, std::vector<Question>& questions) {
+    questions.push_back({unit.path, "MainPID"});
+    if (!mayRun(unit)) {
+        questions.push_back({unit.path, "ExecMainCode"});
+        questions.push_back({unit.path, "ExecMainStatus"});
+    }
+}
+
+// Takes the answers that belong to the unit, from `next` on.
+JobState stateOf(const Unit& unit, const JobFiles& files, const std::vector<Question>& questions,
+                 std::size_t& next) {
+    JobState state{.label = *labelOfUnit(unit.name)};
+    const std::int64_t process = questions[next++].answer;
+    std::int64_t code = 0;
+    std::int64_t status = 0;
+    if (!mayRun(unit)) {
+        code = questions[next++].answer;
+        status = questions[next++].answer;
+    }
+    if (files.isAtRest()) {
+        return state;
+    }
+    if (mayRun(unit) && process > 0) {
+        state.process = static_cast<pid_t>(process);
+    }
+    state.lastEnd = code != 0 ? waitStatus(code, status) : files.lastEnd().value_or(0);
+    return state;
+}
+
+} // namespace
+
+SystemdManager::SystemdManager(UserManager manager, std::string folder, std::string agentExec)
+    : manager_(std::move(manager)), store_(std::move(folder)), agentExec_(std::move(agentExec)) {}
+
+Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::string>& patterns) {
+    auto units = manager_.units(patterns);
+    if (!units) {
+        return failure(units.error());
+    }
+    const auto filesOf = [this](const Unit& unit) {
+        return store_.job(*nameOfLabel(*labelOfUnit(unit.name)));
+    };
+    std::erase_if(*units, [&](const Unit& unit) {
+        return !labelOfUnit(unit.name) || filesOf(unit).isLeaving();
+    });
+    std::vector<Question> questions;
+    for (const Unit& unit : *units) {
+        addQuestions(unit, questions);
+    }
+    if (const auto asked = manager_.ask(questions); !asked) {
+        return failure(asked.error());
+    }
+    std::vector<JobState> jobs;
+    std::size_t next = 0;
+    for (const Unit& unit : *units) {
+        jobs.push_back(stateOf(unit, filesOf(unit), questions, next));
+    }
+    std::sort(jobs.begin(), jobs.end(),
+              [](const JobState& a, const JobState& b) { return a.label < b.label; });
+    return jobs;
+}
+
+Result<std::vector<JobState>> SystemdManager::jobs() {
+    return states({patternOfAllUnits});
+}
+
+std::optional<JobState> SystemdManager::job(const std::string& label) {
+    const auto unit = unitOfLabel(label);
+    if (!unit) {
+        return std::nullopt;
+    }
+    const auto found = states({*unit, *patternOfGenerations(label)});
+    return found && !found->empty() ? std::optional(found->front()) : std::nullopt;
+}
+
+Result<PropertyList> SystemdManager::definition(const std::string& label) {
+    return nameOfLabel(label).and_then(
+        [this](const std::string& name) { return store_.job(name).definition(); });
+}
+
+Result<std::vector<Unit>> SystemdManager::unitsOf(const std::string& label) {
+    const auto unit = unitOfLabel(label);
+    return unit ? manager_.units({*unit, *patternOfGenerations(label)}) : failure(unit.error());
+}
+
+// None if the job isn't loaded, or is on its way out.
+Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const std::string& label) {
+    const auto name = nameOfLabel(label);
+    if (!name) {
+        return std::optional<Loaded>();
+    }
+    const auto units = unitsOf(label);
+    if (!units) {
+        return failure(units.error());
+    }
+    const JobFiles files = store_.job(*name);
+    if (units->empty() || files.isLeaving()) {
+        return std::optional<Loaded>();
+    }
+    return std::optional<Loaded>({units->front(), files});
+}
+
+Result<Outcome> SystemdManager::start(const PropertyList& list, const std::string& folder) {
+    if (folder.find('$') != std::string::npos) {
+        // It would be taken for a variable, and the way round that doesn't survive a reload.
+        return failure("a user manager can't be given a path with \"$\" in it: " + folder);
+    }
+    ServiceUnit unit{.description = unicode::isValidUtf8(list.label) ? list.label : folder,
+                     .before = {agentExec_, "--wait", folder},
+                     .main = {agentExec_, "--unit", folder},
+                     .after = {agentExec_, "--note", folder},
+                     .keepAlive = list.keepAlive};
+    for (unsigned generation = 0; generation < mostGenerations; ++generation) {
+        unit.name = unitOfLabel(list.label, generation).value();
+        const auto started = manager_.startTransient(unit);
+        if (!started) {
+            return failure(started.error());
+        }
+        if (*started == Reply::done) {
+            return Outcome::done;
+        }
+        // The manager may only now have read the wish of somebody who was killed meanwhile.
+        const auto units = unitsOf(list.label);
+        if (!units || !units->empty()) {
+            return units.map([](const auto&) { return Outcome::alreadyLoaded; });
+        }
+    }
+    return failure("too many former units of this job have left processes behind");
+}
+
+Result<Outcome> SystemdManager::bootstrap(const PropertyList& list, const std::string& content) {
+    const auto name = nameOfLabel(list.label);
+    if (!name) {
+        return failure(name.error());
+    }
+    auto outcome = bootstrapAlone(*name, list, content);
+    if (!outcome) {
+        takeDownIfEmpty();
+    }
+    return outcome;
+}
+
+Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const PropertyList& list,
+                                               const std::string& content) {
+    const auto locks = store_.lock(name);
+    if (!locks) {
+        return failure(locks.error());
+    }
+    const auto units = unitsOf(list.label);
+    if (!units) {
+        return failure(units.error());
+    }
+    const JobFiles files = store_.job(name);
+    if (!units->empty() && !files.isLeaving()) {
+        return Outcome::alreadyLoaded;
+    }
+    for (const Unit& unit : *units) { // somebody who unloaded it was killed half-way
+        if (const auto done = unload(unit, name); !done) {
+            return failure(done.error());
+        }
+    }
+    auto done = store_.make(name, content);
+    if (done && !list.runAtLoad && !list.keepAlive) {
+        done = files.putToRest();
+    }
+    auto outcome = done ? start(list, files.folder()) : failure(done.error());
+    if (!outcome) {
+        store_.remove(name);
+    }
+    return outcome;
+}
+
+Result<void> SystemdManager::unload(const Unit& unit, const std::string& name) {
+    store_.job(name).markLeaving();
+    const auto stopped = manager_.stop(unit.name);
+    if (!stopped) {
+        return failure(stopped.error());
+    }
+    // One that had to be killed would stay as a failure; one that is gone already has none.
+    static_cast<void>(manager_.forgetFailure(unit.name));
+    store_.remove(name);
+    return {};
+}
+
+Result<Outcome> SystemdManager::bootout(const std::string& label) {
+    const auto before = find(label);
+    if (!before || !*before) {
+        return before.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    const std::string name = *nameOfLabel(label);
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = store_.lock(name);
+    if (!locks) {
+        return failure(locks.error());
+    }
+    const auto loaded = find(label);
+    if (!loaded || !*loaded) {
+        return loaded.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    return unload((*loaded)->unit, name).map([] { return Outcome::done; });
+}
+
+Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
+    const auto before = find(label);
+    if (!before || !*before) {
+        return before.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    const TakeDownAtEnd atEnd{*this};
+    const auto locks = store_.lock(*nameOfLabel(label));
+    if (!locks) {
+        return failure(locks.error());
+    }
+    const auto loaded = find(label);
+    const auto state = job(label);
+    if (!loaded || !*loaded || !state) {
+        return loaded.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    if (state->process && !kill) {
+        return Outcome::done;
+    }
+    const JobFiles& files = (*loaded)->files;
+    const std::string& unit = (*loaded)->unit.name;
+    files.hurry();
+    auto done = state->process ? manager_.kill(unit, SIGKILL) : Result<Reply>(Reply::done);
+    const auto list = files.definition();
+    if (done && !(list && list->keepAlive)) {
+        files.wakeFromRest();
+        done = manager_.restart(unit); // nobody else would
+    }
+    return done.map([](Reply) { return Outcome::done; });
+}
+
+Result<Outcome> SystemdManager::stop(const std::string& label) {
+    const auto loaded = find(label);
+    if (!loaded || !*loaded) {
+        return loaded.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    if ((*loaded)->files.isAtRest()) {
+        return Outcome::done;
+    }
+    return manager_.kill((*loaded)->unit.name, SIGTERM).map([](Reply) { return Outcome::done; });
+}
+
+// After the last job no file of ours is to be left. Somebody else who is at work holds the tree's
+// lock, and looks by himself when he is done.
+void SystemdManager::takeDownIfEmpty() {
+    const auto alone = store_.tryAlone();
+    if (!alone) {
+        return;
+    }
+    const auto units = manager_.units({patternOfAllUnits});
+    if (units && units->empty()) {
+        store_.removeAll();
+    }
+}
+
+} // namespace varnhold::services

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+
+#include "launchctl/job_store.h"
+#include "launchctl/service_manager.h"
+#include "launchctl/user_manager.h"
+
+namespace varnhold::services {
+
+// Services under a systemd user manager.
+//
+// Each job is a transient unit that runs agent-exec on the job's folder, where a private copy of
+// its property list stands; the unit itself holds no more than that folder's path. A job is loaded
+// while its unit is in the manager's memory: running, waiting for its next start, or over. So
+// nothing survives the manager.
+class SystemdManager final : public ServiceManager {
+public:
+    // `folder`: the private runtime folder; made if it is missing.
+    SystemdManager(UserManager manager, std::string folder, std::string agentExec);
+
+    Result<std::vector<JobState>> jobs() override;
+    std::optional<JobState> job(const std::string& label) override;
+    Result<PropertyList> definition(const std::string& label) override;
+    Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
+    Result<Outcome> bootout(const std::string& label) override;
+    Result<Outcome> kickstart(const std::string& label, bool kill) override;
+    Result<Outcome> stop(const std::string& label) override;
+
+private:
+    // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
+    struct TakeDownAtEnd {
+        SystemdManager& manager;
+        ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
+    };
+
+    // A label's unit and the folder that belongs to it.
+    struct Loaded {
+        Unit unit;
+        JobFiles files;
+    };
+
+    [[nodiscard]] Result<std::vector<JobState>> states(const std::vector<std::string>& patterns);
+    [[nodiscard]] Result<std::vector<Unit>> unitsOf(const std::string& label);
+    [[nodiscard]] Result<std::optional<Loaded>> find(const std::string& label);
+    [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
+                                                 const std::string& content);
+    [[nodiscard]] Result<Outcome> start(const PropertyList& list, const std::string& folder);
+    [[nodiscard]] Result<void> unload(const Unit& unit, const std::string& name);
+    void takeDownIfEmpty();
+
+    UserManager manager_;
+    JobStore store_;
+    std::string agentExec_;
+};
+
+} // namespace varnhold::services

@@ -1,0 +1,277 @@
+#include "launchctl/user_manager.h"
+
+#include <chrono>
+#include <cstring>
+#include <set>
+#include <sys/stat.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+
+#include "launchctl/unit_message.h"
+
+namespace varnhold::services {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* service = "org.freedesktop.systemd1";
+constexpr const char* object = "/org/freedesktop/systemd1";
+constexpr const char* manager = "org.freedesktop.systemd1.Manager";
+constexpr std::chrono::microseconds jobLimit = 30s; // the exit timeout and a loaded machine
+
+struct BusDeleter {
+    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+};
+using Bus = std::unique_ptr<sd_bus, BusDeleter>;
+
+std::string reasonOf(int code) {
+    return std::string("the user manager doesn't answer: ") + std::strerror(-code); // NOLINT
+}
+
+bool isOwnSocket(const std::string& path) {
+    struct stat found {};
+    return ::stat(path.c_str(), &found) == 0 && S_ISSOCK(found.st_mode) &&
+           found.st_uid == ::getuid();
+}
+
+// An address keeps a few characters as they are and writes the others in hex.
+std::string addressOf(const std::string& path) {
+    constexpr std::string_view plain =
+        "-_/.*0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string out = "unix:path=";
+    for (const char c : path) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (plain.find(c) != std::string_view::npos) {
+            out += c;
+        } else {
+            out += {'%', digits[byte >> 4U], digits[byte & 15U]};
+        }
+    }
+    return out;
+}
+
+Bus open(const std::string& socket, bool isBus) {
+    sd_bus* raw = nullptr;
+    if (!isOwnSocket(socket) || sd_bus_new(&raw) < 0) {
+        return nullptr;
+    }
+    Bus bus(raw);
+    const bool started = sd_bus_set_address(raw, addressOf(socket).c_str()) >= 0 &&
+                         sd_bus_set_bus_client(raw, isBus ? 1 : 0) >= 0 &&
+                         sd_bus_set_trusted(raw, 1) >= 0 && sd_bus_start(raw) >= 0;
+    return started ? std::move(bus) : nullptr;
+}
+
+// Asking for a name's owner starts nobody, unlike a call to the name.
+bool hasManager(sd_bus* bus) {
+    Message reply;
+    return sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                              "org.freedesktop.DBus", "GetNameOwner", nullptr, reply.out(), "s",
+                              service) >= 0;
+}
+
+} // namespace
+
+struct UserManager::Connection {
+    Bus bus;
+    bool listens = false;
+    std::set<std::string> finished; // jobs that the manager has told the end of
+
+    static int onJobRemoved(sd_bus_message* message, void* self, sd_bus_error*) {
+        const char* path = nullptr;
+        if (sd_bus_message_read(message, "uoss", nullptr, &path, nullptr, nullptr) >= 0) {
+            static_cast<Connection*>(self)->finished.insert(path);
+        }
+        return 0;
+    }
+
+    // Must be sent before the first call that makes a job; their order on the wire is kept.
+    void listen() {
+        if (!listens) {
+            listens = true;
+            // Without a sender, which a connection that goes round the bus doesn't tell.
+            sd_bus_match_signal_async(bus.get(), nullptr, nullptr, object, manager, "JobRemoved",
+                                      onJobRemoved, nullptr, this);
+            sd_bus_call_method_async(bus.get(), nullptr, service, object, manager, "Subscribe",
+                                     nullptr, nullptr, nullptr);
+        }
+    }
+
+    Result<Message> newCall(const char* member) const {
+        Message message;
+        const int made = sd_bus_message_new_method_call(bus.get(), message.out(), service, object,
+                                                        manager, member);
+        if (made < 0) {
+            return failure(reasonOf(made));
+        }
+        sd_bus_message_set_auto_start(message.get(), 0);
+        return message;
+    }
+
+    // A reply, or none where there is no such unit or process, or one too many.
+    Result<Reply> call(const Message& message, Message& reply) const {
+        BusError error;
+        const int code = sd_bus_call(bus.get(), message.get(), 0, error.get(), reply.out());
+        if (code >= 0) {
+            return Reply::done;
+        }
+        if (error.is("org.freedesktop.systemd1.UnitExists")) {
+            return Reply::exists;
+        }
+        if (error.is("org.freedesktop.systemd1.NoSuchUnit") ||
+            error.is("org.freedesktop.systemd1.NoSuchProcess") ||
+            error.is("org.freedesktop.DBus.Error.UnixProcessIdUnknown")) {
+            return Reply::nothing;
+        }
+        return failure(error.message().empty() ? reasonOf(code) : error.message());
+    }
+
+    // For calls that make a job: waits until it has been worked off, however it went.
+    Result<Reply> callAndWait(const Message& message) {
+        Message reply;
+        const auto replied = call(message, reply);
+        const char* path = nullptr;
+        if (!replied || *replied != Reply::done ||
+            sd_bus_message_read(reply.get(), "o", &path) < 0) {
+            return replied;
+        }
+        const std::string job = path;
+        const auto end = std::chrono::steady_clock::now() + jobLimit;
+        while (!finished.contains(job)) {
+            const auto left = std::chrono::duration_cast<std::chrono::microseconds>(
+                end - std::chrono::steady_clock::now());
+            const int worked = sd_bus_process(bus.get(), nullptr);
+            if (worked < 0) {
+                return failure(reasonOf(worked));
+            }
+            if (left <= 0us) {
+                return failure("the user manager doesn't get done");
+            }
+            if (worked == 0) {
+                sd_bus_wait(bus.get(), static_cast<std::uint64_t>(left.count()));
+            }
+        }
+        return Reply::done;
+    }
+
+    Result<Reply> job(const char* member, const std::string& unit) {
+        listen();
+        const auto message = newCall(member);
+        if (!message) {
+            return failure(message.error());
+        }
+        sd_bus_message_append(message->get(), "ss", unit.c_str(), "replace");
+        return callAndWait(*message);
+    }
+};
+
+UserManager::UserManager(std::unique_ptr<Connection> connection)
+    : connection_(std::move(connection)) {}
+UserManager::UserManager(UserManager&&) noexcept = default;
+UserManager& UserManager::operator=(UserManager&&) noexcept = default;
+UserManager::~UserManager() = default;
+
+Result<UserManager> UserManager::connect(const std::string& runtimeFolder) {
+    auto connection = std::make_unique<Connection>();
+    connection->bus = open(runtimeFolder + "/bus", true);
+    if (!connection->bus || !hasManager(connection->bus.get())) {
+        // A bus that has crashed mustn't make a running fleet look gone.
+        connection->bus = open(runtimeFolder + "/systemd/private", false);
+    }
+    if (!connection->bus) {
+        return failure("no user manager answers");
+    }
+    return UserManager(std::move(connection));
+}
+
+Result<std::vector<Unit>> UserManager::units(const std::vector<std::string>& patterns) {
+    const auto message = connection_->newCall("ListUnitsByPatterns");
+    if (!message) {
+        return failure(message.error());
+    }
+    appendTexts(*message, {"active", "activating", "deactivating", "failed", "reloading"});
+    appendTexts(*message, patterns);
+    Message reply;
+    if (const auto replied = connection_->call(*message, reply); !replied) {
+        return failure(replied.error());
+    }
+    return readUnits(reply);
+}
+
+Result<void> UserManager::ask(std::vector<Question>& questions) {
+    std::size_t open = questions.size();
+    struct Pending {
+        Question* question;
+        std::size_t* open;
+    };
+    const auto onReply = [](sd_bus_message* reply, void* data, sd_bus_error*) {
+        const auto* pending = static_cast<Pending*>(data);
+        --*pending->open;
+        readNumber(reply, pending->question->answer);
+        return 0;
+    };
+    std::vector<Pending> pending;
+    pending.reserve(questions.size());
+    for (Question& question : questions) {
+        pending.push_back({&question, &open});
+        const int sent = sd_bus_call_method_async(
+            connection_->bus.get(), nullptr, service, question.path.c_str(),
+            "org.freedesktop.DBus.Properties", "Get", onReply, &pending.back(), "ss",
+            "org.freedesktop.systemd1.Service", question.property.c_str());
+        if (sent < 0) {
+            return failure(reasonOf(sent));
+        }
+    }
+    while (open > 0) {
+        const int worked = sd_bus_process(connection_->bus.get(), nullptr);
+        if (worked < 0) {
+            return failure(reasonOf(worked));
+        }
+        if (worked == 0) {
+            sd_bus_wait(connection_->bus.get(), UINT64_MAX);
+        }
+    }
+    return {};
+}
+
+Result<Reply> UserManager::startTransient(const ServiceUnit& unit) {
+    connection_->listen();
+    const auto message = connection_->newCall("StartTransientUnit");
+    if (!message) {
+        return failure(message.error());
+    }
+    appendTransientUnit(*message, unit);
+    return connection_->callAndWait(*message);
+}
+
+Result<Reply> UserManager::restart(const std::string& unit) {
+    return connection_->job("RestartUnit", unit);
+}
+
+Result<Reply> UserManager::stop(const std::string& unit) {
+    return connection_->job("StopUnit", unit);
+}
+
+Result<Reply> UserManager::kill(const std::string& unit, int signal) {
+    const auto message = connection_->newCall("KillUnit");
+    if (!message) {
+        return failure(message.error());
+    }
+    sd_bus_message_append(message->get(), "ssi", unit.c_str(), "main", signal);
+    Message reply;
+    return connection_->call(*message, reply);
+}
+
+Result<Reply> UserManager::forgetFailure(const std::string& unit) {
+    const auto message = connection_->newCall("ResetFailedUnit");
+    if (!message) {
+        return failure(message.error());
+    }
+    sd_bus_message_append(message->get(), "s", unit.c_str());
+    Message reply;
+    return connection_->call(*message, reply);
+}
+
+} // namespace varnhold::services

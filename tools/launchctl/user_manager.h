@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/result.h"
+
+struct sd_bus;
+
+namespace varnhold::services {
+
+// A unit in the memory of a systemd user manager.
+struct Unit {
+    std::string name;
+    std::string active; // "active", "activating", "deactivating", "failed"
+    std::string sub;
+    std::string path; // its object on the bus
+};
+
+// One number asked of a service.
+struct Question {
+    std::string path;
+    std::string property;
+    std::int64_t answer = 0; // stays as it is if the unit has gone meanwhile
+};
+
+// What makes up a unit of ours.
+struct ServiceUnit {
+    std::string name;
+    std::string description;
+    std::vector<std::string> before; // command that runs before the main process
+    std::vector<std::string> main;
+    std::vector<std::string> after; // command that runs after the main process has ended
+    bool keepAlive = true;
+};
+
+enum class Reply {
+    done,
+    exists,  // there is a unit of this name
+    nothing, // there is no such unit or process
+};
+
+// A systemd user manager, asked over its bus (sd-bus). Calls block; a failure is one of the
+// connection, with its reason.
+class UserManager final {
+public:
+    // The manager that serves the user whose runtime folder this is. Fails where none answers;
+    // never starts one.
+    [[nodiscard]] static Result<UserManager> connect(const std::string& runtimeFolder);
+
+    UserManager(UserManager&&) noexcept;
+    UserManager& operator=(UserManager&&) noexcept;
+    ~UserManager();
+
+    // Units that are loaded and not simply inactive.
+    [[nodiscard]] Result<std::vector<Unit>> units(const std::vector<std::string>& patterns);
+    // Sends all questions before it awaits the first answer.
+    [[nodiscard]] Result<void> ask(std::vector<Question>& questions);
+
+    // Each of these returns when the manager has finished what it was told.
+    [[nodiscard]] Result<Reply> startTransient(const ServiceUnit& unit);
+    [[nodiscard]] Result<Reply> restart(const std::string& unit);
+    [[nodiscard]] Result<Reply> stop(const std::string& unit);
+
+    // A signal to the main process alone.
+    [[nodiscard]] Result<Reply> kill(const std::string& unit, int signal);
+    [[nodiscard]] Result<Reply> forgetFailure(const std::string& unit);
+
+private:
+    struct Connection;
+    explicit UserManager(std::unique_ptr<Connection> connection);
+
+    std::unique_ptr<Connection> connection_;
+};
+
+} // namespace varnhold::services
