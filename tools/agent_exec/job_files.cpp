@@ -28,6 +28,10 @@ std::optional<std::int64_t> readNumber(const std::string& path) {
     return text ? text::parseInteger(*text) : std::nullopt;
 }
 
+// As in s6: a file that holds the number of the descriptor on which a job says that it is up.
+constexpr const char* readyFile = "notification-fd";
+constexpr const char* readyDescriptor = "3";
+
 } // namespace
 
 Result<PropertyList> JobFiles::definition() const {
@@ -94,6 +98,18 @@ bool JobFiles::waitUnlessHurried(std::chrono::nanoseconds duration) const {
     }
     forgetHurry();
     return hurried;
+}
+
+Result<void> JobFiles::askToListen() const {
+    return files::writeInPlace(at(readyFile), readyDescriptor);
+}
+
+void JobFiles::tellReady() const {
+    if (const auto descriptor = readNumber(at(readyFile))) {
+        // Nobody listens where a person runs this by hand, and then nothing is lost.
+        static_cast<void>(!::write(static_cast<int>(*descriptor), "\n", 1));
+        ::close(static_cast<int>(*descriptor));
+    }
 }
 
 bool JobFiles::isAtRest() const {

@@ -53,6 +53,11 @@ public:
     // The pipe through which a hurry reaches a wait that has begun.
     [[nodiscard]] Result<void> makeWakePipe() const;
 
+    // A supervisor that is asked to listen learns that its job is up. Without that it would pause
+    // for a second before it starts the job again, however long it had been running.
+    [[nodiscard]] Result<void> askToListen() const;
+    void tellReady() const;
+
 private:
     [[nodiscard]] std::string at(const char* name) const { return folder_ + "/" + name; }
 

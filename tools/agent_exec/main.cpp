@@ -38,6 +38,7 @@ int start(const JobFiles& job) {
         std::fprintf(stderr, "agent-exec: %s\n", definition.error().c_str());
         return cannotSpawn;
     }
+    job.tellReady();
     return becomeAgent(*definition);
 }
 

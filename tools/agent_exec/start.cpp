@@ -1,7 +1,6 @@
 #include "agent_exec/start.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -10,6 +9,8 @@
 #include <system_error>
 #include <unistd.h>
 #include <vector>
+
+#include "agent_exec/signals.h"
 
 namespace varnhold::services {
 
@@ -26,25 +27,18 @@ int refuse(const std::string& what) {
 }
 
 void openLog(const std::string& path, int target) {
-    int log =
-        path.empty() ? -1 : ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY, logMode);
+    // Without O_NONBLOCK a pipe that nobody reads would keep the agent waiting here for ever.
+    constexpr int way = O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY | O_NONBLOCK;
+    int log = path.empty() ? -1 : ::open(path.c_str(), way, logMode);
     if (log < 0) {
         log = ::open("/dev/null", O_WRONLY);
+    } else {
+        ::fcntl(log, F_SETFL, O_APPEND);
     }
     if (log >= 0 && log != target) {
         ::dup2(log, target);
         ::close(log);
     }
-}
-
-// A manager may have blocked or ignored signals, and both would be inherited.
-void resetSignals() {
-    for (int number = 1; number < NSIG; ++number) {
-        std::signal(number, SIG_DFL);
-    }
-    sigset_t none{};
-    ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr); // NOLINT(concurrency-mt-unsafe): one thread
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {

@@ -58,6 +58,10 @@ Result<JobStore::Locks> JobStore::lock(const std::string& name) const {
     return Locks{*std::move(tree), *std::move(label)};
 }
 
+std::optional<FileLock> JobStore::tryLock(const std::string& name) const {
+    return FileLock::tryExclusive(folder_ + "/locks/" + name);
+}
+
 std::optional<FileLock> JobStore::tryAlone() const {
     return FileLock::tryExclusive(folder_ + "/lock");
 }

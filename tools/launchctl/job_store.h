@@ -28,6 +28,8 @@ public:
     // Waits for whoever changes this job. The runtime folder is made if it is missing, and refused
     // if others could look into it.
     [[nodiscard]] Result<Locks> lock(const std::string& name) const;
+    // None if somebody else changes this job. The tree's lock must be held.
+    [[nodiscard]] std::optional<FileLock> tryLock(const std::string& name) const;
     // The tree for oneself alone; none if somebody else is at work.
     [[nodiscard]] std::optional<FileLock> tryAlone() const;
 

@@ -1,7 +1,8 @@
 #include "launchctl/label_name.h"
 
-#include <algorithm>
 #include <charconv>
+
+#include "base/unicode.h"
 
 namespace varnhold::services {
 
@@ -13,8 +14,19 @@ constexpr std::size_t longestName = 224;
 constexpr std::size_t longestEscape = 4; // "\\x20" in a unit's name
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < 0x20 || static_cast<unsigned char>(c) == 0x7F;
+// Also what some readers take for a line break or a control character beyond ASCII: U+0080 to
+// U+009F, U+2028 and U+2029.
+bool holdsControl(std::string_view label) {
+    for (std::size_t i = 0; i < label.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(label[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < label.size() ? label[i + 1] : 0);
+        const std::string_view rest = label.substr(i);
+        if (byte < 0x20 || byte == 0x7F || (byte == 0xC2 && next < 0xA0) ||
+            rest.starts_with("\xE2\x80\xA8") || rest.starts_with("\xE2\x80\xA9")) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool standsForItself(char c, bool first) {
@@ -28,7 +40,11 @@ Result<std::string> nameOfLabel(std::string_view label) {
     if (label.empty()) {
         return failure("a label can't be empty");
     }
-    if (std::any_of(label.begin(), label.end(), isControl)) {
+    // One such label would make a whole listing unreadable.
+    if (!unicode::isValidUtf8(label)) {
+        return failure("a label must be text in UTF-8");
+    }
+    if (holdsControl(label)) {
         return failure("a label can't hold control characters");
     }
     std::string name;

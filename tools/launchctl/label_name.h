@@ -10,8 +10,8 @@
 namespace varnhold::services {
 
 // Letters, digits, "-", "_" and inner dots stand for themselves, every other byte for "%" and two
-// hex digits. Refuses an empty label, one with control characters, which could forge rows of a
-// listing, and one whose name would be too long.
+// hex digits. Refuses an empty label, one with control characters or that isn't UTF-8, which could
+// forge rows of a listing or spoil it, and one whose name would be too long.
 [[nodiscard]] Result<std::string> nameOfLabel(std::string_view label);
 
 // None for a name that no label has.

@@ -1,11 +1,42 @@
 #include "launchctl/launchctl.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
 #include "base/files.h"
 #include "launchctl/listing.h"
 
 namespace varnhold::services {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+// The path itself, or if it is a folder, the property lists in it by name.
+std::vector<std::string> propertyListsAt(const std::string& path) {
+    if (!files::isDirectory(path)) {
+        return {path};
+    }
+    std::vector<std::string> lists;
+    std::error_code unreadable; // holds no list for us
+    for (const auto& entry : fs::directory_iterator(path, unreadable)) {
+        if (entry.path().extension() == ".plist") {
+            lists.push_back(entry.path().string());
+        }
+    }
+    std::sort(lists.begin(), lists.end());
+    return lists;
+}
+
+// Of a pipe or a device there may be no end.
+Result<std::string> readPropertyList(const std::string& path) {
+    std::error_code error;
+    if (files::exists(path) && !fs::is_regular_file(path, error)) {
+        return failure("not a file");
+    }
+    return files::read(path);
+}
 
 class Performer {
 public:
@@ -47,8 +78,10 @@ public:
         }
         int first = exitDone;
         for (const std::string& path : command.paths) {
-            const int code = bootstrap(path);
-            first = first == exitDone ? code : first;
+            for (const std::string& file : propertyListsAt(path)) {
+                const int code = bootstrap(file);
+                first = first == exitDone ? code : first;
+            }
         }
         return first;
     }
@@ -88,26 +121,21 @@ public:
 
 private:
     int bootstrap(const std::string& path) {
-        const Result<std::string> content = files::read(path);
+        const Result<std::string> content = readPropertyList(path);
         const Result<PropertyList> list =
             content ? decodePropertyList(*content) : failure(content.error());
-        if (!list) {
-            error_ << "Bootstrap failed: 5: Input/output error\n"
-                   << path << ": " << list.error() << "\n";
-            return exitInputOutput;
+        const Result<Outcome> outcome =
+            list ? manager_.bootstrap(*list, *content) : failure(list.error());
+        if (outcome == Outcome::done) {
+            return exitDone;
         }
-        const auto outcome = manager_.bootstrap(*list, *content);
-        if (!outcome) {
-            error_ << "Bootstrap failed: 5: Input/output error\n"
-                   << path << ": " << outcome.error() << "\n";
-            return exitInputOutput;
+        error_ << "Bootstrap failed: 5: Input/output error\n";
+        if (outcome) {
+            error_ << "Try re-running the command as root for richer errors.\n";
+        } else {
+            error_ << path << ": " << outcome.error() << "\n";
         }
-        if (*outcome == Outcome::alreadyLoaded) {
-            error_ << "Bootstrap failed: 5: Input/output error\n"
-                      "Try re-running the command as root for richer errors.\n";
-            return exitInputOutput;
-        }
-        return exitDone;
+        return exitInputOutput;
     }
 
     int unavailable(const std::string& reason) {

@@ -3,13 +3,16 @@
 #include <string_view>
 #include <sys/wait.h>
 
+#include "base/unicode.h"
+
 namespace varnhold::services {
 
 namespace {
 
 std::string quoted(std::string_view text) {
     std::string out = "\"";
-    for (const char c : text) {
+    // A reader that finds anything but UTF-8 gives up the whole listing.
+    for (const char c : unicode::repaired(text)) {
         switch (c) {
         case '"':
             out += "\\\"";

@@ -12,6 +12,8 @@ int main(int argc, char** argv) {
     using namespace varnhold;
     // A pipe whose reader has just ended is an error to be told, not an end of this program.
     std::signal(SIGPIPE, SIG_IGN);
+    // A caller that ignores it hands that down, and then nobody can wait for a child.
+    std::signal(SIGCHLD, SIG_DFL);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto command = services::parseCommandLine(arguments);
     if (!command) {

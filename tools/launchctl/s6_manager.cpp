@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -14,13 +12,13 @@ extern "C" {
 
 #include "base/files.h"
 #include "launchctl/label_name.h"
+#include "launchctl/process_handle.h"
 #include "launchctl/waiting.h"
 
 namespace varnhold::services {
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 // An agent that ignores a polite end is killed after this; longer would hold up Quit.
@@ -50,43 +48,27 @@ Result<void> writeScript(const std::string& path, const std::string& command) {
         });
 }
 
-bool linkExists(const std::string& path) {
-    struct stat found {};
-    return ::lstat(path.c_str(), &found) == 0;
-}
-
-bool isSupervised(const std::string& folder) {
-    return s6_svc_ok(folder.c_str()) > 0;
-}
-
 } // namespace
 
 S6Manager::S6Manager(std::string folder, std::string agentExec)
     : store_(std::move(folder)),
       agentExec_(std::move(agentExec)),
-      scanner_(store_.folder() + "/scan") {}
+      tree_(store_.folder()),
+      scanner_(tree_.scanFolder()) {}
 
-std::string S6Manager::link(const std::string& name) const {
-    return scanner_.folder() + "/" + name;
-}
-
-std::vector<std::string> S6Manager::linkedNames() const {
-    std::vector<std::string> names;
-    std::error_code error; // without the folder there are none
-    for (const auto& entry : fs::directory_iterator(scanner_.folder(), error)) {
-        std::string name = entry.path().filename().string();
-        if (labelOfName(name)) {
-            names.push_back(std::move(name));
-        }
-    }
-    return names;
-}
-
-// A supervisor that has been killed is replaced within a second as long as the scanner runs, and
-// one whose scanner has been killed works on; only with neither is the job gone.
+// A supervisor that has been killed is replaced within a second as long as the scanner runs and
+// sees the job, and one whose scanner has been killed works on. A job that never had a supervisor
+// is one that somebody is about to load, or was when he was killed.
 bool S6Manager::isLoaded(const std::string& name) const {
-    return linkExists(link(name)) &&
-           (isSupervised(store_.job(name).folder()) || scanner_.isRunning());
+    switch (tree_.linkOf(name)) {
+    case S6Tree::Link::none:
+        return false;
+    case S6Tree::Link::outOfSight:
+        return tree_.isSupervised(name);
+    case S6Tree::Link::inSight:
+        break;
+    }
+    return tree_.isSupervised(name) || (scanner_.isRunning() && tree_.wasSupervised(name));
 }
 
 JobState S6Manager::state(const std::string& name, const std::string& label) const {
@@ -94,7 +76,7 @@ JobState S6Manager::state(const std::string& name, const std::string& label) con
     const JobFiles files = store_.job(name);
     s6_svstatus_t status = S6_SVSTATUS_ZERO;
     const bool known =
-        isSupervised(files.folder()) && s6_svstatus_read(files.folder().c_str(), &status) != 0;
+        tree_.isSupervised(name) && s6_svstatus_read(files.folder().c_str(), &status) != 0;
     // While it finishes, the process it tells of is the one that waits for the next start.
     if (known && status.pid != 0 && status.flagfinishing == 0) {
         job.process = status.pid;
@@ -106,9 +88,9 @@ JobState S6Manager::state(const std::string& name, const std::string& label) con
 
 Result<std::vector<JobState>> S6Manager::jobs() {
     std::vector<JobState> jobs;
-    for (const std::string& name : linkedNames()) {
+    for (const std::string& name : tree_.linkedJobs()) {
         if (isLoaded(name)) {
-            jobs.push_back(state(name, *labelOfName(name)));
+            jobs.push_back(state(name, labelOfName(name).value()));
         }
     }
     std::sort(jobs.begin(), jobs.end(),
@@ -117,7 +99,7 @@ Result<std::vector<JobState>> S6Manager::jobs() {
 }
 
 bool S6Manager::hasJobs() const {
-    const auto names = linkedNames();
+    const auto names = tree_.linkedJobs();
     return std::any_of(names.begin(), names.end(),
                        [this](const std::string& name) { return isLoaded(name); });
 }
@@ -154,37 +136,50 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", exitTimeout); });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-finish", "0"); }); // no limit
+    then([&] { return job.askToListen(); });
     then([&] { return starts ? Result<void>() : files::writeInPlace(job.folder() + "/down", ""); });
     return done;
 }
 
-// A scanner that is about to start would bring back whatever a killed session has left linked.
-void S6Manager::forgetFormerJobs() const {
-    for (const std::string& name : linkedNames()) {
-        if (!isSupervised(store_.job(name).folder())) {
-            ::unlink(link(name).c_str());
+// Ends what a tool that was killed half-way has left: jobs that it hadn't quite loaded or had half
+// forgotten. Whoever is still at work on a job holds its lock. Doesn't wait for agents to end.
+void S6Manager::tidyUp() const {
+    for (const std::string& name : tree_.allJobs()) {
+        const auto alone = isLoaded(name) ? std::nullopt : store_.tryLock(name);
+        if (!alone || isLoaded(name)) {
+            continue;
+        }
+        tree_.unlink(name);
+        if (tree_.isSupervised(name)) {
+            tellToEnd(name);
+        } else {
+            tree_.remove(name); // or else by whoever tidies up next
         }
     }
 }
 
-Result<void> S6Manager::load(const std::string& name, bool starts) const {
-    {
-        const auto alone =
-            FileLock::take(store_.folder() + "/scanner-lock", FileLock::Kind::exclusive);
-        if (alone && !scanner_.isRunning()) {
-            forgetFormerJobs();
-        }
-        auto started = alone ? scanner_.start() : failure(alone.error());
-        if (!started) {
-            return started;
-        }
+Result<void> S6Manager::startScanner() const {
+    const auto alone = FileLock::take(store_.folder() + "/scanner-lock", FileLock::Kind::exclusive);
+    if (!alone) {
+        return failure(alone.error());
     }
-    if (::symlink(("../jobs/" + name).c_str(), link(name).c_str()) != 0) {
-        return failure(systemError(link(name)));
+    if (scanner_.isRunning()) {
+        return {};
+    }
+    for (const std::string& name : tree_.linkedJobs()) {
+        tree_.hide(name);
+    }
+    return scanner_.start();
+}
+
+Result<void> S6Manager::load(const std::string& name, bool starts) const {
+    auto linked = startScanner().and_then([&] { return tree_.link(name); });
+    if (!linked) {
+        return linked;
     }
     scanner_.rescan();
-    const std::string folder = store_.job(name).folder();
-    if (!waitUntil(supervisorLimit, [&] { return isSupervised(folder); })) {
+    const std::string folder = tree_.jobFolder(name);
+    if (!waitUntil(supervisorLimit, [&] { return tree_.isSupervised(name); })) {
         return failure("s6-supervise can't be started");
     }
     // Whoever asks right after us should see the agent that we started.
@@ -211,11 +206,10 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
     if (isLoaded(*name)) {
         return Outcome::alreadyLoaded;
     }
-    ::unlink(link(*name).c_str()); // of a session that has ended
-    auto done = writeJob(*name, list, content);
-    if (done) {
-        done = load(*name, list.runAtLoad || list.keepAlive);
-    }
+    tidyUp();                 // or the scanner would bring up what is found there
+    auto done = unload(*name) // what a session that has ended or a tool that was killed has left
+                    .and_then([&] { return writeJob(*name, list, content); })
+                    .and_then([&] { return load(*name, list.runAtLoad || list.keepAlive); });
     if (!done) {
         static_cast<void>(unload(*name)); // the first failure is the one to tell
         return failure(done.error());
@@ -223,29 +217,37 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
     return Outcome::done;
 }
 
-void S6Manager::command(const std::string& name, const char* letters) const {
-    s6_svc_writectl(store_.job(name).folder().c_str(), S6_SUPERVISE_CTLDIR, letters,
-                    std::strlen(letters));
+// The order first and the wake-up then: the other way round, a job that is woken from its wait
+// could start its agent once more before it is told to end.
+void S6Manager::tellToEnd(const std::string& name) const {
+    tree_.command(name, "dx");
+    store_.job(name).hurry();
 }
 
+// Once more if a supervisor came up while the folder went.
 Result<void> S6Manager::unload(const std::string& name) const {
-    const JobFiles job = store_.job(name);
-    // First out of the scanner's sight, or it would replace the supervisor that ends.
-    ::unlink(link(name).c_str());
-    scanner_.rescan();
-    job.hurry();
-    command(name, "dx");
-    const bool gone = waitUntil(unloadLimit, [&] { return !isSupervised(job.folder()); });
-    if (!gone) {
-        return failure("s6-supervise doesn't end");
+    if (tree_.linkOf(name) != S6Tree::Link::none) {
+        // First out of the scanner's sight, or it would replace the supervisor that ends.
+        tree_.unlink(name);
+        scanner_.rescan();
     }
-    store_.remove(name);
-    return {};
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        if (tree_.isSupervised(name)) {
+            tellToEnd(name);
+        }
+        if (!waitUntil(unloadLimit, [&] { return !tree_.isSupervised(name); })) {
+            return failure("s6-supervise doesn't end");
+        }
+        if (tree_.remove(name)) {
+            return {};
+        }
+    }
+    return failure(tree_.jobFolder(name) + " can't be removed");
 }
 
 Result<Outcome> S6Manager::bootout(const std::string& label) {
     const auto name = nameOfLabel(label);
-    if (!name || !linkExists(link(*name))) {
+    if (!name || tree_.linkOf(*name) == S6Tree::Link::none) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
@@ -256,12 +258,15 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
     if (!isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    return unload(*name).map([] { return Outcome::done; });
+    if (const auto done = unload(*name); !done) {
+        return failure(done.error());
+    }
+    return Outcome::done;
 }
 
 Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     const auto name = nameOfLabel(label);
-    if (!name || !linkExists(link(*name))) {
+    if (!name || tree_.linkOf(*name) == S6Tree::Link::none) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
@@ -272,12 +277,22 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     if (!isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    const bool running = state(*name, label).process.has_value();
+    const auto running = state(*name, label).process;
     if (running && !kill) {
         return Outcome::done;
     }
-    store_.job(*name).hurry();
-    command(*name, running ? "ku" : "u");
+    const JobFiles job = store_.job(*name);
+    if (running) {
+        const ProcessHandle agent(*running);
+        const bool same = state(*name, label).process == running;
+        job.hurry();
+        if (same) { // and not a new one, which is what was asked for
+            agent.kill();
+        }
+    } else {
+        job.hurry();
+    }
+    tree_.command(*name, "u");
     return Outcome::done;
 }
 
@@ -286,7 +301,7 @@ Result<Outcome> S6Manager::stop(const std::string& label) {
     if (!name || !isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    command(*name, "t");
+    tree_.command(*name, "t");
     return Outcome::done;
 }
 
@@ -294,7 +309,19 @@ Result<Outcome> S6Manager::stop(const std::string& label) {
 // tree's lock, and looks by himself when he is done.
 void S6Manager::takeDownIfEmpty() const {
     const auto alone = store_.tryAlone();
-    if (alone && linkedNames().empty() && scanner_.stop()) {
+    if (!alone) {
+        return;
+    }
+    tidyUp();
+    if (!tree_.linkedJobs().empty()) {
+        return;
+    }
+    for (const std::string& name : tree_.allJobs()) {
+        if (!unload(name)) {
+            return; // its agent can't be ended; the next tool tries again
+        }
+    }
+    if (scanner_.stop()) {
         store_.removeAll();
     }
 }

@@ -4,6 +4,7 @@
 
 #include "launchctl/job_store.h"
 #include "launchctl/s6_scanner.h"
+#include "launchctl/s6_tree.h"
 #include "launchctl/service_manager.h"
 
 namespace varnhold::services {
@@ -37,20 +38,20 @@ private:
         ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
     };
 
-    [[nodiscard]] std::string link(const std::string& name) const;
-    [[nodiscard]] std::vector<std::string> linkedNames() const;
     [[nodiscard]] bool isLoaded(const std::string& name) const;
     [[nodiscard]] JobState state(const std::string& name, const std::string& label) const;
     [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
                                         const std::string& content) const;
-    void forgetFormerJobs() const;
+    void tidyUp() const;
+    [[nodiscard]] Result<void> startScanner() const;
     [[nodiscard]] Result<void> load(const std::string& name, bool starts) const;
     [[nodiscard]] Result<void> unload(const std::string& name) const;
-    void command(const std::string& name, const char* letters) const;
+    void tellToEnd(const std::string& name) const;
     void takeDownIfEmpty() const;
 
     JobStore store_;
     std::string agentExec_;
+    S6Tree tree_;
     S6Scanner scanner_;
 };
 

@@ -1,7 +1,6 @@
 #include "launchctl/s6_scanner.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -14,6 +13,7 @@ extern "C" {
 #include <s6/supervise.h>
 }
 
+#include "agent_exec/signals.h"
 #include "launchctl/waiting.h"
 
 namespace varnhold::services {
@@ -26,9 +26,10 @@ constexpr auto startLimit = 10s;
 constexpr auto stopLimit = 10s;
 constexpr const char* mostServices = "10000"; // far above any fleet; the default of 500 isn't
 
-// In the grandchild: no terminal, no folder, no descriptor and no variable of the caller's is left.
+// In the grandchild: no terminal, no folder, no descriptor, no variable and no way with signals of
+// the caller's is left.
 [[noreturn]] void becomeScanner(const char* folder) {
-    std::signal(SIGPIPE, SIG_DFL);
+    resetSignals();
     const int null = ::open("/dev/null", O_RDWR);
     for (int target = 0; target <= 2; ++target) {
         ::dup2(null, target);
@@ -90,7 +91,7 @@ void S6Scanner::command(const char* letters) const {
 }
 
 void S6Scanner::rescan() const {
-    command("an");
+    command("a");
 }
 
 Result<void> S6Scanner::stop() const {

@@ -22,7 +22,7 @@ public:
     [[nodiscard]] Result<void> start() const;
 
     // Makes it look at its folder again: a link that is new gets a supervisor, and the supervisor
-    // of one that is gone is told to end.
+    // of one that is gone is not replaced any more when it ends.
     void rescan() const;
 
     // Ends it and returns when it is gone. Jobs must have been unlinked before.

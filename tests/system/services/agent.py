@@ -3,8 +3,9 @@
     agent.py FOLDER [ANYTHING...]
 
 Each start adds a line to FOLDER/starts. Files in the folder ask for more: "exit" with a code and
-"signal" with a number end it at once, "ignore-term" makes it deaf to a polite end, "exit-on-term" with
-a code makes it end with that, and "leave-child" makes it start a child in a session of its own.
+"signal" with a number end it at once, "ignore-term" makes it deaf to a polite end, "note-term" makes it
+add a line to FOLDER/terms for each one instead, "exit-on-term" with a code makes it end with that, and
+"leave-child" makes it start a child in a session of its own.
 """
 
 import json
@@ -42,6 +43,12 @@ def process_status(name):
     return None
 
 
+def note(name, line):
+    notes = os.open(FOLDER / name, os.O_WRONLY | os.O_CREAT | os.O_APPEND, 0o600)
+    os.write(notes, line)
+    os.close(notes)
+
+
 def surroundings():
     # As it was handed over: the interpreter adds to its own environment.
     entries = pathlib.Path("/proc/self/environ").read_bytes().split(b"\0")
@@ -65,15 +72,15 @@ def main():
     start = surroundings()
     if asked("ignore-term") is not None:
         signal.signal(signal.SIGTERM, signal.SIG_IGN)
+    elif asked("note-term") is not None:
+        signal.signal(signal.SIGTERM, lambda *_: note("terms", b"asked to end\n"))
     elif (last := asked("exit-on-term")) is not None:
         signal.signal(signal.SIGTERM, lambda *_: os._exit(int(last)))
     if asked("leave-child") is not None:
         child = subprocess.Popen(["/bin/sleep", "1000"], start_new_session=True)
         start["child"] = child.pid
     line = json.dumps(start).encode() + b"\n"
-    notes = os.open(FOLDER / "starts", os.O_WRONLY | os.O_CREAT | os.O_APPEND, 0o600)
-    os.write(notes, line)
-    os.close(notes)
+    note("starts", line)
     print(f"started as {start['pid']}", flush=True)
     print("trouble", file=sys.stderr, flush=True)
     if (number := asked("signal")) is not None:

@@ -164,6 +164,16 @@ class ContentsTest(ServicesCase):
                 self.assertEqual(job.starts()[0]["descriptors"]["1"], "/dev/null")
                 self.assertEqual(self.bootout(job), SILENT)
 
+    def test_a_log_that_is_a_pipe_keeps_no_agent_waiting(self):
+        pipe = pathlib.Path(os.environ["HOME"]) / "pipe"
+        os.mkfifo(pipe)
+        job = self.load(StandardOutPath=str(pipe), StandardErrorPath=str(pipe))
+        self.assertEqual(job.starts()[0]["descriptors"]["1"], "/dev/null")
+        self.assertEqual(self.bootout(job), SILENT)
+        reader = os.open(pipe, os.O_RDONLY | os.O_NONBLOCK)
+        job = self.load(StandardOutPath=str(pipe), StandardErrorPath="")
+        self.assertEqual(os.read(reader, 100).decode(), f"started as {self.row(job)[0]}\n")
+
     # -- secrets ----------------------------------------------------------------------------------
 
     def test_secrets_stand_in_no_command_line_and_in_no_environment_but_the_agents(self):

@@ -6,6 +6,8 @@
 #include <set>
 #include <string>
 
+#include "random_label.h"
+
 namespace varnhold::services {
 namespace {
 
@@ -25,7 +27,7 @@ TEST(NameOfLabel, WritesEveryOtherByteInHex) {
     EXPECT_EQ(nameOf("a/../b"), "a%2F..%2Fb");
     EXPECT_EQ(nameOf("\"$x'\\"), "%22%24x%27%5C");
     EXPECT_EQ(nameOf("ü"), "%C3%BC");
-    EXPECT_EQ(nameOf("\xFF"), "%FF");
+    EXPECT_EQ(nameOf("\u00A0\u2027"), "%C2%A0%E2%80%A7");
 }
 
 TEST(NameOfLabel, NeverBeginsWithADot) {
@@ -36,10 +38,14 @@ TEST(NameOfLabel, NeverBeginsWithADot) {
 
 TEST(NameOfLabel, RefusesWhatCouldForgeARowOrFitsNoFileName) {
     EXPECT_EQ(nameOf(""), "refused: a label can't be empty");
-    for (const char* label : {"a\nb", "a\tb", "\r", "a\x7F", "\x1B[2J"}) {
+    for (const char* label :
+         {"a\nb", "a\tb", "\r", "a\x7F", "\x1B[2J", "a\u0085b", "\u009B", "a\u2028", "\u2029b"}) {
         EXPECT_EQ(nameOf(label), "refused: a label can't hold control characters");
     }
     EXPECT_EQ(nameOf(std::string("a\0b", 3)), "refused: a label can't hold control characters");
+    for (const char* label : {"\xFF", "a\xC2", "\xC2\x20", "\xE2\x80", "\xED\xA0\x80"}) {
+        EXPECT_EQ(nameOf(label), "refused: a label must be text in UTF-8");
+    }
     EXPECT_EQ(nameOf(std::string(225, 'a')), "refused: the label is too long");
     EXPECT_EQ(nameOf(std::string(224, 'a')), std::string(224, 'a'));
     EXPECT_EQ(nameOf(std::string(57, ' ')), "refused: the label is too long");
@@ -58,18 +64,12 @@ TEST(LabelOfName, KnowsNamesThatNoLabelHas) {
     }
 }
 
-TEST(LabelName, RandomBytesGoThereAndBackAndNeverShareAName) {
+TEST(LabelName, RandomTextGoesThereAndBackAndNeverShareAName) {
     std::mt19937 random(20240607); // NOLINT(cert-msc51-cpp): the same labels each time
-    std::uniform_int_distribution<int> byte(0x20, 0xFF);
-    std::uniform_int_distribution<std::size_t> length(1, 56);
     std::set<std::string> labels;
     std::set<std::string> names;
     for (int round = 0; round < 5000; ++round) {
-        std::string label;
-        for (std::size_t left = length(random); left > 0; --left) {
-            const int value = byte(random);
-            label += static_cast<char>(value == 0x7F ? ' ' : value);
-        }
+        const std::string label = randomLabel(random);
         const std::string name = nameOf(label);
         EXPECT_EQ(labelOfName(name), label);
         EXPECT_EQ(name.find('/'), std::string::npos);

@@ -86,6 +86,13 @@ TEST(JobProperties, NoValueCanPassForALineOfItsOwn) {
     EXPECT_FALSE(listsLivingProcess(text));
 }
 
+TEST(JobProperties, AValueThatIsNotUtf8DoesNotSpoilTheRest) {
+    PropertyList list = plainList();
+    list.programArguments = {"/bin/x", "\xFF\xFE"};
+    const std::string text = jobProperties({.label = "com.example", .process = 12}, list);
+    EXPECT_TRUE(listsLivingProcess(text));
+}
+
 TEST(JobProperties, ALabelKeepsItsOddBytes) {
     const std::string text = jobProperties({.label = "a %20 $x \"ü\""}, plainList());
     EXPECT_NE(text.find("\t\"Label\" = \"a %20 $x \\\"ü\\\"\";\n"), std::string::npos);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <sys/stat.h>
 
 #include "fake_manager.h"
 #include "launchctl/launchctl.h"
@@ -140,6 +141,36 @@ TEST_F(Perform, BootstrapOfSeveralGoesOnAfterAFailureAndGivesTheFirstCode) {
         say(Bootstrap{ownId, {writeList("com.a"), home.at("none"), writeList("com.b")}});
     EXPECT_EQ(said.code, 5);
     EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.a", "bootstrap com.b"));
+}
+
+TEST_F(Perform, BootstrapOfAFolderTakesThePropertyListsInItByName) {
+    home.makeFolder(home.at("folder"));
+    for (const std::string name : {"com.c", "com.a", "com.b"}) {
+        home.write(home.at("folder/" + name + ".plist"), encodePropertyList(listOf(name)).value());
+    }
+    home.write(home.at("folder/notes.txt"), "of no interest");
+    home.write(home.at("folder/bad.plist"), "not a property list");
+    const Said said = say(Bootstrap{ownId, {home.at("folder")}});
+    EXPECT_EQ(said.code, 5);
+    EXPECT_THAT(said.error, StartsWith(inputOutputError + home.at("folder/bad.plist") + ": "));
+    EXPECT_THAT(manager.calls,
+                ElementsAre("bootstrap com.a", "bootstrap com.b", "bootstrap com.c"));
+}
+
+TEST_F(Perform, BootstrapOfAnEmptyFolderLoadsNothingAndIsNoFailure) {
+    home.makeFolder(home.at("folder"));
+    const Said said = say(Bootstrap{ownId, {home.at("folder")}});
+    EXPECT_EQ(said.code, 0);
+    expectNothingDone(said);
+}
+
+TEST_F(Perform, BootstrapDoesNotWaitForTheEndOfAPipe) {
+    const std::string path = home.at("pipe.plist");
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const Said said = say(Bootstrap{ownId, {path}});
+    EXPECT_EQ(said.code, 5);
+    EXPECT_EQ(said.error, inputOutputError + path + ": not a file\n");
+    expectNothingDone(said);
 }
 
 TEST_F(Perform, BootstrapTellsWhyAManagerRefused) {

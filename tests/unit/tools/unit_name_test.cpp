@@ -6,6 +6,8 @@
 #include <set>
 #include <string>
 
+#include "random_label.h"
+
 namespace varnhold::services {
 namespace {
 
@@ -53,18 +55,12 @@ TEST(LabelOfUnit, KnowsUnitsThatAreNotOurs) {
     }
 }
 
-TEST(UnitName, RandomBytesGoThereAndBackAndNeverShareAName) {
+TEST(UnitName, RandomTextGoesThereAndBackAndNeverShareAName) {
     std::mt19937 random(20240608); // NOLINT(cert-msc51-cpp): the same labels each time
-    std::uniform_int_distribution<int> byte(0x20, 0xFF);
-    std::uniform_int_distribution<std::size_t> length(1, 56);
     std::set<std::string> labels;
     std::set<std::string> units;
     for (int round = 0; round < 5000; ++round) {
-        std::string label;
-        for (std::size_t left = length(random); left > 0; --left) {
-            const int value = byte(random);
-            label += static_cast<char>(value == 0x7F ? '@' : value);
-        }
+        const std::string label = randomLabel(random);
         const std::string unit = unitOf(label, static_cast<unsigned>(round % 3));
         EXPECT_EQ(labelOfUnit(unit), label);
         EXPECT_EQ(unit.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"

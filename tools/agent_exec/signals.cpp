@@ -1,0 +1,16 @@
+#include "agent_exec/signals.h"
+
+#include <csignal>
+
+namespace varnhold::services {
+
+void resetSignals() {
+    for (int number = 1; number < NSIG; ++number) {
+        std::signal(number, SIG_DFL);
+    }
+    sigset_t none{};
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+} // namespace varnhold::services
