@@ -128,7 +128,8 @@ Loads, starts and ends a user's services from their property lists.
 
   list                          every loaded job: process id or "-", last status, label
   list LABEL                    one job's properties
-  bootstrap gui/UID PATH...     load property lists, and start what is to run at load
+  bootstrap gui/UID PATH...     load property lists, and start what is to run at load; of a folder,
+                                every file that ends in .plist
   bootout gui/UID/LABEL         end a job's process and forget the job
   kickstart [-k] gui/UID/LABEL  start a loaded job; with -k, end a running instance first
   stop LABEL                    ask a job's process to end; the job stays loaded

@@ -1,11 +1,31 @@
 #include "launchctl/launchctl.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
 #include "base/files.h"
 #include "launchctl/listing.h"
 
 namespace varnhold::services {
 
 namespace {
+
+// Every property list of a folder, in the order of their names; anything else stands for itself.
+std::vector<std::string> propertyListsAt(const std::string& path) {
+    if (!files::isDirectory(path)) {
+        return {path};
+    }
+    std::vector<std::string> lists;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(path, error)) {
+        if (entry.path().extension() == ".plist" && !files::isDirectory(entry.path())) {
+            lists.push_back(entry.path());
+        }
+    }
+    std::sort(lists.begin(), lists.end());
+    return lists;
+}
 
 class Performer {
 public:
@@ -47,8 +67,10 @@ public:
         }
         int first = exitDone;
         for (const std::string& path : command.paths) {
-            const int code = bootstrap(path);
-            first = first == exitDone ? code : first;
+            for (const std::string& file : propertyListsAt(path)) {
+                const int code = bootstrap(file);
+                first = first == exitDone ? code : first;
+            }
         }
         return first;
     }

@@ -142,6 +142,35 @@ TEST_F(Perform, BootstrapOfSeveralGoesOnAfterAFailureAndGivesTheFirstCode) {
     EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.a", "bootstrap com.b"));
 }
 
+TEST_F(Perform, BootstrapOfAFolderLoadsItsPropertyListsInTheOrderOfTheirNames) {
+    writeList("com.b");
+    writeList("com.a");
+    home.write(home.at("notes.txt"), "no property list");
+    home.write(home.at("com.c.plist.bak"), "neither");
+    home.makeFolder(home.at("folder.plist"));
+    const Said said = say(Bootstrap{ownId, {home.path()}});
+    EXPECT_EQ(said.code, 0);
+    EXPECT_EQ(said.out + said.error, "");
+    EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.a", "bootstrap com.b"));
+}
+
+TEST_F(Perform, BootstrapOfAFolderGoesOnAfterAFileThatIsLoadedAlreadyOrBad) {
+    loadRunning();
+    writeList(label);
+    writeList("com.z");
+    home.write(home.at("bad.plist"), "");
+    const Said said = say(Bootstrap{ownId, {home.path()}});
+    EXPECT_EQ(said.code, 5);
+    EXPECT_THAT(said.error, HasSubstr(home.at("bad.plist") + ": "));
+    EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.z"));
+}
+
+TEST_F(Perform, BootstrapOfAnEmptyFolderHasNothingToDo) {
+    home.makeFolder(home.at("empty"));
+    EXPECT_EQ(say(Bootstrap{ownId, {home.at("empty")}}).code, 0);
+    EXPECT_EQ(say(Bootstrap{ownId, {home.at("missing")}}).code, 5);
+}
+
 TEST_F(Perform, BootstrapTellsWhyAManagerRefused) {
     manager.broken = "the disk is full";
     const std::string path = writeList(label);
