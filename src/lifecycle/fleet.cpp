@@ -24,8 +24,10 @@ void killDaemons(const FleetContext& context) {
 }
 
 void sweepOrphans(const FleetContext& context) {
+    const auto parent = context.platform.system.hasUserManager() ? OrphansGoTo::userManager
+                                                                 : OrphansGoTo::firstProcess;
     context.platform.processes.run(
-        {.program = "/bin/sh", .arguments = {"-c", orphanSweepScript()}});
+        {.program = "/bin/sh", .arguments = {"-c", orphanSweepScript(parent)}});
 }
 
 void resetChains(const FleetContext& context) {
@@ -40,10 +42,17 @@ void resetChains(const FleetContext& context) {
 
 } // namespace
 
-std::string orphanSweepScript() {
-    return "for cli in claude gemini qwen codex; do "
-           "ps -axo pid,ppid,command | awk -v c=\"opt/homebrew/bin/$cli\" "
-           "'$2==1 && $0 ~ c {print $1}' | xargs -r kill -9 2>/dev/null; "
+std::string orphanSweepScript(OrphansGoTo parent) {
+    const char* pickOrphans = "$2==1 && $0 ~ c {print $1}";
+    if (parent == OrphansGoTo::userManager) {
+        pickOrphans = "{p[NR]=$1;q[NR]=$2;l[NR]=$0} "
+                      "$3 ~ /(^|\\/)systemd$/ && $4==\"--user\"{r[$1]=1} "
+                      "END{r[1]=1;for(i=1;i<=NR;i++)if((q[i] in r)&&l[i]~c)print p[i]}";
+    }
+    return std::string("for cli in claude gemini qwen codex; do "
+                       "ps -axo pid,ppid,command | awk -v c=\"opt/homebrew/bin/$cli\" '") +
+           pickOrphans +
+           "' | xargs -r kill -9 2>/dev/null; "
            "done";
 }
 

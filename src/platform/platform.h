@@ -121,6 +121,10 @@ public:
     // Private folder for what is gone with the session: locks and sockets. It may not exist yet.
     [[nodiscard]] virtual std::string runtimeDirectory() const = 0;
 
+    // Whether a process that has lost its parent may belong to a user manager of the session,
+    // rather than to the system's first process.
+    [[nodiscard]] virtual bool hasUserManager() const = 0;
+
     // What to start, without waiting for it, so that the user sees a terminal window in which the
     // script runs with one argument.
     [[nodiscard]] virtual ProcessRequest terminalRequest(const std::string& script,

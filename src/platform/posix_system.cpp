@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "base/files.h"
 #include "platform/executable.h"
 #include "platform/layout.h"
 #include "platform/runtime_directory.h"
@@ -44,6 +45,11 @@ public:
     [[nodiscard]] std::string bundlePath() const override { return layout_.bundlePath; }
     [[nodiscard]] std::string launchctlPath() const override { return layout_.launchctlPath; }
     [[nodiscard]] std::string runtimeDirectory() const override { return runtimeDirectory_; }
+    [[nodiscard]] bool hasUserManager() const override {
+        // The socket of a systemd user manager; asked for each time, as one may come up later.
+        const std::string session = runtimeDirectory_.substr(0, runtimeDirectory_.rfind('/'));
+        return files::exists(session + "/systemd/private");
+    }
     [[nodiscard]] ProcessRequest terminalRequest(const std::string& script,
                                                  const std::string& argument) const override {
         return systemTerminalRequest(script, argument);

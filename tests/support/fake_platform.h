@@ -50,6 +50,7 @@ public:
 
     std::string home = "/home/somebody";
     std::string bundle = "/opt/varnhold/lib/varnhold";
+    bool userManager = false;
 
     // Runs main-thread tasks that are due and all background tasks until none is left.
     void settle();
@@ -78,7 +79,7 @@ private:
     [[nodiscard]] std::string homeDirectory() const override { return home; }
     [[nodiscard]] std::string bundlePath() const override { return bundle; }
     [[nodiscard]] std::string launchctlPath() const override { return "/bin/launchctl"; }
-
+    [[nodiscard]] bool hasUserManager() const override { return userManager; }
     [[nodiscard]] std::string runtimeDirectory() const override { return home + "/run"; }
     [[nodiscard]] platform::ProcessRequest
     terminalRequest(const std::string& script, const std::string& argument) const override {

@@ -5,7 +5,7 @@
 Each start adds a line to FOLDER/starts. Files in the folder ask for more: "exit" with a code and
 "signal" with a number end it at once, "ignore-term" makes it deaf to a polite end, "note-term" makes it
 add a line to FOLDER/terms for each one instead, "exit-on-term" with a code makes it end with that, and
-"leave-child" makes it start a child in a session of its own.
+"leave-child" makes it start a child in a session of its own, under the name that the file holds.
 """
 
 import json
@@ -76,8 +76,9 @@ def main():
         signal.signal(signal.SIGTERM, lambda *_: note("terms", b"asked to end\n"))
     elif (last := asked("exit-on-term")) is not None:
         signal.signal(signal.SIGTERM, lambda *_: os._exit(int(last)))
-    if asked("leave-child") is not None:
-        child = subprocess.Popen(["/bin/sleep", "1000"], start_new_session=True)
+    if (name := asked("leave-child")) is not None:
+        child = subprocess.Popen([name or "sleep", "1000"], executable="/bin/sleep",
+                                 start_new_session=True)
         start["child"] = child.pid
     line = json.dumps(start).encode() + b"\n"
     note("starts", line)

@@ -241,5 +241,17 @@ TEST_F(RestartAll, StepsAreShownByTheMainThreadWhileThePausesLast) {
     EXPECT_THAT(shown, ElementsAre(0us, 150000us, 1350000us, 1500000us));
 }
 
+TEST_F(RestartAll, SweepsTheOrphansOfAUserManagerWhereThereIsOne) {
+    fake.userManager = true;
+    writeBots({botNamed("a")});
+    restart();
+    EXPECT_THAT(
+        fake.children,
+        ::testing::Contains(Field(
+            &testing::FakePlatform::Child::request,
+            ProcessRequest{.program = "/bin/sh",
+                           .arguments = {"-c", orphanSweepScript(OrphansGoTo::userManager)}})));
+}
+
 } // namespace
 } // namespace varnhold

@@ -33,6 +33,16 @@ TEST(OrphanSweepScript, IsThisTextToTheLetter) {
               "done");
 }
 
+TEST(OrphanSweepScript, LooksForOrphansOfTheUserManagerToo) {
+    EXPECT_EQ(orphanSweepScript(OrphansGoTo::userManager),
+              "for cli in claude gemini qwen codex; do "
+              R"(ps -axo pid,ppid,command | awk -v c="opt/homebrew/bin/$cli" )"
+              R"('{p[NR]=$1;q[NR]=$2;l[NR]=$0} $3 ~ /(^|\/)systemd$/ && $4=="--user"{r[$1]=1} )"
+              R"(END{r[1]=1;for(i=1;i<=NR;i++)if((q[i] in r)&&l[i]~c)print p[i]}' )"
+              "| xargs -r kill -9 2>/dev/null; "
+              "done");
+}
+
 TEST(ChainResetScript, NamesTheDaemonCodeAsTheFallback) {
     EXPECT_EQ(chainResetScript("/a b/daemon"),
               "import sys, os; sys.path.insert(0, os.environ.get('DAEMON_RESOURCES', "

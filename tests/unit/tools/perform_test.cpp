@@ -143,27 +143,6 @@ TEST_F(Perform, BootstrapOfSeveralGoesOnAfterAFailureAndGivesTheFirstCode) {
     EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.a", "bootstrap com.b"));
 }
 
-TEST_F(Perform, BootstrapOfAFolderTakesThePropertyListsInItByName) {
-    home.makeFolder(home.at("folder"));
-    for (const std::string name : {"com.c", "com.a", "com.b"}) {
-        home.write(home.at("folder/" + name + ".plist"), encodePropertyList(listOf(name)).value());
-    }
-    home.write(home.at("folder/notes.txt"), "of no interest");
-    home.write(home.at("folder/bad.plist"), "not a property list");
-    const Said said = say(Bootstrap{ownId, {home.at("folder")}});
-    EXPECT_EQ(said.code, 5);
-    EXPECT_THAT(said.error, StartsWith(inputOutputError + home.at("folder/bad.plist") + ": "));
-    EXPECT_THAT(manager.calls,
-                ElementsAre("bootstrap com.a", "bootstrap com.b", "bootstrap com.c"));
-}
-
-TEST_F(Perform, BootstrapOfAnEmptyFolderLoadsNothingAndIsNoFailure) {
-    home.makeFolder(home.at("folder"));
-    const Said said = say(Bootstrap{ownId, {home.at("folder")}});
-    EXPECT_EQ(said.code, 0);
-    expectNothingDone(said);
-}
-
 TEST_F(Perform, BootstrapDoesNotWaitForTheEndOfAPipe) {
     const std::string path = home.at("pipe.plist");
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
@@ -171,6 +150,35 @@ TEST_F(Perform, BootstrapDoesNotWaitForTheEndOfAPipe) {
     EXPECT_EQ(said.code, 5);
     EXPECT_EQ(said.error, inputOutputError + path + ": not a file\n");
     expectNothingDone(said);
+}
+
+TEST_F(Perform, BootstrapOfAFolderLoadsItsPropertyListsInTheOrderOfTheirNames) {
+    writeList("com.b");
+    writeList("com.a");
+    home.write(home.at("notes.txt"), "no property list");
+    home.write(home.at("com.c.plist.bak"), "neither");
+    home.makeFolder(home.at("folder.plist"));
+    const Said said = say(Bootstrap{ownId, {home.path()}});
+    EXPECT_EQ(said.code, 0);
+    EXPECT_EQ(said.out + said.error, "");
+    EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.a", "bootstrap com.b"));
+}
+
+TEST_F(Perform, BootstrapOfAFolderGoesOnAfterAFileThatIsLoadedAlreadyOrBad) {
+    loadRunning();
+    writeList(label);
+    writeList("com.z");
+    home.write(home.at("bad.plist"), "");
+    const Said said = say(Bootstrap{ownId, {home.path()}});
+    EXPECT_EQ(said.code, 5);
+    EXPECT_THAT(said.error, HasSubstr(home.at("bad.plist") + ": "));
+    EXPECT_THAT(manager.calls, ElementsAre("bootstrap com.z"));
+}
+
+TEST_F(Perform, BootstrapOfAnEmptyFolderHasNothingToDo) {
+    home.makeFolder(home.at("empty"));
+    EXPECT_EQ(say(Bootstrap{ownId, {home.at("empty")}}).code, 0);
+    EXPECT_EQ(say(Bootstrap{ownId, {home.at("missing")}}).code, 5);
 }
 
 TEST_F(Perform, BootstrapTellsWhyAManagerRefused) {
