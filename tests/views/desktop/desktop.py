@@ -102,10 +102,20 @@ class Desktop:
         return child
 
     def start(self, **environment):
+        (self.home / "calls").unlink(missing_ok=True)
         self.supervisor = subprocess.Popen(
             [self.prefix / "bin/varnhold"], env=dict(self.environment, **environment))
         self.started.append(self.supervisor)
         return self.supervisor
+
+    def await_launched(self):
+        """Waits until the launch-time start has been through the fleet and has been followed by a poll."""
+        bots = len(json.loads((self.support / "bots.json").read_text()))
+        def done():
+            calls = self.calls("")
+            started = [i for i, call in enumerate(calls) if call.startswith("bootstrap")]
+            return len(started) >= bots and "list" in calls[started[-1]:]
+        wait_until("the launch is over", done)
 
     def start_tray(self):
         tray = self.spawn("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",

@@ -47,7 +47,10 @@ class DesktopTest(unittest.TestCase):
         for manager in (False, True):
             with self.subTest(manager=manager):
                 desktop, strip = self.with_strip(manager=manager)
-                self.open_menu(strip)
+                menu = self.open_menu(strip)[0]
+                left, top, width, _ = desktop.geometry(menu)
+                self.assertEqual(top, desktop.geometry(strip)[1] + 28 + 2)
+                self.assertEqual(left + width, 1280 - 4)
                 desktop.click_window(strip)
                 wait_until("the menu is gone", lambda: not desktop.menus())
                 # What comes next proves that the second click is over and has opened nothing.
@@ -334,6 +337,7 @@ class DesktopTest(unittest.TestCase):
     # -- one instance, and the end --------------------------------------------------------------
 
     def second_start(self, desktop, **environment):
+        desktop.await_launched()
         before = desktop.calls("")
         second = desktop.run_second(**environment)
         self.assertEqual(second.returncode, 0)
@@ -362,6 +366,7 @@ class DesktopTest(unittest.TestCase):
         desktop, _ = self.with_strip()
         def stamps():
             return {path: path.lstat().st_mtime_ns for path in desktop.support.rglob("*")}
+        desktop.await_launched()
         before = stamps()
         self.second_start(desktop)
         self.assertEqual(stamps(), before)
