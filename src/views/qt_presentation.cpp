@@ -14,19 +14,30 @@ namespace varnhold {
 
 namespace {
 
+// The window with the record that it shows, both made when it is first wanted.
 class WidgetWindow final : public SettingsWindow {
 public:
-    explicit WidgetWindow(std::unique_ptr<SettingsWindowView> view) : view_(std::move(view)) {}
+    WidgetWindow(const FleetContext& fleet, const std::vector<MainMenu>& menus,
+                 const PresentationEvents& events)
+        : record_(fleet.platform, fleet.constants),
+          model_({record_, fleet}),
+          window_(menus, model_, events.onMainMenuChosen, events.onWindowClosed) {}
 
     void bringToFront() override {
-        view_->showNormal();
-        view_->raise();
+        const bool appears = !window_.isVisible();
+        window_.showNormal();
+        window_.raise();
+        if (appears) {
+            model_.appear();
+        }
     }
-    void close() override { view_->close(); }
-    void presentCustomGroups() override { view_->activateWindow(); }
+    void close() override { window_.close(); }
+    void presentCustomGroups() override { model_.openManageCustomGroups(); }
 
 private:
-    std::unique_ptr<SettingsWindowView> view_;
+    ModelSelectorView record_;
+    SettingsModel model_;
+    SettingsWindowView window_;
 };
 
 class WidgetPopover final : public NoticePopover {
@@ -49,13 +60,16 @@ private:
 } // namespace
 
 struct QtPresentation::Parts {
+    explicit Parts(const FleetContext& context) : fleet(context) {}
+
+    FleetContext fleet;
     PresentationEvents events;
     std::vector<MainMenu> menus;
     QPointer<StatusItemView> item;
     Appearance appearance;
 };
 
-QtPresentation::QtPresentation() : parts_(std::make_unique<Parts>()) {
+QtPresentation::QtPresentation(const FleetContext& fleet) : parts_(std::make_unique<Parts>(fleet)) {
     QApplication::setWindowIcon(defaultApplicationIcon());
 }
 
@@ -78,8 +92,7 @@ std::unique_ptr<StatusItem> QtPresentation::createStatusItem() {
 }
 
 std::unique_ptr<SettingsWindow> QtPresentation::createSettingsWindow() {
-    return std::make_unique<WidgetWindow>(std::make_unique<SettingsWindowView>(
-        parts_->menus, parts_->events.onMainMenuChosen, parts_->events.onWindowClosed));
+    return std::make_unique<WidgetWindow>(parts_->fleet, parts_->menus, parts_->events);
 }
 
 std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePanel& panel,

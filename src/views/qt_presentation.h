@@ -2,14 +2,17 @@
 
 #include <memory>
 
+#include "lifecycle/fleet_context.h"
 #include "status/presentation.h"
 
 namespace varnhold {
 
-// Shows everything with Qt Widgets. Main thread; make it after the application object.
+// Shows everything: the status item with Qt Widgets, the settings window with Qt Quick in a widget.
+// Main thread; make it after the application object.
 class QtPresentation final : public Presentation {
 public:
-    QtPresentation();
+    // What the settings window works on; it must outlive the object.
+    explicit QtPresentation(const FleetContext& fleet);
     ~QtPresentation() override;
     QtPresentation(const QtPresentation&) = delete;
     QtPresentation& operator=(const QtPresentation&) = delete;

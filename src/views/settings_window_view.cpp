@@ -47,10 +47,11 @@ const char* editingSlot(MainMenuAction action) {
 
 } // namespace
 
-SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, Choose choose,
-                                       std::function<void()> closed)
-    : closed_(std::move(closed)) {
+SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
+                                       Choose choose, std::function<void()> closed)
+    : page_(new SettingsPage(model, this)), closed_(std::move(closed)) {
     setWindowTitle(QStringLiteral("Varnhold"));
+    setCentralWidget(page_);
     for (const MainMenu& menu : menus) {
         addMenu(menu, choose);
     }
@@ -79,7 +80,7 @@ void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {
 // What concerns this window or the toolkit alone is done here; the rest is the application's.
 bool SettingsWindowView::perform(MainMenuAction action) {
     if (const char* slot = editingSlot(action)) {
-        editFocused(slot);
+        page_->editFocused(slot);
         return true;
     }
     switch (action) {
@@ -95,12 +96,6 @@ bool SettingsWindowView::perform(MainMenuAction action) {
         return true; // other programs' windows are the window manager's here
     default:
         return false;
-    }
-}
-
-void SettingsWindowView::editFocused(const char* slot) {
-    if (QWidget* focused = QApplication::focusWidget()) {
-        QMetaObject::invokeMethod(focused, slot);
     }
 }
 

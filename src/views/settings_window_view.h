@@ -4,16 +4,18 @@
 #include <functional>
 
 #include "status/main_menu.h"
+#include "views/settings/settings_page.h"
 
 namespace varnhold {
 
-// The settings window's frame: its size, its menu bar and its keys. Closing hides it.
+// The settings window: its size, its menu bar and its keys, around a page. Closing hides it.
 class SettingsWindowView final : public QMainWindow {
     Q_OBJECT
 public:
     using Choose = std::function<void(MainMenuAction action)>;
 
-    SettingsWindowView(const std::vector<MainMenu>& menus, Choose choose,
+    // The model must outlive the window.
+    SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model, Choose choose,
                        std::function<void()> closed);
 
 protected:
@@ -22,9 +24,9 @@ protected:
 private:
     void addMenu(const MainMenu& menu, const Choose& choose);
     bool perform(MainMenuAction action);
-    void editFocused(const char* slot);
     void showAbout();
 
+    SettingsPage* page_; // owned as the central widget
     std::function<void()> closed_;
 };
 

@@ -32,8 +32,8 @@ public:
 struct ShownSupervisor {
     TemporaryHome home;
     FakePlatform platform;
-    QtPresentation presentation;
     Constants constants{home.path()};
+    QtPresentation presentation{{platform.interfaces, constants}};
     std::string role = "idle-test-" + std::to_string(::getpid());
     std::string log = "/tmp/vh-" + role + ".log";
     std::string label = "com.ostrelleai." + role + ".telegramd";

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("FONTCONFIG_FILE", VIEWS_TESTS "/fonts.conf");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "none:");
+    qputenv("QT_QUICK_BACKEND", "software");
     for (const char* variable : {"DISPLAY", "QT_STYLE_OVERRIDE", "QT_FONT_DPI"}) {
         qunsetenv(variable);
     }

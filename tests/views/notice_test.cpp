@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QScreen>
 
+#include "unit/settings/settings_home.h"
 #include "views/application_icon.h"
 #include "views/colours.h"
 #include "views/notice_view.h"
@@ -89,7 +90,8 @@ TEST(NoticePopover, KeepsItsWarningReadableWhenTheColoursChange) {
 }
 
 TEST(NoticePopover, OfThePresentationClosesItsViewAndNothingAfterIt) {
-    QtPresentation presentation;
+    SettingsHome home;
+    QtPresentation presentation({home.platform.interfaces, home.constants});
     auto popover = presentation.showNoticePopover(noticePanel({{"m", false}}), "");
     const QPointer<QWidget> view = QApplication::activePopupWidget();
     ASSERT_NE(view, nullptr);

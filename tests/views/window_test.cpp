@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "unit/settings/settings_home.h"
 #include "views/application_icon.h"
 #include "views/qt_presentation.h"
 #include "views/settings_window_view.h"
@@ -17,9 +18,12 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 struct ShownWindow {
+    SettingsHome home;
+    FleetContext fleet{home.platform.interfaces, home.constants};
+    SettingsModel model{{home.open(), fleet}};
     std::vector<MainMenuAction> chosen;
     int closings = 0;
-    SettingsWindowView window{mainMenus(),
+    SettingsWindowView window{mainMenus(), model,
                               [this](MainMenuAction action) { chosen.push_back(action); },
                               [this] { ++closings; }};
 
@@ -91,7 +95,8 @@ TEST(Window, RedoHasShift) {
 }
 
 TEST(Window, AskedForItsCustomGroupsWithNobodyThereToShowThemLosesTheRequest) {
-    QtPresentation presentation;
+    SettingsHome home;
+    QtPresentation presentation({home.platform.interfaces, home.constants});
     int closings = 0;
     presentation.connect(
         {.onMainMenuChosen = [](MainMenuAction) {}, .onWindowClosed = [&] { ++closings; }});
@@ -103,7 +108,8 @@ TEST(Window, AskedForItsCustomGroupsWithNobodyThereToShowThemLosesTheRequest) {
 }
 
 TEST(ApplicationIcon, IsOursUntilTheUserPutsAnotherInItsPlace) {
-    QtPresentation presentation;
+    SettingsHome home;
+    QtPresentation presentation({home.platform.interfaces, home.constants});
     EXPECT_FALSE(defaultApplicationIcon().pixmap(64, 64).isNull());
     EXPECT_FALSE(QApplication::windowIcon().pixmap(64, 64).isNull());
     EXPECT_FALSE(presentation.setApplicationIcon("/nonexistent/icon.png"));

@@ -1,0 +1,6 @@
+pragma Singleton
+import QtQuick
+
+QtObject {
+    readonly property color window: "#f6f6f8"
+}

@@ -1,0 +1,42 @@
+#include "views/settings/settings_model.h"
+
+#include "settings/groups_wiring.h"
+
+namespace varnhold {
+
+SettingsModel::SettingsModel(const SettingsContext& context, QObject* parent)
+    : QObject(parent), context_(context) {
+    context_.view.observe([this](Animation animation) { sync(animation); });
+    sync(Animation::none);
+}
+
+void SettingsModel::setShowHints(bool show) {
+    context_.view.showHints = show;
+    context_.view.changed();
+}
+
+void SettingsModel::appear() {
+    ModelSelectorView& view = context_.view;
+    view.appear({.fetchTelegramNames = [&view] { view.fetchNames(); },
+                 .startKeepaliveTimer = [&view] { view.startKeepaliveTimer(); }});
+    if (!springs_) {
+        springs_ = true;
+        emit springsChanged();
+    }
+}
+
+void SettingsModel::openManageCustomGroups() {
+    varnhold::openManageCustomGroups(context_.view);
+}
+
+void SettingsModel::sync(Animation animation) {
+    for (SettingsPart* part : parts_) {
+        part->sync(animation);
+    }
+    if (showHints_ != context_.view.showHints) {
+        showHints_ = context_.view.showHints;
+        emit showHintsChanged();
+    }
+}
+
+} // namespace varnhold

@@ -1,0 +1,31 @@
+#include "views/settings/settings_page.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+namespace varnhold {
+
+SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent) : QQuickWidget(parent) {
+    const QUrl url(QStringLiteral("qrc:/qt/qml/Varnhold/SettingsView.qml"));
+    setResizeMode(SizeRootObjectToView);
+    setAcceptDrops(true);
+    engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    auto* component = new QQmlComponent(engine(), url, this);
+    QObject* root = component->createWithInitialProperties(
+        {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
+    if (root == nullptr) {
+        qFatal("%s", qPrintable(component->errorString())); // a file of our own is broken
+    }
+    setContent(url, component, root);
+}
+
+void SettingsPage::editFocused(const char* slot) {
+    if (QQuickItem* item = quickWindow()->activeFocusItem();
+        item != nullptr && item->metaObject()->indexOfMethod(QByteArray(slot) + "()") >= 0) {
+        QMetaObject::invokeMethod(item, slot);
+    }
+}
+
+} // namespace varnhold
