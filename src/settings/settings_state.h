@@ -127,7 +127,8 @@ private:
                     const std::function<void(const std::string& text)>& use);
     void dropModel(const std::string& payload, TargetList list,
                    std::optional<std::size_t> insertAt);
-    void dropFromLibrary(AIModelItem item, TargetList list, std::optional<std::size_t> insertAt);
+    void dropFromLibrary(const AIModelItem& item, TargetList list,
+                         std::optional<std::size_t> insertAt);
     void removeModel(const std::string& payload);
     void assignBot(const std::string& launchdLabel, TargetList list);
     void moved(const ChainMove& move) const;
