@@ -6,6 +6,8 @@ namespace varnhold {
 
 SettingsModel::SettingsModel(const SettingsContext& context, QObject* parent)
     : QObject(parent), context_(context) {
+    sheets_ = new SheetsPart(context_, this);
+    parts_.push_back(sheets_);
     context_.view.observe([this](Animation animation) { sync(animation); });
     sync(Animation::none);
 }
@@ -27,6 +29,10 @@ void SettingsModel::appear() {
 
 void SettingsModel::openManageCustomGroups() {
     varnhold::openManageCustomGroups(context_.view);
+}
+
+void SettingsModel::reset() {
+    context_.view.reset();
 }
 
 void SettingsModel::sync(Animation animation) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "views/settings/settings_part.h"
+#include "views/settings/sheets/sheets_part.h"
 
 namespace varnhold {
 
@@ -16,6 +17,7 @@ class SettingsModel final : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool showHints READ showHints WRITE setShowHints NOTIFY showHintsChanged)
     Q_PROPERTY(bool springs READ springs NOTIFY springsChanged)
+    Q_PROPERTY(SheetsPart* sheets READ sheets CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);
@@ -26,10 +28,14 @@ public:
     // True once the first rows stand: only what changes later should move.
     [[nodiscard]] bool springs() const { return springs_; }
 
+    [[nodiscard]] SheetsPart* sheets() { return sheets_; }
+
     // Each time the window comes to be seen.
     void appear();
     // The record's request to make, name and delete groups.
     void openManageCustomGroups();
+    // Empties the chains, without asking.
+    Q_INVOKABLE void reset();
 
 signals:
     void showHintsChanged();
@@ -40,6 +46,7 @@ private:
 
     SettingsContext context_;
     std::vector<SettingsPart*> parts_;
+    SheetsPart* sheets_ = nullptr;
     bool showHints_ = false;
     bool springs_ = false;
 };
