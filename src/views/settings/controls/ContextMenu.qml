@@ -13,15 +13,9 @@ T.Menu {
 
     // At a place of the item's; afterwards the keyboard is in the menu.
     function openAt(item: Item, x: real, y: real) {
-        const former = item.Window.activeFocusItem;
-        returnTo = former;
-        returnReason = former && former.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
         parent = item;
         popup(item, x, y);
     }
-
-    property Item returnTo: null // what has the focus again afterwards
-    property int returnReason: Qt.PopupFocusReason
 
     readonly property bool checkColumn: rows.some(row => row.checked === true)
 
@@ -31,7 +25,6 @@ T.Menu {
     focus: true
     implicitWidth: Math.max(140, list.widest + 8)
     implicitHeight: list.contentHeight + 8
-    onAboutToHide: if (activeFocus && returnTo) returnTo.forceActiveFocus(returnReason)
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
     contentItem: ListView {

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnhold
 
 // Lines of text to type, with a scroll bar; edited tells only of what the user types.
-Item {
+T.Control {
     id: root
 
     property string text
@@ -18,37 +18,29 @@ Item {
 
     implicitWidth: 240
     implicitHeight: 80
+    focusPolicy: Qt.NoFocus
     opacity: enabled ? 1 : 0.3
     Accessible.ignored: true
-    onTextChanged: if (!editor.filling) editor.take(text)
+    onTextChanged: editor.take(text)
+    Component.onCompleted: editor.take(text)
 
-    Rectangle {
-        anchors.fill: parent
-        radius: Theme.radius
-        color: Theme.fieldBackground
-        border.width: editor.activeFocus ? 2 : 1
-        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
-    }
-
-    ScrollArea {
-        anchors.fill: parent
-        anchors.margins: 2
+    contentItem: ScrollArea {
         contentHeight: Math.max(height, editor.implicitHeight)
 
         T.TextArea.flickable: T.TextArea {
             id: editor
 
-            property bool filling: true
+            property bool taking: false
 
             // From outside: what it holds already is left alone, so that the cursor stays.
             function take(words: string) {
                 if (words === text)
                     return;
                 const place = cursorPosition;
-                filling = true;
+                taking = true;
                 text = words;
                 cursorPosition = Math.min(place, length);
-                filling = false;
+                taking = false;
             }
 
             padding: 4
@@ -64,11 +56,7 @@ Item {
             selectByMouse: true
             Accessible.role: Accessible.EditableText
             Accessible.name: root.name
-            Component.onCompleted: {
-                text = root.text;
-                filling = false;
-            }
-            onTextChanged: if (!filling) root.edited(text)
+            onTextChanged: if (!taking) root.edited(text)
             // Tab goes on to the next control, as everywhere else in the window.
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
@@ -86,5 +74,12 @@ Item {
                 Accessible.ignored: true
             }
         }
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: Theme.fieldBackground
+        border.width: editor.activeFocus ? 2 : 1
+        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
     }
 }
