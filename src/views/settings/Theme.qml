@@ -28,6 +28,7 @@ QtObject {
     readonly property color hover: faded(text, 0.06)
     readonly property color pressed: faded(text, 0.12)
     readonly property color dim: faded("#000000", dark ? 0.5 : 0.32)
+    readonly property color shade: faded("#000000", 0.05) // over the window's ground
     readonly property color shadow: faded("#000000", dark ? 0.10 : 0.035)
 
     // The accent is a ground, the others are colours of text and signs.

@@ -6,8 +6,6 @@ namespace varnhold {
 
 SettingsModel::SettingsModel(const SettingsContext& context, QObject* parent)
     : QObject(parent), context_(context) {
-    sheets_ = new SheetsPart(context_, this);
-    parts_.push_back(sheets_);
     context_.view.observe([this](Animation animation) { sync(animation); });
     sync(Animation::none);
 }

@@ -4,6 +4,10 @@
 #include <QtQml/qqmlregistration.h>
 #include <vector>
 
+#include "views/settings/columns/bots_part.h"
+#include "views/settings/columns/library_part.h"
+#include "views/settings/columns/prompts_part.h"
+#include "views/settings/columns/providers_part.h"
 #include "views/settings/settings_part.h"
 #include "views/settings/sheets/sheets_part.h"
 
@@ -17,6 +21,10 @@ class SettingsModel final : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool showHints READ showHints WRITE setShowHints NOTIFY showHintsChanged)
     Q_PROPERTY(bool springs READ springs NOTIFY springsChanged)
+    Q_PROPERTY(BotsPart* bots READ bots CONSTANT)
+    Q_PROPERTY(LibraryPart* library READ library CONSTANT)
+    Q_PROPERTY(ProvidersPart* providers READ providers CONSTANT)
+    Q_PROPERTY(PromptsPart* prompts READ prompts CONSTANT)
     Q_PROPERTY(SheetsPart* sheets READ sheets CONSTANT)
 
 public:
@@ -28,7 +36,11 @@ public:
     // True once the first rows stand: only what changes later should move.
     [[nodiscard]] bool springs() const { return springs_; }
 
-    [[nodiscard]] SheetsPart* sheets() { return sheets_; }
+    [[nodiscard]] BotsPart* bots() { return &bots_; }
+    [[nodiscard]] LibraryPart* library() { return &library_; }
+    [[nodiscard]] ProvidersPart* providers() { return &providers_; }
+    [[nodiscard]] PromptsPart* prompts() { return &prompts_; }
+    [[nodiscard]] SheetsPart* sheets() { return &sheets_; }
 
     // Each time the window comes to be seen.
     void appear();
@@ -45,8 +57,12 @@ private:
     void sync(Animation animation);
 
     SettingsContext context_;
-    std::vector<SettingsPart*> parts_;
-    SheetsPart* sheets_ = nullptr;
+    BotsPart bots_{context_, nullptr};
+    LibraryPart library_{context_, nullptr};
+    ProvidersPart providers_{context_, nullptr};
+    PromptsPart prompts_{context_, nullptr};
+    SheetsPart sheets_{context_, nullptr};
+    std::vector<SettingsPart*> parts_{&bots_, &library_, &providers_, &prompts_, &sheets_};
     bool showHints_ = false;
     bool springs_ = false;
 };

@@ -11,6 +11,7 @@ Item {
     property bool isDragging: false
     property bool isDownloading: false
     property bool deletable: false
+    property bool reachable: true // by Tab, where there is something to press
 
     signal deleteRequested()
 
@@ -77,6 +78,7 @@ Item {
             size: 11
             color: Theme.faded(Theme.modelText, 0.7)
             help: qsTr("Remove from library")
+            focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
             onClicked: root.deleteRequested()
         }
     }

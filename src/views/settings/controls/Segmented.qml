@@ -22,16 +22,30 @@ Item {
         }
     }
 
-    implicitWidth: 4 + values.length * Math.ceil(widest.width + 20)
+    // As wide as each other, unless the longest word then has no room.
+    readonly property var wordWidths: values.map(value => Math.ceil(words.advanceWidth(value)))
+    readonly property real evenWidth: (width - 4) / Math.max(1, values.length)
+    readonly property bool even: Math.max(...wordWidths) + 6 <= evenWidth
+    readonly property real slack: evenWidth - wordWidths.reduce((a, b) => a + b, 0) / Math.max(1, values.length)
+
+    function widthOf(index: int): real {
+        return even ? evenWidth : wordWidths[index] + slack;
+    }
+
+    function startOf(index: int): real {
+        return even ? index * evenWidth
+            : wordWidths.slice(0, index).reduce((a, b) => a + b, 0) + index * slack;
+    }
+
+    implicitWidth: 4 + values.length * (Math.max(0, ...wordWidths) + 20)
     implicitHeight: Theme.fieldHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: root.name
 
-    TextMetrics {
-        id: widest
+    FontMetrics {
+        id: words
 
         font: Theme.font(root.size, Font.DemiBold)
-        text: root.values.reduce((a, b) => b.length > a.length ? b : a, "")
     }
 
     Rectangle {
@@ -40,10 +54,10 @@ Item {
         color: Theme.trough
 
         Rectangle {
-            x: 2 + Math.max(0, root.currentIndex) * width
+            x: 2 + root.startOf(Math.max(0, root.currentIndex))
             y: 2
             visible: root.currentIndex >= 0
-            width: (parent.width - 4) / Math.max(1, root.values.length)
+            width: root.widthOf(Math.max(0, root.currentIndex))
             height: parent.height - 4
             radius: Theme.radius - 1
             color: Theme.control
@@ -70,7 +84,7 @@ Item {
 
                 readonly property bool chosen: index === root.currentIndex
 
-                width: (root.width - 4) / root.values.length
+                width: root.widthOf(index)
                 height: root.height - 4
                 text: modelData
                 hoverEnabled: true
