@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QObject>
+#include <QQmlListProperty>
 #include <QtQml/qqmlregistration.h>
 #include <vector>
 
+#include "views/settings/chains/chain_part.h"
+#include "views/settings/groups/groups_part.h"
 #include "views/settings/settings_part.h"
 
 namespace varnhold {
@@ -16,6 +19,9 @@ class SettingsModel final : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool showHints READ showHints WRITE setShowHints NOTIFY showHintsChanged)
     Q_PROPERTY(bool springs READ springs NOTIFY springsChanged)
+    // In the order of the window.
+    Q_PROPERTY(QQmlListProperty<ChainPart> chains READ chains CONSTANT)
+    Q_PROPERTY(GroupsPart* groups READ groups CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);
@@ -25,6 +31,9 @@ public:
 
     // True once the first rows stand: only what changes later should move.
     [[nodiscard]] bool springs() const { return springs_; }
+
+    [[nodiscard]] QQmlListProperty<ChainPart> chains() { return {this, &chains_}; }
+    [[nodiscard]] GroupsPart* groups() { return groups_; }
 
     // Each time the window comes to be seen.
     void appear();
@@ -40,6 +49,8 @@ private:
 
     SettingsContext context_;
     std::vector<SettingsPart*> parts_;
+    QList<ChainPart*> chains_;
+    GroupsPart* groups_ = nullptr;
     bool showHints_ = false;
     bool springs_ = false;
 };
