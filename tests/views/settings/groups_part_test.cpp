@@ -136,19 +136,19 @@ TEST(GroupsPart, ForgetsADragThatReportsNoEndAfterHalfASecond) {
 TEST(GroupsPart, AttachesDroppedFilesAndTheirDoctrine) {
     Groups settings;
     const std::string folder = settings.home.at("notes");
-    settings.write(folder + "/doctrine.md", "Be brief.");
+    settings.write(folder + "/doctrine.txt", "Be brief.");
     const QList<QUrl> urls{QUrl::fromLocalFile(toQString(folder)),
-                           QUrl(QStringLiteral("https://example.org/x.md"))};
+                           QUrl(QStringLiteral("https://example.org/x.txt"))};
     settings.crew().attachUrls(urls);
     settings.crew().attachUrls(urls);
     EXPECT_THAT(settings.values(*settings.crew().attachments(), "name"), ElementsAre("notes"));
     EXPECT_THAT(settings.values(*settings.crew().attachments(), "image"),
                 ElementsAre("folder.fill"));
-    EXPECT_THAT(settings.values(*settings.crew().doctrine(), "name"), ElementsAre("doctrine.md"));
+    EXPECT_THAT(settings.values(*settings.crew().doctrine(), "name"), ElementsAre("doctrine.txt"));
     settings.crew().removeAttachment(toQString(folder));
     EXPECT_EQ(settings.crew().attachments()->count(), 0);
     EXPECT_EQ(settings.crew().doctrine()->count(), 1) << "what came from it stays";
-    settings.crew().removeDoctrine(toQString(folder + "/doctrine.md"));
+    settings.crew().removeDoctrine(toQString(folder + "/doctrine.txt"));
     EXPECT_EQ(settings.crew().doctrine()->count(), 0);
 }
 
