@@ -1,6 +1,167 @@
 pragma Singleton
 import QtQuick
+import Varnhold
 
+// Every colour, font and measure of the window, for light and for dark as the desktop is at the moment.
 QtObject {
-    readonly property color window: "#f6f6f8"
+    id: theme
+
+    readonly property SystemPalette system: SystemPalette {}
+    readonly property bool dark: luminance(system.window) < 0.18
+
+    // Grounds
+    readonly property color window: dark ? "#262629" : "#f6f6f8"
+    readonly property color pane: dark ? "#1f1f22" : "#ebebee"
+    readonly property color card: dark ? "#2f2f33" : "#ffffff"
+    readonly property color fieldBackground: dark ? "#1b1b1d" : "#ffffff"
+    readonly property color raised: dark ? "#35353a" : "#ffffff" // menus, sheets, tool tips
+    readonly property color control: dark ? "#434348" : "#ffffff" // what can be pressed
+    readonly property color trough: faded(text, dark ? 0.10 : 0.07) // what a chosen segment lies in
+
+    // Text and lines
+    readonly property color text: dark ? "#f2f2f4" : "#1d1d1f"
+    readonly property color secondaryText: dark ? "#b9b9c0" : "#5a5a60"
+    readonly property color modelText: "#ffffff"
+    readonly property color separator: faded(text, dark ? 0.14 : 0.12)
+    readonly property color fieldStroke: faded(text, dark ? 0.24 : 0.22)
+    readonly property color focusRing: dark ? "#4c9bff" : "#2f7de1"
+    readonly property color hover: faded(text, 0.06)
+    readonly property color pressed: faded(text, 0.12)
+    readonly property color dim: faded("#000000", dark ? 0.5 : 0.32)
+    readonly property color shadow: faded("#000000", dark ? 0.10 : 0.035)
+
+    // The accent is a ground, the others are colours of text and signs.
+    readonly property color accent: dark ? "#1f6fe5" : "#0a60d6"
+    readonly property color accentText: "#ffffff"
+    readonly property color blue: dark ? "#72b2ff" : "#0a58c6"
+    readonly property color green: dark ? "#4fc46a" : "#1c7c36"
+    readonly property color orange: dark ? "#ff9f2e" : "#c76500"
+    readonly property color red: dark ? "#ff8078" : "#c02a20"
+    readonly property color gray: dark ? "#98989f" : "#77777d"
+    readonly property color teal: dark ? "#4fc3cf" : "#0b7480"
+    readonly property color yellow: dark ? "#ffd84d" : "#8a6200"
+    readonly property color slackPurple: dark ? "#c79bf2" : "#660099"
+
+    readonly property var modelGrounds: dark ? darkModelGrounds : lightModelGrounds
+    readonly property var lightModelGrounds: ({
+        purple: "#7a2fa8", blue: "#00419f", green: "#00551f", orange: "#8a3700", cyan: "#00506e",
+        red: "#a3121a", teal: "#00545a", indigo: "#3a35a8", pink: "#a3104f", yellow: "#634700",
+        mint: "#00563f", brown: "#6a4326", gray: "#48484f"
+    })
+    readonly property var darkModelGrounds: ({
+        purple: "#8d45bd", blue: "#1a66cc", green: "#1d7d3c", orange: "#ad5510", cyan: "#0f7597",
+        red: "#c4363a", teal: "#127a80", indigo: "#5955c9", pink: "#c2366f", yellow: "#876413",
+        mint: "#127d5f", brown: "#8c6142", gray: "#67676f"
+    })
+
+    // Measures, in points
+    readonly property int radius: 6
+    readonly property int cardRadius: 10
+    readonly property int gap: 6
+    readonly property int pad: 8
+    readonly property int fieldHeight: 24
+    readonly property int quick: 120 // ms
+    readonly property int calm: 200
+    readonly property int tipDelay: 600
+
+    readonly property font body: font(13, Font.Normal)
+    readonly property font headline: font(13, Font.DemiBold)
+    readonly property font title3: font(15, Font.DemiBold)
+    readonly property font title: font(20, Font.Bold)
+    readonly property font caption: Qt.font({
+        family: Qt.application.font.family, pixelSize: 10, weight: Font.DemiBold,
+        letterSpacing: 0.5, capitalization: Font.SmallCaps
+    })
+    readonly property string monospace: MarkedText.codeFamily()
+
+    function font(size: real, weight: int, tracking: real): font {
+        return Qt.font({
+            family: Qt.application.font.family, pixelSize: size, weight: weight,
+            letterSpacing: tracking ? tracking : 0
+        });
+    }
+
+    // Colours out of data and tables come as words.
+    function colourOf(colour: var): color {
+        return typeof colour === "string" ? Qt.color(colour) : colour;
+    }
+
+    function faded(colour: var, opacity: real): color {
+        const c = colourOf(colour);
+        return Qt.rgba(c.r, c.g, c.b, c.a * opacity);
+    }
+
+    // What is seen where a colour lies on an opaque ground.
+    function over(colour: var, ground: var): color {
+        const c = colourOf(colour), g = colourOf(ground);
+        const mix = (top, below) => top * c.a + below * (1 - c.a);
+        return Qt.rgba(mix(c.r, g.r), mix(c.g, g.g), mix(c.b, g.b), 1);
+    }
+
+    // 0 to 1, as WCAG 2.1 defines it.
+    function luminance(colour: var): real {
+        const c = colourOf(colour);
+        const linear = v => v <= 0.04045 ? v / 12.92 : Math.pow((v + 0.055) / 1.055, 2.4);
+        return 0.2126 * linear(c.r) + 0.7152 * linear(c.g) + 0.0722 * linear(c.b);
+    }
+
+    function contrast(one: var, other: var): real {
+        const a = luminance(one), b = luminance(other);
+        return (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
+    }
+
+    // The colour itself, or the nearest on the way to black or white that can be read on the ground.
+    function readable(colour: var, ground: var): color {
+        const end = luminance(ground) < 0.18 ? "#ffffff" : "#000000";
+        for (let part = 0; part < 1; part += 0.04) {
+            const tried = over(faded(end, part), colour);
+            if (contrast(tried, ground) >= 4.6)
+                return tried;
+        }
+        return colourOf(end);
+    }
+
+    // The colour as a ground on which white can be read.
+    function filled(colour: var): color {
+        return readable(over(colour, "#ffffff"), "#ffffff");
+    }
+
+    // A section's light tint, or its dark sister.
+    function chainGround(tint: var): color {
+        return dark ? sister(tint, 0.20, 0.20) : colourOf(tint);
+    }
+
+    function pastelGround(colour: var, opacity: real): color {
+        return over(faded(dark ? sister(colour, 0.24, 0.26) : colour, opacity), card);
+    }
+
+    // Of the same hue.
+    function sister(colour: var, saturation: real, lightness: real): color {
+        return Qt.hsla(Math.max(colourOf(colour).hslHue, 0), saturation, lightness, 1);
+    }
+
+    // The ground of a model's row; anything unknown is gray.
+    function modelGround(name: string): color {
+        return colourOf(modelGrounds[name] ?? modelGrounds.gray);
+    }
+
+    // Signs by the names that the record has for them, and the files that show them.
+    readonly property var symbols: ({
+        "bolt.fill": "lightning-fill", "bolt.slash": "lightning-slash",
+        "book.closed.fill": "book-fill", "key.fill": "key-fill", "doc.fill": "file-fill",
+        "folder.fill": "folder-fill", "books.vertical.fill": "books-fill",
+        "creditcard.fill": "credit-card-fill", "plus.circle.fill": "plus-circle-fill",
+        "play.fill": "play-fill", "pause.fill": "pause-fill", "stop.fill": "stop-fill",
+        "minus.circle": "minus-circle", "lightbulb.fill": "lightbulb-fill",
+        "ellipsis.circle": "dots-three-circle", "text.alignleft": "text-align-left",
+        "chevron.left": "caret-left-bold", "chevron.right": "caret-right-bold",
+        "chevron.up": "caret-up-bold", "chevron.down": "caret-down-bold", "xmark": "x-bold",
+        "xmark.circle.fill": "x-circle-fill", "checkmark": "check-bold", "plus": "plus-bold",
+        "arrow.clockwise": "arrow-clockwise",
+        "arrow.clockwise.circle.fill": "arrow-clockwise-circle-fill"
+    })
+
+    function symbol(platformName: string): string {
+        return symbols[platformName] ?? platformName;
+    }
 }

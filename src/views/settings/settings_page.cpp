@@ -5,13 +5,20 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
+#include "views/settings/symbol_provider.h"
+
 namespace varnhold {
+
+void prepareEngine(QQmlEngine& engine) {
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // the engine's now
+}
 
 SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent) : QQuickWidget(parent) {
     const QUrl url(QStringLiteral("qrc:/qt/qml/Varnhold/SettingsView.qml"));
     setResizeMode(SizeRootObjectToView);
     setAcceptDrops(true);
-    engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    prepareEngine(*engine());
     auto* component = new QQmlComponent(engine(), url, this);
     QObject* root = component->createWithInitialProperties(
         {{QStringLiteral("settings"), QVariant::fromValue(&model)}});

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// Something to scroll, with a scroll bar that shows while it is of use, or always.
+Flickable {
+    id: root
+
+    property bool alwaysVisible: false
+
+    readonly property bool scrollable: contentHeight > height
+
+    clip: true
+    contentWidth: width
+    contentHeight: contentItem.childrenRect.height
+    boundsBehavior: Flickable.StopAtBounds
+    pixelAligned: true
+
+    T.ScrollBar.vertical: T.ScrollBar {
+        id: bar
+
+        readonly property bool wide: hovered || pressed
+
+        width: 11
+        padding: 2
+        visible: root.scrollable
+        policy: T.ScrollBar.AlwaysOn
+        minimumSize: 0.08
+        z: 2
+        Accessible.name: qsTr("Scroll bar")
+
+        contentItem: Item {
+            implicitWidth: 7
+
+            Rectangle {
+                anchors.right: parent.right
+                width: bar.wide ? 7 : 5
+                height: parent.height
+                radius: width / 2
+                color: Theme.text
+                opacity: bar.pressed ? 0.5 : bar.hovered ? 0.4
+                    : root.alwaysVisible || root.moving || touched.hovered ? 0.25 : 0
+
+                Behavior on opacity { NumberAnimation { duration: Theme.calm } }
+                Behavior on width { NumberAnimation { duration: Theme.quick } }
+            }
+        }
+    }
+
+    HoverHandler { id: touched }
+}

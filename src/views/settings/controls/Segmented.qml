@@ -1,0 +1,106 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// A choice among a few values side by side; the arrow keys choose the neighbour.
+T.Control {
+    id: root
+
+    property var values: []
+    property string current
+    property string name
+    property real size: 11
+
+    signal chosen(string value)
+
+    readonly property int currentIndex: values.indexOf(current)
+
+    function choose(index: int) {
+        if (index >= 0 && index < values.length && index !== currentIndex) {
+            chosen(values[index]);
+            if (currentIndex >= 0)
+                segments.itemAt(currentIndex).forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
+
+    implicitWidth: 4 + values.length * Math.ceil(widest.width + 20)
+    implicitHeight: Theme.fieldHeight
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.name
+
+    TextMetrics {
+        id: widest
+
+        font: Theme.font(root.size, Font.DemiBold)
+        text: root.values.reduce((a, b) => b.length > a.length ? b : a, "")
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: Theme.trough
+
+        Rectangle {
+            x: 2 + Math.max(0, root.currentIndex) * width
+            y: 2
+            visible: root.currentIndex >= 0
+            width: (parent.width - 4) / Math.max(1, root.values.length)
+            height: parent.height - 4
+            radius: Theme.radius - 1
+            color: Theme.control
+            border.color: Theme.separator
+
+            Behavior on x { NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic } }
+        }
+    }
+
+    contentItem: Item {
+        Row {
+            anchors.fill: parent
+            anchors.margins: 2
+
+            Repeater {
+                id: segments
+
+                model: root.values
+
+                T.AbstractButton {
+                    id: segment
+
+                    required property int index
+                    required property string modelData
+
+                    readonly property bool chosen: index === root.currentIndex
+
+                    width: (root.width - 4) / root.values.length
+                    height: root.height - 4
+                    text: modelData
+                    hoverEnabled: true
+                    focusPolicy: chosen || (root.currentIndex < 0 && index === 0) ? Qt.TabFocus : Qt.NoFocus
+                    Accessible.role: Accessible.RadioButton
+                    Accessible.name: text
+                    Accessible.checkable: true
+                    Accessible.checked: chosen
+                    Keys.onLeftPressed: root.choose(root.currentIndex - 1)
+                    Keys.onRightPressed: root.choose(root.currentIndex + 1)
+                    onClicked: root.choose(index)
+
+                    contentItem: Label {
+                        text: segment.text
+                        font: Theme.font(root.size, segment.chosen ? Font.DemiBold : Font.Normal)
+                        color: Theme.text
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                        Accessible.ignored: true
+                    }
+
+                    background: Rectangle {
+                        radius: Theme.radius - 1
+                        color: segment.hovered && !segment.chosen ? Theme.hover : "transparent"
+
+                        FocusRing { shown: segment.visualFocus }
+                    }
+                }
+            }
+        }
+    }
+}

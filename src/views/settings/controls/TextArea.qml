@@ -1,0 +1,85 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// Lines of text to type, with a scroll bar; edited tells only of what the user types.
+T.Control {
+    id: root
+
+    property string text
+    property string name
+    property string placeholder
+    property real fontSize: 12
+    property bool monospaced: false
+
+    signal edited(string text)
+
+    readonly property alias editor: editor
+
+    implicitWidth: 240
+    implicitHeight: 80
+    focusPolicy: Qt.NoFocus
+    opacity: enabled ? 1 : 0.3
+    Accessible.ignored: true
+    onTextChanged: editor.take(text)
+    Component.onCompleted: editor.take(text)
+
+    contentItem: ScrollArea {
+        contentHeight: Math.max(height, editor.implicitHeight)
+
+        T.TextArea.flickable: T.TextArea {
+            id: editor
+
+            property bool taking: false
+
+            // From outside: what it holds already is left alone, so that the cursor stays.
+            function take(words: string) {
+                if (words === text)
+                    return;
+                const place = cursorPosition;
+                taking = true;
+                text = words;
+                cursorPosition = Math.min(place, length);
+                taking = false;
+            }
+
+            padding: 4
+            leftPadding: 6
+            rightPadding: 12
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            font.family: root.monospaced ? Theme.monospace : Theme.body.family
+            font.pixelSize: root.fontSize
+            color: Theme.text
+            selectionColor: Theme.accent
+            selectedTextColor: Theme.accentText
+            selectByMouse: true
+            Accessible.role: Accessible.EditableText
+            Accessible.name: root.name
+            onTextChanged: if (!taking) root.edited(text)
+            // Tab goes on to the next control, as everywhere else in the window.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+            Text {
+                x: editor.leftPadding
+                y: editor.topPadding
+                width: editor.width - editor.leftPadding - editor.rightPadding
+                visible: editor.length === 0 && editor.preeditText === ""
+                text: root.placeholder
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                font: editor.font
+                color: Theme.secondaryText
+                Accessible.ignored: true
+            }
+        }
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: Theme.fieldBackground
+        border.width: editor.activeFocus ? 2 : 1
+        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
+    }
+}
