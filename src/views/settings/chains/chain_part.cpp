@@ -154,7 +154,11 @@ void ChainPart::deleteModel(const QString& uid) {
     }
 }
 
-void ChainPart::sync(Animation) {
+void ChainPart::sync(Animation animation) {
+    if (const bool fading = animation == Animation::easeOut; fading_ != fading) {
+        fading_ = fading; // before the rows, which then take their time
+        emit fadingChanged();
+    }
     bots_.sync(shownBots(botsOf(view(), section_.list)));
     std::vector<KeyedListModel::Row> rows;
     for (const AIModelItem& model : view().chainArray(section_.list)) {

@@ -36,6 +36,8 @@ class ChainPart final : public SettingsPart {
     Q_PROPERTY(QString dotHelp READ dotHelp NOTIFY shownChanged)
     Q_PROPERTY(bool topTargeted READ topTargeted WRITE setTopTargeted NOTIFY shownChanged)
     Q_PROPERTY(bool botsTargeted READ botsTargeted WRITE setBotsTargeted NOTIFY shownChanged)
+    // What was dragged comes back gently.
+    Q_PROPERTY(bool fading READ fading NOTIFY fadingChanged)
     Q_PROPERTY(KeyedListModel* bots READ bots CONSTANT)
     Q_PROPERTY(KeyedListModel* models READ models CONSTANT)
 
@@ -61,6 +63,7 @@ public:
     [[nodiscard]] bool botsTargeted() const { return shown_.botsTargeted; }
     void setTopTargeted(bool targeted);
     void setBotsTargeted(bool targeted);
+    [[nodiscard]] bool fading() const { return fading_; }
     [[nodiscard]] KeyedListModel* bots() { return &bots_; }
     [[nodiscard]] KeyedListModel* models() { return &models_; }
 
@@ -88,6 +91,7 @@ public:
 
 signals:
     void shownChanged();
+    void fadingChanged();
 
 private:
     struct Shown {
@@ -107,6 +111,7 @@ private:
 
     const ChainSection& section_;
     Shown shown_;
+    bool fading_ = false;
     KeyedListModel bots_;
     KeyedListModel models_;
 };

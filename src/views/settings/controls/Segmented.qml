@@ -28,6 +28,32 @@ T.Control {
     Accessible.role: Accessible.Grouping
     Accessible.name: root.name
 
+    // Equal shares where the longest value fits into one, or else to each what its value needs.
+    readonly property bool even: (width - 4) / Math.max(1, values.length) >= widest.width + 12
+    readonly property real needed: values.reduce((sum, value) => sum + need(value), 0)
+
+    function need(value: string): real {
+        return metrics.advanceWidth(value) + 12;
+    }
+
+    function share(index: int): real {
+        const whole = width - 4;
+        return even ? whole / values.length : whole * need(values[index]) / needed;
+    }
+
+    function start(index: int): real {
+        let x = 2;
+        for (let i = 0; i < index; ++i)
+            x += share(i);
+        return x;
+    }
+
+    FontMetrics {
+        id: metrics
+
+        font: widest.font
+    }
+
     TextMetrics {
         id: widest
 
@@ -40,10 +66,10 @@ T.Control {
         color: Theme.trough
 
         Rectangle {
-            x: 2 + Math.max(0, root.currentIndex) * width
+            x: root.start(Math.max(0, root.currentIndex))
             y: 2
             visible: root.currentIndex >= 0
-            width: (parent.width - 4) / Math.max(1, root.values.length)
+            width: visible ? root.share(root.currentIndex) : 0
             height: parent.height - 4
             radius: Theme.radius - 1
             color: Theme.control
@@ -71,7 +97,7 @@ T.Control {
 
                     readonly property bool chosen: index === root.currentIndex
 
-                    width: (root.width - 4) / root.values.length
+                    width: root.share(index)
                     height: root.height - 4
                     text: modelData
                     hoverEnabled: true

@@ -13,6 +13,9 @@ T.Control {
     property bool canGoLeft: true
     property bool canGoRight: true
     property string help
+    property real labelWidth: 0 // at least; steppers under each other line up
+
+    readonly property real labelImplicitWidth: caption.implicitWidth
 
     signal goneLeft()
     signal goneRight()
@@ -38,7 +41,10 @@ T.Control {
             spacing: 2
 
             Label {
+                id: caption
+
                 anchors.verticalCenter: parent.verticalCenter
+                width: Math.max(implicitWidth, root.labelWidth)
                 rightPadding: 4
                 text: root.label
                 font: Theme.font(11, Font.Medium)
