@@ -3,6 +3,7 @@
 #include <QMimeData>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickWindow>
 
 #include "shown_settings.h"
 
@@ -38,11 +39,27 @@ void ShownChains::settle() {
 }
 
 QQuickItem* ShownChains::named(const QString& name, const QString& under) const {
-    QQuickItem* root = page->rootObject();
+    QQuickItem* root = page->quickWindow()->contentItem(); // menus stand beside the page
     if (!under.isEmpty()) {
         root = ShownSettings::named(root, under);
     }
-    return root == nullptr ? nullptr : ShownSettings::named(root, name);
+    if (root != nullptr) {
+        for (QQuickItem* child : root->childItems()) {
+            if (QQuickItem* found = ShownSettings::named(child, name)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+QQuickItem* ShownChains::focused() const {
+    return page->quickWindow()->activeFocusItem();
+}
+
+QVariant ShownChains::theme(const char* property) const {
+    const int type = qmlTypeId("Varnhold", 1, 0, "Theme");
+    return page->engine()->singletonInstance<QObject*>(type)->property(property);
 }
 
 QPoint ShownChains::middle(const QQuickItem* item) {
@@ -54,6 +71,12 @@ void ShownChains::click(const QString& name, const QString& under, Qt::MouseButt
     ASSERT_NE(item, nullptr) << qPrintable(name);
     QTest::mouseClick(page, button, {}, middle(item));
     settle();
+}
+
+void ShownChains::focus(const QString& name, const QString& under) {
+    QQuickItem* item = named(name, under);
+    ASSERT_NE(item, nullptr) << qPrintable(name);
+    item->forceActiveFocus(Qt::TabFocusReason);
 }
 
 void ShownChains::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {

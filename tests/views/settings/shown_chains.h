@@ -24,13 +24,17 @@ struct ShownChains : SettingsParts {
     void settle();
 
     // The first item, from the front, that is announced under this name; null if there is none.
-    // `under` is such a name too, of something around it.
+    // `under` is such a name too, of something around it, which isn't meant itself.
     [[nodiscard]] QQuickItem* named(const QString& name, const QString& under = {}) const;
+    [[nodiscard]] QQuickItem* focused() const;
+    // A colour or measure of the window's theme.
+    [[nodiscard]] QVariant theme(const char* property) const;
     // On the page.
     [[nodiscard]] static QPoint middle(const QQuickItem* item);
 
     void click(const QString& name, const QString& under = {},
                Qt::MouseButton button = Qt::LeftButton);
+    void focus(const QString& name, const QString& under = {});
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
 
     // A press and a pull on the row, as far as its being noted that it is dragged.

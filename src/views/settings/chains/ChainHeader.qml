@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Varnhold
 
 // What stands over a chain's zones: its title with the dot of its cache, its hint and its steppers.
@@ -13,7 +12,7 @@ Column {
 
     spacing: Theme.gap
 
-    T.Control {
+    FocusItem {
         id: titleRow
 
         function openMenu(x: real, y: real) {
@@ -22,9 +21,9 @@ Column {
 
         width: parent.width
         implicitHeight: title.implicitHeight
-        focusPolicy: Qt.TabFocus
         Accessible.role: Accessible.Heading
         Accessible.name: root.chain.title
+        Accessible.description: qsTr("Has a menu that tells how to add models")
         Accessible.onPressAction: openMenu(0, height)
         Keys.onMenuPressed: openMenu(0, height)
         Keys.onPressed: event => {

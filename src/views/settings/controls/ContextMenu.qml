@@ -1,5 +1,4 @@
 import QtQuick
-import QtQml
 import QtQuick.Templates as T
 import Varnhold
 
@@ -13,9 +12,16 @@ T.Menu {
 
     // At a place of the item's; afterwards the keyboard is in the menu.
     function openAt(item: Item, x: real, y: real) {
+        const former = item.Window.activeFocusItem;
+        returnTo = former;
+        returnReason = former && former.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
         parent = item;
         popup(item, x, y);
     }
+
+    property Item returnTo: null // what has the focus again afterwards
+    property int returnReason: Qt.PopupFocusReason
+    property bool inside: false // the keyboard, when it closes
 
     readonly property bool checkColumn: rows.some(row => row.checked === true)
 
@@ -25,6 +31,8 @@ T.Menu {
     focus: true
     implicitWidth: Math.max(140, list.widest + 8)
     implicitHeight: list.contentHeight + 8
+    onAboutToHide: inside = activeFocus
+    onClosed: if (inside && returnTo) returnTo.forceActiveFocus(returnReason)
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
     contentItem: ListView {
@@ -40,13 +48,9 @@ T.Menu {
 
     background: Panel { radius: 8 }
 
-    Instantiator {
+    Repeater {
         model: root.rows
-        onObjectAdded: (index, object) => {
-            root.insertItem(index, object);
-            list.widest = Math.max(list.widest, object.implicitWidth);
-        }
-        onObjectRemoved: (index, object) => root.removeItem(object)
+        onItemAdded: (index, item) => list.widest = Math.max(list.widest, item.implicitWidth)
 
         MenuRow {
             required property int index

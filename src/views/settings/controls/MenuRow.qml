@@ -19,9 +19,8 @@ T.MenuItem {
     leftPadding: 8
     rightPadding: 12
     enabled: kind === "action"
-    Accessible.role: kind === "divider" ? Accessible.Separator
-        : kind === "section" ? Accessible.StaticText : Accessible.MenuItem
     Accessible.name: root.text
+    Accessible.ignored: kind === "divider"
     Accessible.checkable: root.checkColumn
     Accessible.checked: root.checked
 

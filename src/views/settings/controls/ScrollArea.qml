@@ -8,11 +8,12 @@ Flickable {
 
     property bool alwaysVisible: false
 
+    readonly property var extent: contentItem.childrenRect
     readonly property bool scrollable: contentHeight > height
 
     clip: true
     contentWidth: width
-    contentHeight: contentItem.childrenRect.height
+    contentHeight: extent.height
     boundsBehavior: Flickable.StopAtBounds
     pixelAligned: true
 
