@@ -20,15 +20,33 @@ Rectangle {
             width: scroller.contentWidth
             height: scroller.contentHeight
 
-            leftContent: Rectangle {
+            leftContent: LeftPane {
                 anchors.fill: parent
-                color: Theme.pane
+                settings: root.settings
             }
 
             rightContent: Item {
                 anchors.fill: parent
 
+                TopBlock {
+                    id: top
+
+                    objectName: "topBlock"
+                    width: parent.width
+                    height: 420
+                    settings: root.settings
+                }
+
+                ChainsPane {
+                    anchors.top: top.bottom
+                    anchors.bottom: bar.top
+                    width: parent.width
+                    settings: root.settings
+                }
+
                 BottomBar {
+                    id: bar
+
                     anchors.bottom: parent.bottom
                     width: parent.width
                     onReset: root.settings.reset()

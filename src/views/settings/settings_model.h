@@ -1,13 +1,16 @@
 #pragma once
 
 #include <QObject>
+#include <QQmlListProperty>
 #include <QtQml/qqmlregistration.h>
 #include <vector>
 
+#include "views/settings/chains/chain_part.h"
 #include "views/settings/columns/bots_part.h"
 #include "views/settings/columns/library_part.h"
 #include "views/settings/columns/prompts_part.h"
 #include "views/settings/columns/providers_part.h"
+#include "views/settings/groups/groups_part.h"
 #include "views/settings/settings_part.h"
 #include "views/settings/sheets/sheets_part.h"
 
@@ -26,6 +29,9 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(ProvidersPart* providers READ providers CONSTANT)
     Q_PROPERTY(PromptsPart* prompts READ prompts CONSTANT)
     Q_PROPERTY(SheetsPart* sheets READ sheets CONSTANT)
+    // In the order of the window.
+    Q_PROPERTY(QQmlListProperty<ChainPart> chains READ chains CONSTANT)
+    Q_PROPERTY(GroupsPart* groups READ groups CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);
@@ -41,6 +47,8 @@ public:
     [[nodiscard]] ProvidersPart* providers() { return &providers_; }
     [[nodiscard]] PromptsPart* prompts() { return &prompts_; }
     [[nodiscard]] SheetsPart* sheets() { return &sheets_; }
+    [[nodiscard]] QQmlListProperty<ChainPart> chains() { return {this, &chains_}; }
+    [[nodiscard]] GroupsPart* groups() { return groups_; }
 
     // Each time the window comes to be seen.
     void appear();
@@ -63,6 +71,8 @@ private:
     PromptsPart prompts_{context_, nullptr};
     SheetsPart sheets_{context_, nullptr};
     std::vector<SettingsPart*> parts_{&bots_, &library_, &providers_, &prompts_, &sheets_};
+    QList<ChainPart*> chains_;
+    GroupsPart* groups_ = nullptr;
     bool showHints_ = false;
     bool springs_ = false;
 };

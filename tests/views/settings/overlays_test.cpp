@@ -41,8 +41,8 @@ TEST(Sheet, IsDismissedByEscapeAndGivesTheKeyboardBack) {
 TEST(Sheet, KeepsTheKeyboardToItself) {
     ShownItem shown(sheet);
     shown.root()->setProperty("asked", true);
-    const QStringList order{QStringLiteral("Cancel"), QStringLiteral("Add"),
-                            QStringLiteral("Name"), QStringLiteral("Cancel")};
+    const QStringList order{QStringLiteral("Cancel"), QStringLiteral("Add"), QStringLiteral("Name"),
+                            QStringLiteral("Cancel")};
     for (const QString& name : order) {
         shown.press(Qt::Key_Tab);
         EXPECT_EQ(shown.focused(), shown.named(name)) << qPrintable(name);

@@ -73,8 +73,7 @@ INSTANTIATE_TEST_SUITE_P(All, TextControls, ::testing::Values("Role", "Prompt"),
 
 TEST(Field, HidesWhatIsSecret) {
     ShownItem shown(R"(Item { Field { name: "Key"; text: "sesame"; secret: true } })");
-    const auto* spoken =
-        QAccessible::queryAccessibleInterface(shown.named(QStringLiteral("Key")));
+    const auto* spoken = QAccessible::queryAccessibleInterface(shown.named(QStringLiteral("Key")));
     EXPECT_EQ(spoken->state().passwordEdit, 1U);
     EXPECT_EQ(shown.named(QStringLiteral("Key"))->property("displayText").toString(),
               QString(6, QChar(0x2022)));
@@ -90,8 +89,8 @@ TEST(MarkedText, EscapesDataAndSetsEmojiInTheirFont) {
 
 TEST(MarkedText, KnowsBoldAndCodeAndNothingElse) {
     const MarkedText marked;
-    const QString markup = marked.inlineMarkup(
-        QStringLiteral("**a** `b` *c* <i>\n2 * 3"), QStringLiteral("DejaVu Sans Mono"));
+    const QString markup = marked.inlineMarkup(QStringLiteral("**a** `b` *c* <i>\n2 * 3"),
+                                               QStringLiteral("DejaVu Sans Mono"));
     EXPECT_TRUE(markup.contains(QStringLiteral("<b>a</b> "))) << qPrintable(markup);
     EXPECT_TRUE(markup.contains(QStringLiteral("'DejaVu Sans Mono'\">b</span> *c* &lt;i&gt;<br>")))
         << qPrintable(markup);

@@ -34,8 +34,8 @@ public:
 
     // Drags the text with a picture of the item, held at the point given in the item's coordinates.
     // Returns at once; does nothing while another drag is on, or without a text.
-    Q_INVOKABLE void start(QQuickItem* item, const QString& payload, const QString& kind, qreal hotX,
-                           qreal hotY);
+    Q_INVOKABLE void start(QQuickItem* item, const QString& payload, const QString& kind,
+                           qreal hotX, qreal hotY);
 
     // Whether a target of these kinds takes what is dragged. Text of other programs has no kind.
     Q_INVOKABLE [[nodiscard]] bool suits(const QStringList& kinds) const;
