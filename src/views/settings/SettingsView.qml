@@ -55,6 +55,8 @@ Rectangle {
         }
     }
 
+    DragAnnouncer {}
+
     Overlays {
         anchors.fill: parent
         sheets: root.settings.sheets

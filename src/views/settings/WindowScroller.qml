@@ -14,7 +14,7 @@ Flickable {
 
     // Brings what the keyboard has come to into view, in each thing that scrolls around it. What is
     // clicked must not run away from the pointer.
-    function follow(item: Item) {
+    function follow(item: var) {
         if (!item || item.focusReason === Qt.MouseFocusReason)
             return;
         for (let around = item.parent; around; around = around.parent) {
@@ -23,7 +23,7 @@ Flickable {
         }
     }
 
-    function reveal(item: Item, area: Flickable) {
+    function reveal(item: var, area: Flickable) {
         const place = area.contentItem.mapFromItem(item, 0, 0);
         const margin = Theme.pad;
         if (item.height <= area.height && area.contentHeight > area.height) {
@@ -47,38 +47,13 @@ Flickable {
     pixelAligned: true
     clip: true
 
-    T.ScrollBar.vertical: SlimBar { visible: root.contentHeight > root.height }
-    T.ScrollBar.horizontal: SlimBar { visible: root.contentWidth > root.width }
-    Window.onActiveFocusItemChanged: follow(Window.activeFocusItem)
-
-    component SlimBar: T.ScrollBar {
-        id: bar
-
-        readonly property int thickness: hovered || pressed ? 7 : 5
-
-        implicitWidth: 11
-        implicitHeight: 11
-        padding: 2
-        policy: T.ScrollBar.AlwaysOn
-        minimumSize: 0.08
-        z: 2
-        Accessible.name: qsTr("Scroll bar of the window")
-
-        contentItem: Item {
-            implicitWidth: 7
-            implicitHeight: 7
-
-            Rectangle {
-                anchors.right: parent.right
-                anchors.bottom: parent.bottom
-                width: bar.orientation === Qt.Vertical ? bar.thickness : parent.width
-                height: bar.orientation === Qt.Vertical ? parent.height : bar.thickness
-                radius: bar.thickness / 2
-                color: Theme.text
-                opacity: bar.pressed ? 0.5 : bar.hovered ? 0.4 : 0.25
-
-                Behavior on opacity { NumberAnimation { duration: Theme.calm } }
-            }
-        }
+    T.ScrollBar.vertical: SlimScrollBar {
+        visible: root.contentHeight > root.height
+        lit: true
     }
+    T.ScrollBar.horizontal: SlimScrollBar {
+        visible: root.contentWidth > root.width
+        lit: true
+    }
+    Window.onActiveFocusItemChanged: follow(Window.activeFocusItem)
 }

@@ -24,14 +24,14 @@ class SettingsModel final : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool showHints READ showHints WRITE setShowHints NOTIFY showHintsChanged)
     Q_PROPERTY(bool springs READ springs NOTIFY springsChanged)
-    Q_PROPERTY(BotsPart* bots READ bots CONSTANT)
-    Q_PROPERTY(LibraryPart* library READ library CONSTANT)
-    Q_PROPERTY(ProvidersPart* providers READ providers CONSTANT)
-    Q_PROPERTY(PromptsPart* prompts READ prompts CONSTANT)
-    Q_PROPERTY(SheetsPart* sheets READ sheets CONSTANT)
+    Q_PROPERTY(varnhold::BotsPart* bots READ bots CONSTANT)
+    Q_PROPERTY(varnhold::LibraryPart* library READ library CONSTANT)
+    Q_PROPERTY(varnhold::ProvidersPart* providers READ providers CONSTANT)
+    Q_PROPERTY(varnhold::PromptsPart* prompts READ prompts CONSTANT)
+    Q_PROPERTY(varnhold::SheetsPart* sheets READ sheets CONSTANT)
     // In the order of the window.
-    Q_PROPERTY(QQmlListProperty<ChainPart> chains READ chains CONSTANT)
-    Q_PROPERTY(GroupsPart* groups READ groups CONSTANT)
+    Q_PROPERTY(QQmlListProperty<varnhold::ChainPart> chains READ chains CONSTANT)
+    Q_PROPERTY(varnhold::GroupsPart* groups READ groups CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);

@@ -106,7 +106,7 @@ TEST_F(Sheets, GiveTheFocusBackToWhatHadIt) {
 TEST_F(Sheets, StandOneAtATimeAndTheNextFollows) {
     show();
     focus("Reset");
-    view->showManageGroupsSheet = true;
+    model->openManageCustomGroups();
     view->showWelcome = true;
     raiseAlert("Something.");
     EXPECT_EQ(model->sheets()->standing(), QStringLiteral("manageGroups"));

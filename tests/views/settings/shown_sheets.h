@@ -29,17 +29,26 @@ struct ShownSheets : ShownSettings {
         return named(QString::fromUtf8(name)) != nullptr;
     }
 
-    void click(const char* name) const { ShownSettings::click(QString::fromUtf8(name)); }
+    // The control of that name; what it is called may stand beside it as a text of its own.
+    [[nodiscard]] QQuickItem* control(const char* name) const {
+        return control(page->rootObject(), QString::fromUtf8(name));
+    }
 
-    // Puts the focus on the control of that name, as Tab does.
+    void click(const char* name) const {
+        const QQuickItem* item = control(name);
+        ASSERT_NE(item, nullptr) << name;
+        click(item);
+    }
+
+    // Puts the focus on it, as Tab does.
     void focus(const char* name) const {
-        QQuickItem* item = named(QString::fromUtf8(name));
+        QQuickItem* item = control(name);
         ASSERT_NE(item, nullptr) << name;
         item->forceActiveFocus(Qt::TabFocusReason);
         ASSERT_EQ(focusedName(), name);
     }
 
-    // Replaces what stands in the field of that name by typing.
+    // Replaces what stands in the field by typing.
     void fillIn(const char* name, const char* text) const {
         click(name);
         press(Qt::Key_A, Qt::ControlModifier);
@@ -48,12 +57,12 @@ struct ShownSheets : ShownSettings {
     }
 
     [[nodiscard]] std::string valueOf(const char* name, const char* property = "text") const {
-        const QQuickItem* item = named(QString::fromUtf8(name));
+        const QQuickItem* item = control(name);
         return item == nullptr ? "(none)" : item->property(property).toString().toStdString();
     }
 
     [[nodiscard]] bool isEnabled(const char* name) const {
-        const QQuickItem* item = named(QString::fromUtf8(name));
+        const QQuickItem* item = control(name);
         return item != nullptr && item->isEnabled();
     }
 
@@ -61,6 +70,24 @@ struct ShownSheets : ShownSettings {
     [[nodiscard]] long saves() const {
         const auto& keys = platform.defaults.written;
         return std::count(keys.begin(), keys.end(), "api_key_cerebras");
+    }
+
+private:
+    [[nodiscard]] static QQuickItem* control(QQuickItem* under, const QString& name) {
+        if (!under->isVisible()) {
+            return nullptr;
+        }
+        if (const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(under);
+            spoken != nullptr && spoken->text(QAccessible::Name) == name &&
+            spoken->role() != QAccessible::StaticText) {
+            return under;
+        }
+        for (QQuickItem* child : under->childItems()) {
+            if (QQuickItem* found = control(child, name)) {
+                return found;
+            }
+        }
+        return nullptr;
     }
 };
 

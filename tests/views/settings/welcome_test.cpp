@@ -117,7 +117,7 @@ TEST_F(FirstRun, MarksBoldWordsAndCodeAndKeepsTheLines) {
     EXPECT_FALSE(html.contains(QStringLiteral("**")));
     EXPECT_FALSE(html.contains(QLatin1Char('`')));
     EXPECT_EQ(html.count(QStringLiteral("<br")), 4);
-    EXPECT_EQ(steps->property("lineCount").toInt(), 5);
+    EXPECT_GT(steps->implicitHeight(), 5 * 12);
     EXPECT_TRUE(shows("• `trestart` — restart all 20+ bot daemons (loads new code/keys)\n"
                       "• `/status` — check which models in each chain are reachable\n"
                       "• `/ping` — quick health check\n"

@@ -36,17 +36,19 @@ Sheet {
                 ]
 
                 LabeledRow {
+                    id: line
+
                     required property var modelData
 
-                    width: column.width
+                    width: parent.width
                     label: modelData.label
 
                     Field {
                         anchors.fill: parent
-                        name: modelData.label
-                        placeholder: modelData.prompt
-                        text: root.form[modelData.of]
-                        onEdited: words => root.form[modelData.of] = words
+                        name: line.modelData.label
+                        placeholder: line.modelData.prompt
+                        text: root.form[line.modelData.of]
+                        onEdited: words => root.form[line.modelData.of] = words
                     }
                 }
             }

@@ -60,6 +60,8 @@ Sheet {
                 ]
 
                 Row {
+                    id: line
+
                     required property var modelData
 
                     width: parent.width
@@ -67,7 +69,7 @@ Sheet {
 
                     Symbol {
                         anchors.verticalCenter: parent.verticalCenter
-                        name: Theme.symbol(modelData.sign)
+                        name: Theme.symbol(line.modelData.sign)
                         size: 18
                         color: Theme.blue
                     }
@@ -75,7 +77,7 @@ Sheet {
                     Text {
                         anchors.verticalCenter: parent.verticalCenter
                         width: parent.width - 34
-                        text: modelData.text
+                        text: line.modelData.text
                         textFormat: Text.PlainText
                         wrapMode: Text.Wrap
                         font: Theme.body

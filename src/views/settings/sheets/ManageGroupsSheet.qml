@@ -56,11 +56,13 @@ Sheet {
                     model: root.form.groups
 
                     ManageGroupsRow {
+                        id: row
+
                         width: rows.width - (list.scrollable ? 12 : 0)
-                        onRenamed: name => root.form.rename(groupId, name)
+                        onRenamed: name => root.form.rename(row.groupId, name)
                         onRemoved: {
                             newName.forceActiveFocus(Qt.OtherFocusReason); // this row's is going
-                            root.form.remove(groupId);
+                            root.form.remove(row.groupId);
                         }
                     }
                 }

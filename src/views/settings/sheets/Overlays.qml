@@ -30,6 +30,8 @@ Item {
     Loader {
         id: place
 
+        objectName: "overlay"
+
         anchors.fill: parent
         sourceComponent: root.kinds[root.sheets.standing] ?? null
         onLoaded: coming.restart()

@@ -57,6 +57,8 @@ Column {
             ]
 
             Item {
+                id: line
+
                 required property var modelData
 
                 width: root.width
@@ -66,7 +68,7 @@ Column {
                     id: name
 
                     width: 136
-                    text: modelData.name
+                    text: line.modelData.name
                     font: Theme.font(12, Font.DemiBold)
                 }
 
@@ -75,7 +77,7 @@ Column {
 
                     x: 144
                     width: parent.width - x
-                    text: modelData.text
+                    text: line.modelData.text
                 }
             }
         }

@@ -14,7 +14,7 @@ class ManageGroupsModel final : public SettingsPart {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     // A row for each group: groupId, name.
-    Q_PROPERTY(KeyedListModel* groups READ groups CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* groups READ groups CONSTANT)
     Q_PROPERTY(QString newName READ newName WRITE setNewName NOTIFY newNameChanged)
     Q_PROPERTY(bool canAdd READ canAdd NOTIFY newNameChanged)
 

@@ -20,10 +20,10 @@ class SheetsPart final : public SettingsPart {
     Q_PROPERTY(QString standing READ standing NOTIFY standingChanged)
     Q_PROPERTY(QString alertText READ alertText NOTIFY alertTextChanged)
     Q_PROPERTY(bool toastShown READ toastShown NOTIFY toastShownChanged)
-    Q_PROPERTY(TokenSheetModel* token READ token CONSTANT)
-    Q_PROPERTY(PromptEditorModel* prompt READ prompt CONSTANT)
-    Q_PROPERTY(AddModelForm* addModel READ addModel CONSTANT)
-    Q_PROPERTY(ManageGroupsModel* manageGroups READ manageGroups CONSTANT)
+    Q_PROPERTY(varnhold::TokenSheetModel* token READ token CONSTANT)
+    Q_PROPERTY(varnhold::PromptEditorModel* prompt READ prompt CONSTANT)
+    Q_PROPERTY(varnhold::AddModelForm* addModel READ addModel CONSTANT)
+    Q_PROPERTY(varnhold::ManageGroupsModel* manageGroups READ manageGroups CONSTANT)
 
 public:
     SheetsPart(const SettingsContext& context, QObject* parent);
