@@ -12,32 +12,28 @@ Flickable {
 
     readonly property bool scrollable: contentWidth > width || contentHeight > height
 
-    // Brings what the keyboard has come to into view, in each thing that scrolls around it. What is
+    // What the keyboard goes to must be seen, once the areas inside have scrolled for it. What is
     // clicked must not run away from the pointer.
-    function follow(item: var) {
-        if (!item || item.focusReason === Qt.MouseFocusReason)
+    readonly property Item focused: Window.activeFocusItem
+    onFocusedChanged: Qt.callLater(reveal)
+
+    function reveal() {
+        const item = focused as QtObject;
+        if (!item || item.focusReason === Qt.MouseFocusReason || !scrollable)
             return;
-        for (let around = item.parent; around; around = around.parent) {
-            if (around instanceof Flickable && around.visible)
-                reveal(item, around);
+        const place = contentItem.mapFromItem(focused, 0, 0);
+        const inside = place.x >= 0 && place.y >= 0 && place.x < contentWidth && place.y < contentHeight;
+        if (inside) {
+            contentX = nearest(contentX, place.x, focused.width, width, contentWidth);
+            contentY = nearest(contentY, place.y, focused.height, height, contentHeight);
         }
     }
 
-    function reveal(item: var, area: Flickable) {
-        const place = area.contentItem.mapFromItem(item, 0, 0);
-        const margin = Theme.pad;
-        if (item.height <= area.height && area.contentHeight > area.height) {
-            const lowest = Math.max(0, place.y + item.height + margin - area.height);
-            const highest = Math.max(0, place.y - margin);
-            area.contentY = Math.min(Math.max(area.contentY, lowest), highest,
-                                     area.contentHeight - area.height);
-        }
-        if (item.width <= area.width && area.contentWidth > area.width) {
-            const rightmost = Math.max(0, place.x + item.width + margin - area.width);
-            const leftmost = Math.max(0, place.x - margin);
-            area.contentX = Math.min(Math.max(area.contentX, rightmost), leftmost,
-                                     area.contentWidth - area.width);
-        }
+    // Where to scroll to, from where it is now, to see all of a stretch with a little around it.
+    function nearest(now: real, start: real, length: real, seen: real, whole: real): real {
+        const least = start + length + Theme.pad - seen;
+        const most = start - Theme.pad;
+        return Math.max(0, Math.min(Math.min(Math.max(now, least), most), whole - seen));
     }
 
     contentWidth: Math.max(width, leastWidth)
@@ -55,5 +51,4 @@ Flickable {
         visible: root.contentWidth > root.width
         lit: true
     }
-    Window.onActiveFocusItemChanged: follow(Window.activeFocusItem)
 }

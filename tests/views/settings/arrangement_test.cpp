@@ -85,7 +85,7 @@ TEST_F(Arrangement, ASmallerWindowScrollsInsteadOfCutting) {
     const QQuickItem* reset = named(QStringLiteral("Reset"));
     EXPECT_GT(place(reset).top(), 500);
     focus("Reset"); // the keyboard brings it into view
-    EXPECT_TRUE(QRectF(0, 0, 800, 500).contains(place(reset)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QRectF(0, 0, 800, 500).contains(place(reset)); }));
     click("Reset");
     EXPECT_THAT(view->workerModels, IsEmpty());
 }
