@@ -60,6 +60,13 @@ void appendServices(std::vector<BotMenuItem>& menu, const BotRow& row) {
     }
 }
 
+double hueAmong(const std::vector<std::string>& roles, const std::string& role, double rainbowEnd) {
+    const auto found = std::find(roles.begin(), roles.end(), role);
+    const std::size_t index =
+        found == roles.end() ? 0 : static_cast<std::size_t>(found - roles.begin());
+    return botHueForIndex(index, std::max<std::size_t>(roles.size(), 1), rainbowEnd);
+}
+
 } // namespace
 
 std::vector<BotRow> botRows(ModelSelectorView& view) {
@@ -109,17 +116,24 @@ std::vector<BotMenuItem> botMenu(const BotRow& row, const FleetContext& context)
 }
 
 double botColorHue(const Constants& constants, const std::string& role) {
+    return hueAmong(botRolesInOrder(constants), role, constants.RAINBOW_END);
+}
+
+std::vector<double> botColorHues(const Constants& constants, const std::vector<BotConfig>& bots) {
     const std::vector<std::string> roles = botRolesInOrder(constants);
-    const auto found = std::find(roles.begin(), roles.end(), role);
-    const std::size_t index =
-        found == roles.end() ? 0 : static_cast<std::size_t>(found - roles.begin());
-    return botHueForIndex(index, std::max<std::size_t>(roles.size(), 1), constants.RAINBOW_END);
+    std::vector<double> hues;
+    for (const BotConfig& bot : bots) {
+        hues.push_back(hueAmong(roles, bot.role, constants.RAINBOW_END));
+    }
+    return hues;
 }
 
 BotColor botDisplayColor(const Constants& constants, const std::string& role) {
-    return {.hue = botColorHue(constants, role),
-            .saturation = barSaturation,
-            .brightness = barBrightness};
+    return botDisplayColor(botColorHue(constants, role));
+}
+
+BotColor botDisplayColor(double hue) {
+    return {.hue = hue, .saturation = barSaturation, .brightness = barBrightness};
 }
 
 } // namespace varnhold

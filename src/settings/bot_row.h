@@ -52,6 +52,9 @@ struct BotMenuItem {
 
 // Hue of the bot with this role, as its bar has it. Reads the bots file on each call.
 [[nodiscard]] double botColorHue(const Constants& constants, const std::string& role);
+// The same of a whole fleet at once: hues of `bots`, in their order, after one reading of the file.
+[[nodiscard]] std::vector<double> botColorHues(const Constants& constants,
+                                               const std::vector<BotConfig>& bots);
 
 // Each from 0 to 1.
 struct BotColor {
@@ -63,5 +66,6 @@ struct BotColor {
 };
 
 [[nodiscard]] BotColor botDisplayColor(const Constants& constants, const std::string& role);
+[[nodiscard]] BotColor botDisplayColor(double hue);
 
 } // namespace varnhold

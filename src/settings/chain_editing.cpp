@@ -245,6 +245,15 @@ void ModelSelectorView::unassignBot(const std::string& launchdLabel, TargetList 
     save();
 }
 
+void ModelSelectorView::reset() {
+    for (auto* models :
+         {&workerModels, &architectModels, &photoModels, &videoModels, &governorModels}) {
+        models->clear();
+    }
+    refresh();
+    save();
+}
+
 bool ModelSelectorView::checkAuthFor(const AIModelItem& item) const {
     return varnhold::checkAuthFor(*this, item);
 }

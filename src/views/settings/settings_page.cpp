@@ -5,19 +5,26 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
+#include "views/settings/symbol_provider.h"
+
 namespace varnhold {
+
+void prepareEngine(QQmlEngine& engine) {
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // the engine's now
+}
 
 SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent) : QQuickWidget(parent) {
     const QUrl url(QStringLiteral("qrc:/qt/qml/Varnhold/SettingsView.qml"));
     setResizeMode(SizeRootObjectToView);
     setAcceptDrops(true);
-    engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    prepareEngine(*engine());
     auto* component = new QQmlComponent(engine(), url, this);
-    QObject* root = component->createWithInitialProperties(
-        {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
-    if (root == nullptr) {
+    if (!component->isReady()) {
         qFatal("%s", qPrintable(component->errorString())); // a file of our own is broken
     }
+    QObject* root = component->createWithInitialProperties(
+        {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
     setContent(url, component, root);
 }
 

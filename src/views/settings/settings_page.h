@@ -6,6 +6,9 @@
 
 namespace varnhold {
 
+// Teaches an engine what the window's QML needs of it.
+void prepareEngine(QQmlEngine& engine);
+
 // What the settings window shows, drawn by Qt Quick. The engine comes and goes with this object: a
 // supervisor whose window was never opened carries none. Main thread.
 class SettingsPage final : public QQuickWidget {

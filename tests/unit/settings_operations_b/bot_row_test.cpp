@@ -139,6 +139,14 @@ TEST(BotColor, OfAnUnknownRoleIsTheFirstOnesAndOfTwoWithOneRoleTheFirsts) {
     EXPECT_DOUBLE_EQ(botColorHue(window.constants, "b"), 0.415);
 }
 
+TEST(BotColor, OfAWholeFleetIsThatOfEachBot) {
+    Window window;
+    window.write(window.constants.botsConfigFile, encodeBots({bot("a"), bot("b"), bot("c")}));
+    EXPECT_THAT(botColorHues(window.constants, {bot("c"), bot("nobody"), bot("b"), bot("c")}),
+                ::testing::ElementsAre(0.83, 0, 0.415, 0.83));
+    EXPECT_EQ(botDisplayColor(0.83), botDisplayColor(window.constants, "c"));
+}
+
 TEST(TokenSheet, RefusesATokenOfBlanksThatTheFormAccepts) {
     Window window;
     window.view->tokenSheetBot = ops(" \t ");

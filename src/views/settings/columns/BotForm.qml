@@ -1,0 +1,66 @@
+import QtQuick
+import Varnhold
+
+// The line in which a new bot is described and added. The service is asked for, and every bot begins
+// on Telegram all the same.
+Item {
+    id: root
+
+    required property BotsPart bots
+
+    readonly property real fieldWidth: (width - service.width - add.width - 3 * Theme.gap) / 2
+
+    implicitWidth: 240
+    implicitHeight: Theme.fieldHeight
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("New bot")
+
+    Picker {
+        id: service
+
+        width: 80
+        leftPadding: 7
+        rightPadding: 16
+        font: Theme.font(11, Font.Normal)
+        values: root.bots.services
+        current: root.bots.newService
+        name: qsTr("Service")
+        onChosen: value => root.bots.newService = value
+    }
+
+    Field {
+        id: role
+
+        anchors.left: service.right
+        anchors.leftMargin: Theme.gap
+        width: root.fieldWidth
+        placeholder: qsTr("Role")
+        text: root.bots.newRole
+        onEdited: text => root.bots.newRole = text
+        onAccepted: token.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    Field {
+        id: token
+
+        anchors.left: role.right
+        anchors.leftMargin: Theme.gap
+        width: root.fieldWidth
+        placeholder: qsTr("Token")
+        text: root.bots.newToken
+        onEdited: text => root.bots.newToken = text
+        onAccepted: root.bots.addBot()
+    }
+
+    IconButton {
+        id: add
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: Theme.symbol("plus.circle.fill")
+        size: 17
+        color: Theme.blue
+        help: qsTr("Add bot")
+        onClicked: root.bots.addBot()
+    }
+}

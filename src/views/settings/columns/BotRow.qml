@@ -1,0 +1,223 @@
+import QtQuick
+import Varnhold
+
+// One bot. A press anywhere selects it; it can be dragged to where bots are taken.
+//
+// Its agent is watched while the row can be seen.
+FocusItem {
+    id: root
+
+    required property BotsPart bots
+    required property int index
+    required property string label
+    required property string icon
+    required property string title
+    required property string role
+    required property string presence
+    required property string presenceHelp
+    required property bool isPaused
+    required property bool offersConnection
+    required property string service
+    required property bool keptAlive
+    required property string keepaliveSymbol
+    required property string keepaliveHelp
+    required property bool isSelected
+    required property color colour
+
+    signal menuRequested(Item item, real x, real y)
+
+    readonly property string fullName: icon + " " + title
+    readonly property bool isCurrent: ListView.isCurrentItem
+    property bool pooled: false
+    readonly property string watched: pooled || Window.visibility === Window.Hidden ? "" : label
+    property string watching
+
+    // One agent is let go of before the next is watched.
+    function watch(agent: string) {
+        if (watching === agent)
+            return;
+        if (watching !== "")
+            bots.rowDisappeared(watching);
+        watching = agent;
+        if (agent !== "")
+            bots.rowAppeared(agent);
+    }
+
+    function openMenu() {
+        menuRequested(more, 0, more.height);
+    }
+
+    activeFocusOnTab: isCurrent
+    Accessible.role: Accessible.ListItem
+    Accessible.name: fullName
+    Accessible.description: [presenceHelp, role, offersConnection ? qsTr("Not connected") : service].join(", ")
+    Accessible.selectable: true
+    Accessible.selected: isSelected
+    Accessible.focusable: true
+    Accessible.onPressAction: bots.select(index)
+    Keys.onReturnPressed: bots.select(index)
+    Keys.onEnterPressed: bots.select(index)
+    Keys.onSpacePressed: source.pickUp()
+    Keys.onMenuPressed: openMenu()
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier) {
+            openMenu();
+            event.accepted = true;
+        }
+    }
+    onWatchedChanged: watch(watched)
+    Component.onCompleted: watch(watched)
+    Component.onDestruction: watch("")
+    ListView.onPooled: pooled = true
+    ListView.onReused: pooled = false
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius
+        color: root.isSelected ? Theme.faded(Theme.accent, 0.12) : Theme.faded(Theme.text, 0.03)
+        border.width: 1.5
+        border.color: Theme.faded(root.colour, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
+
+        FocusRing { shown: root.visualFocus }
+    }
+
+    DragSource {
+        id: source
+
+        anchors.fill: parent
+        activeFocusOnTab: false
+        payload: root.label
+        kind: "bot"
+        name: root.fullName
+        visual: root
+        Accessible.ignored: true
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        cursorShape: Qt.ArrowCursor
+        onPressed: {
+            root.ListView.view.currentIndex = root.index;
+            root.forceActiveFocus(Qt.MouseFocusReason);
+        }
+        onClicked: mouse => {
+            if (mouse.button === Qt.RightButton)
+                root.menuRequested(root, mouse.x, mouse.y);
+            else
+                root.bots.select(root.index);
+        }
+    }
+
+    Item {
+        anchors.fill: parent
+
+        StatusDot {
+            id: dot
+
+            x: 6
+            anchors.verticalCenter: parent.verticalCenter
+            color: ({ paused: Theme.orange, online: Theme.green })[root.presence] ?? Theme.red
+            help: root.presenceHelp
+        }
+
+        Item {
+            id: words
+
+            readonly property real roleLeast: duty.text === "" ? 0 : Math.min(duty.implicitWidth, 24) + Theme.gap
+
+            anchors.left: dot.right
+            anchors.leftMargin: Theme.gap
+            anchors.right: connection.left
+            anchors.rightMargin: Theme.gap + 4
+            anchors.verticalCenter: parent.verticalCenter
+            height: name.implicitHeight
+
+            EmojiLabel {
+                id: name
+
+                width: Math.min(implicitWidth, words.width - words.roleLeast)
+                text: root.fullName
+                font: Qt.font({
+                    family: Theme.body.family, pixelSize: 12, weight: Font.Bold, strikeout: root.isPaused
+                })
+                Accessible.ignored: true
+            }
+
+            Label {
+                id: duty
+
+                anchors.left: name.right
+                anchors.leftMargin: Theme.gap
+                anchors.baseline: name.baseline
+                width: Math.min(implicitWidth, Math.max(0, words.width - name.width - Theme.gap))
+                text: root.role
+                font: Theme.font(11, Font.Normal)
+                color: Theme.secondaryText
+                Accessible.ignored: true
+            }
+        }
+
+        Item {
+            id: connection
+
+            anchors.right: keepalive.left
+            anchors.rightMargin: Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
+            width: root.offersConnection ? connect.implicitWidth : badge.implicitWidth
+            height: 20
+
+            TextButton {
+                id: connect
+
+                visible: root.offersConnection
+                text: qsTr("Connect")
+                size: 11
+                prominent: true
+                ground: Theme.orange
+                focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
+                onClicked: root.bots.connectBot(root.index)
+            }
+
+            Badge {
+                id: badge
+
+                anchors.verticalCenter: parent.verticalCenter
+                visible: !root.offersConnection
+                text: root.service
+                color: root.service === "Slack" ? Theme.slackPurple : Theme.blue
+            }
+        }
+
+        IconButton {
+            id: keepalive
+
+            anchors.right: more.left
+            anchors.rightMargin: Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
+            width: 16
+            symbol: Theme.symbol(root.keepaliveSymbol)
+            size: 11
+            color: root.keptAlive ? Theme.green : Theme.secondaryText
+            help: root.keepaliveHelp
+            focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
+            Accessible.checkable: true
+            Accessible.checked: root.keptAlive
+            onClicked: root.bots.toggleKeepalive(root.index)
+        }
+
+        IconButton {
+            id: more
+
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
+            width: 20
+            symbol: Theme.symbol("ellipsis.circle")
+            size: 14
+            help: qsTr("Actions for %1").arg(root.title)
+            focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
+            onClicked: root.openMenu()
+        }
+    }
+}

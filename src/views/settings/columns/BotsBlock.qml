@@ -1,0 +1,93 @@
+import QtQuick
+import Varnhold
+
+// The bots: a heading with the switch for all, the form for a new one, and a row for each. The list
+// scrolls by itself where the block may not grow any more.
+Item {
+    id: root
+
+    required property BotsPart bots
+    required property bool showHints
+
+    property real maximumHeight: Infinity
+
+    readonly property real listTop: formTop + form.height + Theme.pad
+    readonly property real wantedListHeight: list.count * (rowHeight + list.spacing) - list.spacing
+    readonly property int rowHeight: 32
+    readonly property int headingHeight: 26
+    readonly property real formTop: (hint.visible ? hint.y + hint.height : headingHeight) + Theme.gap
+
+    implicitWidth: 260
+    implicitHeight: Math.min(maximumHeight, listTop + Math.max(0, wantedListHeight) + 2)
+
+    Label {
+        id: heading
+
+        height: root.headingHeight
+        verticalAlignment: Text.AlignVCenter
+        text: qsTr("Bots")
+        font: Theme.font(15, Font.Bold)
+        Accessible.role: Accessible.Heading
+    }
+
+    IconButton {
+        id: all
+
+        anchors.right: parent.right
+        y: (root.headingHeight - height) / 2
+        symbol: Theme.symbol(root.bots.keepaliveSymbol)
+        size: 13
+        color: root.bots.allKeptAlive ? Theme.green : Theme.secondaryText
+        help: root.bots.keepaliveHelp
+        Accessible.checkable: true
+        Accessible.checked: root.bots.allKeptAlive
+        onClicked: root.bots.toggleKeepaliveForAll()
+    }
+
+    Hint {
+        id: hint
+
+        y: root.headingHeight
+        width: parent.width
+        visible: root.showHints
+        text: qsTr("Your Telegram AI agents — each bot is a separate assistant")
+    }
+
+    BotForm {
+        id: form
+
+        y: root.formTop
+        width: parent.width
+        bots: root.bots
+    }
+
+    RowList {
+        id: list
+
+        x: -2
+        y: root.listTop - 2
+        width: parent.width + 4
+        height: parent.height - y
+        topMargin: 2
+        bottomMargin: 2
+        name: qsTr("Bots")
+        model: root.bots.rows
+        delegate: BotRow {
+            x: 2
+            width: ListView.view.width - 4
+            height: root.rowHeight
+            bots: root.bots
+            onMenuRequested: (item, x, y) => {
+                menu.rows = root.bots.openMenu(index).map(
+                    row => Object.assign({}, row, { symbol: Theme.symbol(row.symbol) }));
+                menu.openAt(item, x, y);
+            }
+        }
+    }
+
+    ContextMenu {
+        id: menu
+
+        onTriggered: row => root.bots.trigger(row)
+    }
+}

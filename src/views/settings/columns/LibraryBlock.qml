@@ -1,0 +1,85 @@
+import QtQuick
+import Varnhold
+
+// The library: models to drag into chains. What is dragged out of a chain and dropped here leaves it.
+Item {
+    id: root
+
+    required property LibraryPart library
+    required property bool showHints
+
+    readonly property int headingHeight: 26
+
+    implicitWidth: 260
+    implicitHeight: 300
+
+    Label {
+        id: title
+
+        height: root.headingHeight
+        verticalAlignment: Text.AlignVCenter
+        text: qsTr("Library")
+        font: Theme.font(15, Font.Bold)
+        Accessible.role: Accessible.Heading
+    }
+
+    IconButton {
+        id: add
+
+        anchors.right: parent.right
+        y: (root.headingHeight - height) / 2
+        symbol: Theme.symbol("plus")
+        size: 13
+        color: Theme.text
+        help: qsTr("Add a model to the library")
+        onClicked: root.library.showAddModel()
+    }
+
+    Hint {
+        id: hint
+
+        y: root.headingHeight
+        width: parent.width
+        visible: root.showHints
+        text: qsTr("All available AI models from your connected providers — drag them into chains")
+    }
+
+    DropZone {
+        id: zone
+
+        anchors.fill: parent
+        anchors.topMargin: (hint.visible ? hint.y + hint.height + 4 : root.headingHeight)
+        anchors.leftMargin: -4
+        anchors.rightMargin: -4
+        kinds: ["model"]
+        name: qsTr("Library")
+        onHoveredChanged: root.library.isTargeted = hovered
+        onTextDropped: text => root.library.drop(text)
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.radius
+            color: root.library.isTargeted ? Theme.faded(Theme.blue, 0.1) : "transparent"
+        }
+
+        RowList {
+            id: list
+
+            anchors.fill: parent
+            topMargin: 2
+            bottomMargin: 4
+            name: qsTr("Library")
+            model: root.library.rows
+            section.property: "section"
+            section.delegate: LibraryHeading {
+                width: ListView.view.width - 8
+                library: root.library
+            }
+            delegate: LibraryRow {
+                x: 4
+                width: ListView.view.width - 8
+                library: root.library
+            }
+        }
+    }
+}

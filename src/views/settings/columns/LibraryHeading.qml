@@ -1,0 +1,46 @@
+import QtQuick
+import Varnhold
+
+// The heading of a stretch of the library.
+Item {
+    id: root
+
+    required property LibraryPart library
+    required property string section
+
+    readonly property string note: library.note(section)
+    readonly property bool divided: !library.isFirst(section)
+
+    implicitHeight: line.height + (divided ? 15 : 4) + 4
+
+    Divider {
+        x: 4
+        y: 6
+        width: root.width
+        visible: root.divided
+    }
+
+    Row {
+        id: line
+
+        x: 5
+        y: root.divided ? 15 : 4
+        spacing: 5
+
+        Label {
+            text: root.section
+            font: Theme.caption
+            color: Theme.secondaryText
+            Accessible.role: Accessible.Heading
+        }
+
+        Label {
+            anchors.baseline: parent.children[0].baseline
+            visible: root.note !== ""
+            text: root.note
+            font: Theme.font(root.section === "OpenRouter" ? 12 : 11, Font.Light)
+            color: Theme.secondaryText
+            opacity: 0.7
+        }
+    }
+}

@@ -1,0 +1,64 @@
+import QtQuick
+import Varnhold
+
+// One model of the library, to be dragged into chains or taken out of the library for good.
+FocusItem {
+    id: root
+
+    required property LibraryPart library
+    required property int index
+    required property string uid
+    required property string name
+    required property string tag
+    required property string colour
+    required property bool isDragging
+    required property bool isDownloading
+
+    readonly property bool isCurrent: ListView.isCurrentItem
+
+    implicitHeight: block.implicitHeight
+    activeFocusOnTab: isCurrent
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: tag
+    Accessible.focusable: true
+    Keys.onSpacePressed: source.pickUp()
+
+    MouseArea {
+        anchors.fill: parent
+        onPressed: {
+            root.ListView.view.currentIndex = root.index;
+            root.forceActiveFocus(Qt.MouseFocusReason);
+        }
+    }
+
+    ModelBlock {
+        id: block
+
+        anchors.fill: parent
+        name: root.name
+        tag: root.tag
+        ground: root.colour
+        isDragging: root.isDragging
+        isDownloading: root.isDownloading
+        deletable: true
+        reachable: root.isCurrent
+        Accessible.ignored: true
+        onDeleteRequested: root.library.deleteModel(root.index)
+    }
+
+    FocusRing { shown: root.visualFocus }
+
+    DragSource {
+        id: source
+
+        anchors.fill: parent
+        activeFocusOnTab: false
+        payload: root.uid
+        kind: "model"
+        name: root.name
+        visual: block
+        onBegan: root.library.startDrag(root.index)
+        Accessible.ignored: true
+    }
+}

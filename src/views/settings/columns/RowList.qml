@@ -1,0 +1,57 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// A long list of rows, of which only those in sight exist. One stop of the keyboard's way through the
+// window: the arrow keys, Home, End and the page keys go from row to row.
+//
+// Rows are controls that let the keyboard in while `ListView.isCurrentItem` is true.
+ListView {
+    id: root
+
+    property string name
+
+    readonly property bool scrollable: contentHeight > height
+
+    // The keyboard goes to that row, or to the nearest there is.
+    function goTo(row: int) {
+        if (count === 0)
+            return;
+        currentIndex = Math.max(0, Math.min(count - 1, row));
+        positionViewAtIndex(currentIndex, ListView.Contain);
+        currentItem.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    function perPage(): int {
+        return Math.max(1, Math.floor(height / Math.max(1, currentItem.height + spacing)));
+    }
+
+    clip: true
+    reuseItems: true
+    spacing: 4
+    boundsBehavior: Flickable.StopAtBounds
+    keyNavigationEnabled: false
+    highlightFollowsCurrentItem: false
+    pixelAligned: true
+    Accessible.role: Accessible.List
+    Accessible.name: root.name
+    Keys.onUpPressed: goTo(currentIndex - 1)
+    Keys.onDownPressed: goTo(currentIndex + 1)
+    Keys.onPressed: event => {
+        const steps = {
+            [Qt.Key_Home]: -count, [Qt.Key_End]: count,
+            [Qt.Key_PageUp]: -perPage(), [Qt.Key_PageDown]: perPage()
+        };
+        if (event.key in steps) {
+            goTo(currentIndex + steps[event.key]);
+            event.accepted = true;
+        }
+    }
+
+    T.ScrollBar.vertical: SlimScrollBar {
+        visible: root.scrollable
+        lit: root.moving || touched.hovered
+    }
+
+    HoverHandler { id: touched }
+}

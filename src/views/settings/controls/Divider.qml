@@ -1,0 +1,15 @@
+import QtQuick
+import Varnhold
+
+// A line as fine as the screen can draw, across or down.
+Rectangle {
+    property bool vertical: false
+
+    readonly property real line: 1 / Screen.devicePixelRatio
+
+    implicitWidth: line
+    implicitHeight: line
+    color: Theme.separator
+    Accessible.role: Accessible.Separator
+    Accessible.ignored: true
+}

@@ -1,0 +1,12 @@
+import QtQuick
+import Varnhold
+
+// A quiet line or two that explains what stands above it.
+Text {
+    textFormat: Text.PlainText
+    wrapMode: Text.Wrap
+    font: Theme.font(11, Font.Normal)
+    color: Theme.secondaryText
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

@@ -1,0 +1,64 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// One line of a menu: something to choose, a heading, or the line between two groups.
+T.MenuItem {
+    id: root
+
+    property string kind: "action"
+    property string symbol
+    property bool destructive: false
+    property bool signColumn: true // room for a sign or a mark before the title
+
+    readonly property color ink: highlighted && kind === "action" ? Theme.accentText
+        : kind === "section" ? Theme.secondaryText : destructive ? Theme.red : Theme.text
+
+    readonly property real indent: signColumn && kind === "action" ? 22 : 0
+
+    implicitWidth: indent + Math.ceil(title.implicitWidth) + leftPadding + rightPadding
+    implicitHeight: kind === "divider" ? 9 : kind === "section" ? 20 : 24
+    leftPadding: 8
+    rightPadding: 12
+    enabled: kind === "action"
+    Accessible.name: root.text
+    Accessible.ignored: kind === "divider"
+    Accessible.checkable: root.checked
+    Accessible.checked: root.checked
+
+    contentItem: Item {
+        visible: root.kind !== "divider"
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.symbol !== "" ? root.symbol : root.checked ? "check-bold" : ""
+            size: root.symbol !== "" ? 12 : 10
+            color: root.ink
+        }
+
+        Label {
+            id: title
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: root.indent
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.text
+            font: root.kind === "section" ? Theme.font(11, Font.DemiBold) : Theme.font(12, Font.Normal)
+            color: root.ink
+            Accessible.ignored: true
+        }
+    }
+
+    background: Rectangle {
+        radius: 5
+        color: root.highlighted && root.kind === "action" ? Theme.accent : "transparent"
+
+        Divider {
+            anchors.verticalCenter: parent.verticalCenter
+            x: 8
+            width: parent.width - 16
+            visible: root.kind === "divider"
+        }
+    }
+}

@@ -1,0 +1,85 @@
+import QtQuick
+import Varnhold
+
+// One model, as it stands in the library, in a chain or in a group.
+Item {
+    id: root
+
+    property string name
+    property string tag
+    property string ground // a colour's name
+    property bool isDragging: false
+    property bool isDownloading: false
+    property bool deletable: false
+    property bool reachable: true // by Tab, where there is something to press
+
+    signal deleteRequested()
+
+    implicitWidth: 240
+    implicitHeight: 34
+    opacity: isDragging ? 0.1 : 1
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.name
+    Accessible.description: root.tag
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius
+        color: Theme.faded(Theme.modelGround(root.ground), 0.8)
+        border.color: Theme.faded(Theme.modelText, 0.2)
+        border.width: 1
+    }
+
+    EmojiLabel {
+        id: title
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.pad
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, root.width - x - Theme.pad - trailing.width - (busy.visible ? 24 : 8))
+        text: root.name
+        font: Theme.font(13, Font.Medium)
+        color: Theme.modelText
+        Accessible.ignored: true
+    }
+
+    BusyDot {
+        id: busy
+
+        anchors.left: title.right
+        anchors.leftMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.isDownloading
+        color: Theme.modelText
+        size: 12
+    }
+
+    Row {
+        id: trailing
+
+        anchors.right: parent.right
+        anchors.rightMargin: root.deletable ? 3 : Theme.pad
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 4
+
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, root.width * 0.4)
+            text: root.tag
+            font: Theme.font(12, Font.Normal)
+            color: Theme.faded(Theme.modelText, 0.8)
+            Accessible.ignored: true
+        }
+
+        IconButton {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.deletable
+            symbol: "trash"
+            size: 11
+            color: Theme.faded(Theme.modelText, 0.7)
+            help: qsTr("Remove from library")
+            focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
+            onClicked: root.deleteRequested()
+        }
+    }
+}

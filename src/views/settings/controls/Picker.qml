@@ -1,0 +1,98 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// A choice among values that unfolds as a menu.
+T.ComboBox {
+    id: root
+
+    property var values: []
+    property string current
+    property string name
+    property string help
+
+    signal chosen(string value)
+
+    implicitWidth: 120
+    implicitHeight: Theme.fieldHeight
+    leftPadding: 9
+    rightPadding: 22
+    model: values
+    currentIndex: values.indexOf(current)
+    hoverEnabled: true
+    focusPolicy: Qt.TabFocus
+    font: Theme.font(12, Font.Normal)
+    opacity: enabled ? 1 : 0.3
+    Accessible.role: Accessible.ComboBox
+    Accessible.name: root.name
+    Accessible.description: root.displayText
+    onActivated: index => {
+        const value = values[index];
+        // What is shown stays what the record says, whether or not it takes the choice.
+        currentIndex = Qt.binding(() => root.values.indexOf(root.current));
+        chosen(value);
+    }
+
+    contentItem: Label {
+        text: root.displayText
+        font: root.font
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+
+    indicator: Symbol {
+        x: root.width - width - 6
+        y: (root.height - height) / 2
+        name: "caret-down-bold"
+        size: 9
+        color: Theme.secondaryText
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: Theme.control
+        border.color: Theme.fieldStroke
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: root.down ? Theme.pressed : root.hovered ? Theme.hover : "transparent"
+        }
+
+        FocusRing { shown: root.visualFocus }
+    }
+
+    delegate: MenuRow {
+        required property int index
+        required property string modelData
+
+        width: ListView.view.width
+        text: modelData
+        checked: index === root.currentIndex
+        highlighted: index === root.highlightedIndex
+    }
+
+    popup: T.Popup {
+        y: root.height + 3
+        width: Math.max(root.width, 130)
+        implicitHeight: Math.min(contentItem.implicitHeight + 8, 320)
+        padding: 4
+        margins: 8
+
+        contentItem: ListView {
+            clip: true
+            implicitHeight: contentHeight
+            model: root.delegateModel
+            currentIndex: root.highlightedIndex
+            Accessible.role: Accessible.List
+            Accessible.name: root.name
+        }
+
+        background: Panel { radius: 8 }
+    }
+
+    ToolTipArea {
+        text: root.help
+        suppressed: root.popup.visible
+    }
+}

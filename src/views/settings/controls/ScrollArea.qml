@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// Something to scroll, with a scroll bar that shows while it is of use, or always.
+Flickable {
+    id: root
+
+    property bool alwaysVisible: false
+
+    readonly property var extent: contentItem.childrenRect
+    readonly property bool scrollable: contentHeight > height
+
+    // What the keyboard goes to must be seen.
+    readonly property Item focused: Window.activeFocusItem
+    onFocusedChanged: if (focused) reveal(focused)
+
+    function holds(item: Item): bool {
+        for (let above = item; above; above = above.parent) {
+            if (above === contentItem)
+                return true;
+        }
+        return false;
+    }
+
+    function reveal(item: var) {
+        if (item.visualFocus !== true || !holds(item))
+            return;
+        const top = item.mapToItem(contentItem, 0, 0).y - Theme.pad;
+        const bottom = top + item.height + 2 * Theme.pad;
+        if (top < contentY)
+            contentY = Math.max(0, top);
+        else if (bottom > contentY + height)
+            contentY = Math.max(0, Math.min(contentHeight, bottom) - height);
+    }
+
+    clip: true
+    contentWidth: width
+    contentHeight: extent.height
+    boundsBehavior: Flickable.StopAtBounds
+    pixelAligned: true
+
+    T.ScrollBar.vertical: SlimScrollBar {
+        visible: root.scrollable
+        lit: root.alwaysVisible || root.moving || touched.hovered
+    }
+
+    HoverHandler { id: touched }
+}

@@ -1,0 +1,38 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// A scroll bar that is there only while it is of use, and grows under the pointer.
+T.ScrollBar {
+    id: root
+
+    property bool lit: false // whoever looks at the area may want it
+
+    readonly property bool across: orientation === Qt.Horizontal
+    readonly property int thickness: hovered || pressed ? 7 : 5
+
+    implicitWidth: 11
+    implicitHeight: 11
+    padding: 2
+    policy: T.ScrollBar.AlwaysOn
+    minimumSize: 0.08
+    z: 2
+    Accessible.name: qsTr("Scroll bar")
+
+    contentItem: Item {
+        implicitWidth: 7
+        implicitHeight: 7
+
+        Rectangle {
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            width: root.across ? parent.width : root.thickness
+            height: root.across ? root.thickness : parent.height
+            radius: root.thickness / 2
+            color: Theme.text
+            opacity: root.pressed ? 0.5 : root.hovered ? 0.4 : root.lit ? 0.25 : 0
+
+            Behavior on opacity { NumberAnimation { duration: Theme.calm } }
+        }
+    }
+}

@@ -1,0 +1,92 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnhold
+
+// Lines of text to type, with a scroll bar; edited tells only of what the user types.
+Item {
+    id: root
+
+    property string text
+    property string name
+    property string placeholder
+    property real fontSize: 12
+    property bool monospaced: false
+
+    signal edited(string text)
+
+    readonly property alias editor: editor
+
+    implicitWidth: 240
+    implicitHeight: 80
+    opacity: enabled ? 1 : 0.3
+    Accessible.ignored: true
+    onTextChanged: if (!editor.filling) editor.take(text)
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius
+        color: Theme.fieldBackground
+        border.width: editor.activeFocus ? 2 : 1
+        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
+    }
+
+    ScrollArea {
+        anchors.fill: parent
+        anchors.margins: 2
+        contentHeight: Math.max(height, editor.implicitHeight)
+
+        T.TextArea.flickable: T.TextArea {
+            id: editor
+
+            property bool filling: true
+
+            // From outside: what it holds already is left alone, so that the cursor stays.
+            function take(words: string) {
+                if (words === text)
+                    return;
+                const place = cursorPosition;
+                filling = true;
+                text = words;
+                cursorPosition = Math.min(place, length);
+                filling = false;
+            }
+
+            padding: 4
+            leftPadding: 6
+            rightPadding: 12
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            font.family: root.monospaced ? Theme.monospace : Theme.body.family
+            font.pixelSize: root.fontSize
+            color: Theme.text
+            selectionColor: Theme.accent
+            selectedTextColor: Theme.accentText
+            selectByMouse: true
+            Accessible.role: Accessible.EditableText
+            Accessible.name: root.name
+            Component.onCompleted: {
+                text = root.text;
+                filling = false;
+            }
+            onTextChanged: if (!filling) root.edited(text)
+            // Tab goes on to the next control, as everywhere else in the window.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+            EditMenu { editor: editor }
+
+            Text {
+                x: editor.leftPadding
+                y: editor.topPadding
+                width: editor.width - editor.leftPadding - editor.rightPadding
+                visible: editor.length === 0 && editor.preeditText === ""
+                text: root.placeholder
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                font: editor.font
+                color: Theme.secondaryText
+                Accessible.ignored: true
+            }
+        }
+    }
+}

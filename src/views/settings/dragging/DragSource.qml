@@ -1,0 +1,51 @@
+import QtQuick
+import Varnhold
+
+// Makes what stands in it something to drag, by pointer or by Space.
+//
+// `began` asks the owner to note what is being dragged. A drag by keys gives it again at each step,
+// for such notes are forgotten after a while; noting the same thing twice must do no harm.
+FocusScope {
+    id: root
+
+    required property string payload
+    required property string kind // "model" or "bot"
+    required property string name // as it is announced
+    property Item visual: root // what is photographed
+
+    signal began()
+
+    function pickUp() {
+        KeyboardDrag.pickUp(root, root.payload, root.kind, root.name);
+    }
+
+    activeFocusOnTab: true
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.name
+    Accessible.description: qsTr("Press Space to move")
+    Accessible.focusable: true
+    Accessible.onPressAction: root.pickUp()
+    Keys.onSpacePressed: root.pickUp()
+    Component.onCompleted: DragSession.watch(root)
+
+    DragHandler {
+        target: null
+        dragThreshold: 6 // less than scrolling needs
+        onActiveChanged: {
+            if (active && !DragSession.active && !KeyboardDrag.active) {
+                root.began();
+                const hot = root.mapToItem(root.visual, centroid.pressPosition);
+                DragSession.start(root.visual, root.payload, root.kind, hot.x, hot.y);
+            }
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.activeFocus && !KeyboardDrag.active
+        z: 1
+        radius: Theme.radius
+        color: "transparent"
+        border { width: 2; color: Theme.focusRing }
+    }
+}

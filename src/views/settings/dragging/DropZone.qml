@@ -1,0 +1,42 @@
+import QtQuick
+import Varnhold
+
+// A place that takes things of some kinds, and text that other programs drag here. What stands in
+// it may be a place of its own and is asked first.
+DropTarget {
+    id: root
+
+    // Something that is taken here is over the zone itself.
+    readonly property bool hovered: area.containsDrag || root.marked >= 0 || root.innerHover
+    // Set by a list in the zone while a drag is over its free space.
+    property bool innerHover: false
+    default property alias content: area.data
+
+    signal textDropped(text: string)
+
+    stops: 1
+    markedArea: Qt.rect(0, 0, root.width, root.height)
+    markedName: root.name
+    implicitWidth: area.childrenRect.width
+    implicitHeight: area.childrenRect.height
+    onStopDropped: (stop, text) => root.textDropped(text)
+    Component.onCompleted: DragSession.watch(root)
+
+    DropArea {
+        id: area
+
+        anchors.fill: parent
+        onEntered: drag => {
+            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.kinds);
+        }
+        onDropped: drop => {
+            drop.acceptProposedAction();
+            root.textDropped(DragSession.textOf(drop.text));
+        }
+    }
+
+    TargetMark {
+        visible: root.marked >= 0
+        area: root.markedArea
+    }
+}

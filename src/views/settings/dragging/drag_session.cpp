@@ -1,0 +1,105 @@
+#include "views/settings/dragging/drag_session.h"
+
+#include <QDrag>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QPixmap>
+#include <QQuickRenderControl>
+#include <QQuickWindow>
+#include <chrono>
+
+namespace varnhold {
+
+namespace {
+
+// A window that isn't drawn just now takes no photographs.
+constexpr std::chrono::milliseconds longestWait{200};
+
+// A page within a widget has no window on the screen; the widget's has.
+QWindow* windowOnScreen(QQuickWindow* window) {
+    QWindow* real = QQuickRenderControl::renderWindowFor(window);
+    return real != nullptr ? real : window;
+}
+
+} // namespace
+
+DragSession::DragSession(QObject* parent) : QObject(parent) {
+    patience_.setSingleShot(true);
+    patience_.setInterval(longestWait);
+    connect(&patience_, &QTimer::timeout, this, &DragSession::run);
+}
+
+void DragSession::start(QQuickItem* item, const QString& payload, const QString& kind, qreal hotX,
+                        qreal hotY) {
+    if (active() || payload.isEmpty() || item == nullptr || item->window() == nullptr) {
+        return;
+    }
+    payload_ = payload;
+    kind_ = kind;
+    window_ = item->window();
+    size_ = item->size();
+    hot_ = {hotX, hotY};
+    photograph_ = item->grabToImage();
+    if (photograph_ != nullptr) {
+        connect(photograph_.data(), &QQuickItemGrabResult::ready, this, &DragSession::run,
+                Qt::QueuedConnection);
+    }
+    patience_.start();
+    emit changed();
+}
+
+// The drag itself: returns when it is over.
+void DragSession::run() {
+    if (!patience_.isActive() && photograph_ == nullptr) {
+        return; // the photograph came after all, too late
+    }
+    patience_.stop();
+    const auto photograph = std::exchange(photograph_, nullptr);
+    // Whoever has let go meanwhile is not dragging: the platform would wait for a second release.
+    if (window_ == nullptr || !(QGuiApplication::mouseButtons() & Qt::LeftButton)) {
+        end(false);
+        return;
+    }
+    auto* text = new QMimeData;
+    text->setText(payload_);
+    auto* drag = new QDrag(windowOnScreen(window_)); // deletes itself
+    drag->setMimeData(text);
+    if (photograph != nullptr && !photograph->image().isNull()) {
+        QPixmap picture = QPixmap::fromImage(photograph->image());
+        picture.setDevicePixelRatio(picture.width() / size_.width());
+        drag->setPixmap(picture);
+        drag->setHotSpot(hot_.toPoint());
+    }
+    const Qt::DropAction action = drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
+    end(action != Qt::IgnoreAction);
+}
+
+void DragSession::end(bool taken) {
+    const QString payload = std::exchange(payload_, QString());
+    kind_.clear();
+    emit changed();
+    emit finished(payload, taken);
+}
+
+bool DragSession::suits(const QStringList& kinds) const {
+    return !active() || kinds.contains(kind_);
+}
+
+QString DragSession::textOf(const QString& dropped) {
+    QString text = dropped;
+    if (text.endsWith(QLatin1Char('\n'))) {
+        text.chop(1);
+    }
+    if (text.endsWith(QLatin1Char('\r'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
+void DragSession::watch(QQuickItem* item) {
+    if (item != nullptr && item->window() != nullptr) {
+        scroll_.watch(item->window());
+    }
+}
+
+} // namespace varnhold

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickItemGrabResult>
+#include <QTimer>
+#include <QtQml/qqmlregistration.h>
+
+#include "views/settings/dragging/edge_scroll.h"
+
+namespace varnhold {
+
+// What a pointer drags at the moment, out of this window and into any other.
+//
+// The platform's drag runs in an event loop of its own, in which the dragged row may be moved,
+// renamed or removed. So nothing of a delegate takes part in it: the row asks for the drag, is
+// photographed, and may go. One for each engine; main thread.
+class DragSession final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool active READ active NOTIFY changed)
+    Q_PROPERTY(QString payload READ payload NOTIFY changed)
+    Q_PROPERTY(QString kind READ kind NOTIFY changed)
+
+public:
+    explicit DragSession(QObject* parent = nullptr);
+
+    // From the request for a drag until its end. False for what other programs drag here.
+    [[nodiscard]] bool active() const { return !payload_.isEmpty(); }
+    [[nodiscard]] QString payload() const { return payload_; }
+    // "model" or "bot"; empty while nothing of ours is dragged.
+    [[nodiscard]] QString kind() const { return kind_; }
+
+    // Drags the text with a picture of the item, held at the point given in the item's coordinates.
+    // Returns at once; does nothing while another drag is on, or without a text.
+    Q_INVOKABLE void start(QQuickItem* item, const QString& payload, const QString& kind,
+                           qreal hotX, qreal hotY);
+
+    // Whether a target of these kinds takes what is dragged. Text of other programs has no kind.
+    Q_INVOKABLE [[nodiscard]] bool suits(const QStringList& kinds) const;
+
+    // The text as it was meant: programs like to add a line break.
+    Q_INVOKABLE [[nodiscard]] static QString textOf(const QString& dropped);
+
+    // From now on, drags near an edge of a scrolling area in the item's window scroll it.
+    Q_INVOKABLE void watch(QQuickItem* item);
+
+signals:
+    void changed();
+    void finished(const QString& payload, bool taken);
+
+private:
+    void run();
+    void end(bool taken);
+
+    QString payload_;
+    QString kind_;
+    QPointer<QQuickWindow> window_;
+    QSharedPointer<QQuickItemGrabResult> photograph_;
+    QSizeF size_;
+    QPointF hot_;
+    QTimer patience_; // for the photograph
+    EdgeScroll scroll_;
+};
+
+} // namespace varnhold

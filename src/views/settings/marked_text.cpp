@@ -1,0 +1,96 @@
+#include "views/settings/marked_text.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QRegularExpression>
+#include <QTextBoundaryFinder>
+
+#include "views/emoji_text.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr QChar ellipsis(0x2026);
+
+QString withEmoji(const QString& text) {
+    QString marked;
+    qsizetype done = 0;
+    for (const auto& range : emojiFormats(text)) {
+        marked += text.mid(done, range.start - done).toHtmlEscaped();
+        marked += QStringLiteral("<span style=\"font-family:'%1'\">%2</span>")
+                      .arg(range.format.fontFamilies().toStringList().value(0),
+                           text.mid(range.start, range.length).toHtmlEscaped());
+        done = range.start + range.length;
+    }
+    return marked + text.mid(done).toHtmlEscaped();
+}
+
+QString keepBlanks(const QString& marked) {
+    return QStringLiteral("<span style=\"white-space:pre-wrap\">%1</span>").arg(marked);
+}
+
+} // namespace
+
+QString MarkedText::plain(const QString& text) const {
+    QString line = text;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return keepBlanks(withEmoji(line));
+}
+
+QString MarkedText::inlineMarkup(const QString& source, const QString& codeFamily) const {
+    static const QRegularExpression marks(QStringLiteral(R"(\*\*(.+?)\*\*|`(.+?)`)"));
+    QString marked;
+    qsizetype done = 0;
+    for (auto found = marks.globalMatch(source); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        marked += withEmoji(source.mid(done, match.capturedStart() - done));
+        marked += match.capturedStart(1) >= 0
+                      ? QStringLiteral("<b>%1</b>").arg(withEmoji(match.captured(1)))
+                      : QStringLiteral("<span style=\"font-family:'%1'\">%2</span>")
+                            .arg(codeFamily, match.captured(2).toHtmlEscaped());
+        done = match.capturedEnd();
+    }
+    marked += withEmoji(source.mid(done));
+    return keepBlanks(marked.replace(QLatin1Char('\n'), QStringLiteral("<br>")));
+}
+
+QString MarkedText::textFamily() const {
+    return QGuiApplication::font().family();
+}
+
+QString MarkedText::codeFamily() const {
+    const QFont wanted = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (QFontInfo(wanted).fixedPitch()) {
+        return QFontInfo(wanted).family();
+    }
+    for (const QString& family : QFontDatabase::families()) {
+        if (QFontDatabase::isFixedPitch(family) && !QFontDatabase::isPrivateFamily(family)) {
+            return family;
+        }
+    }
+    return wanted.family();
+}
+
+qreal MarkedText::width(const QString& text, const QFont& font) const {
+    return emojiTextWidth(font, text);
+}
+
+QString MarkedText::elided(const QString& text, const QFont& font, qreal width) const {
+    if (emojiTextWidth(font, text) <= width) {
+        return text;
+    }
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
+    characters.toEnd();
+    for (qsizetype end = characters.toPreviousBoundary(); end > 0;
+         end = characters.toPreviousBoundary()) {
+        const QString shorter = text.left(end).trimmed() + ellipsis;
+        if (emojiTextWidth(font, shorter) <= width) {
+            return shorter;
+        }
+    }
+    return ellipsis;
+}
+
+} // namespace varnhold
