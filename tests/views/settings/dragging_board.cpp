@@ -132,20 +132,20 @@ Board::Board(const QSize& size) {
     page->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     auto* component = new QQmlComponent(page->engine(), page);
     component->setData(boardQml, QUrl(QStringLiteral("qrc:/board.qml")));
+    if (!component->isReady()) {
+        qFatal("%s", qPrintable(component->errorString()));
+    }
     QObject* root = component->createWithInitialProperties(
         {{QStringLiteral("board"), QVariant::fromValue<QObject*>(this)},
          {QStringLiteral("library"), QVariant::fromValue(&library)},
          {QStringLiteral("first"), QVariant::fromValue(&first)},
          {QStringLiteral("second"), QVariant::fromValue(&second)}});
-    if (root == nullptr) {
-        qFatal("%s", qPrintable(component->errorString()));
-    }
     page->setContent(QUrl(QStringLiteral("qrc:/board.qml")), component, root);
     window.setCentralWidget(page);
     window.resize(size);
     window.show();
     window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     page->setFocus();
 }
 

@@ -21,6 +21,10 @@ void say(const QString& line) {
     std::fflush(stdout);
 }
 
+void sayAction(Qt::DropAction action) {
+    say(action == Qt::IgnoreAction ? QStringLiteral("refused") : QStringLiteral("welcome"));
+}
+
 class Outsider final : public QRasterWindow {
 public:
     explicit Outsider(QString text) : text_(std::move(text)) {}
@@ -32,6 +36,7 @@ protected:
             auto* data = new QMimeData;
             data->setText(text_);
             drag->setMimeData(data);
+            connect(drag, &QDrag::actionChanged, this, &sayAction);
             drag->exec(Qt::CopyAction);
         }
     }
@@ -54,14 +59,19 @@ int showBoard() {
             say(QStringLiteral("finished %1 %2")
                     .arg(payload, taken ? QStringLiteral("taken") : QStringLiteral("left")));
         });
+    board.session().setCarrier([](QDrag& drag) {
+        say(QStringLiteral("carried"));
+        return drag.exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
+    });
     const auto first = QStringLiteral("first");
-    for (int row = 0; row < 5; ++row) {
+    board.window.setWindowTitle(QStringLiteral("Board"));
+    for (int row = 0; row < 4; ++row) {
         place(qPrintable(QStringLiteral("first%1").arg(row)), board, board.row(first, row));
     }
+    place("free", board, board.row(first, 4));
     place("library0", board, board.row(QStringLiteral("library"), 0) - QPoint(0, 30));
     place("bots", board, board.middle(QStringLiteral("bots")));
     place("bot", board, board.middle(QStringLiteral("bot")));
-    place("nowhere", board, {410, 390});
     say(QStringLiteral("ready"));
     return QApplication::exec();
 }
@@ -77,6 +87,8 @@ int main(int argc, char** argv) {
         window.setTitle(QStringLiteral("outsider"));
         window.setGeometry(900, 20, 180, 60);
         window.show();
+        say(QStringLiteral("at text 990 50"));
+        say(QStringLiteral("ready"));
         return QApplication::exec();
     }
     return showBoard();
