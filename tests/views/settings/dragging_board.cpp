@@ -37,6 +37,7 @@ Item {
         width: 200
         height: Math.max(rows.height + 30, 190)
         kinds: ["model"]
+        onHoveredChanged: if (hovered) root.board.heard(name + " hovered")
         onTextDropped: text => root.board.tell(name + " zone " + text)
         DraggableList {
             id: rows
