@@ -15,12 +15,12 @@ QtObject {
     readonly property color card: dark ? "#2f2f33" : "#ffffff"
     readonly property color fieldBackground: dark ? "#1b1b1d" : "#ffffff"
     readonly property color raised: dark ? "#35353a" : "#ffffff" // menus, sheets, tool tips
-    readonly property color control: dark ? "#434348" : "#ffffff" // what can be pressed
+    readonly property color control: dark ? "#3d3d42" : "#ffffff" // what can be pressed
     readonly property color trough: faded(text, dark ? 0.10 : 0.07) // what a chosen segment lies in
 
     // Text and lines
     readonly property color text: dark ? "#f2f2f4" : "#1d1d1f"
-    readonly property color secondaryText: dark ? "#b9b9c0" : "#5a5a60"
+    readonly property color secondaryText: dark ? "#c0c0c7" : "#505056"
     readonly property color modelText: "#ffffff"
     readonly property color separator: faded(text, dark ? 0.14 : 0.12)
     readonly property color fieldStroke: faded(text, dark ? 0.24 : 0.22)
@@ -28,30 +28,30 @@ QtObject {
     readonly property color hover: faded(text, 0.06)
     readonly property color pressed: faded(text, 0.12)
     readonly property color dim: faded("#000000", dark ? 0.5 : 0.32)
-    readonly property color shadow: faded("#000000", dark ? 0.10 : 0.035)
+    readonly property color shadow: faded("#000000", dark ? 0.45 : 0.17)
 
     // The accent is a ground, the others are colours of text and signs.
     readonly property color accent: dark ? "#1f6fe5" : "#0a60d6"
     readonly property color accentText: "#ffffff"
-    readonly property color blue: dark ? "#72b2ff" : "#0a58c6"
-    readonly property color green: dark ? "#4fc46a" : "#1c7c36"
-    readonly property color orange: dark ? "#ff9f2e" : "#c76500"
-    readonly property color red: dark ? "#ff8078" : "#c02a20"
+    readonly property color blue: dark ? "#72b2ff" : "#0852b8"
+    readonly property color green: dark ? "#4fc46a" : "#176b2e"
+    readonly property color orange: dark ? "#ff9f2e" : "#ba5c00"
+    readonly property color red: dark ? "#ff857d" : "#b3261d"
     readonly property color gray: dark ? "#98989f" : "#77777d"
-    readonly property color teal: dark ? "#4fc3cf" : "#0b7480"
-    readonly property color yellow: dark ? "#ffd84d" : "#8a6200"
+    readonly property color teal: dark ? "#4fc3cf" : "#09666f"
+    readonly property color yellow: dark ? "#ffd84d" : "#765300"
     readonly property color slackPurple: dark ? "#c79bf2" : "#660099"
 
     readonly property var modelGrounds: dark ? darkModelGrounds : lightModelGrounds
     readonly property var lightModelGrounds: ({
-        purple: "#7a2fa8", blue: "#00419f", green: "#00551f", orange: "#8a3700", cyan: "#00506e",
-        red: "#a3121a", teal: "#00545a", indigo: "#3a35a8", pink: "#a3104f", yellow: "#634700",
-        mint: "#00563f", brown: "#6a4326", gray: "#48484f"
+        purple: "#5b237e", blue: "#003a91", green: "#044819", orange: "#6c2b00", cyan: "#00435c",
+        red: "#8d1017", teal: "#004547", indigo: "#322d9b", pink: "#880d48", yellow: "#523800",
+        mint: "#02482e", brown: "#503621", gray: "#3b3a42"
     })
     readonly property var darkModelGrounds: ({
-        purple: "#8d45bd", blue: "#1a66cc", green: "#1d7d3c", orange: "#ad5510", cyan: "#0f7597",
-        red: "#c4363a", teal: "#127a80", indigo: "#5955c9", pink: "#c2366f", yellow: "#876413",
-        mint: "#127d5f", brown: "#8c6142", gray: "#67676f"
+        purple: "#914cbb", blue: "#1865d9", green: "#147b34", orange: "#ad5013", cyan: "#117297",
+        red: "#ca2c36", teal: "#0d7679", indigo: "#645fc1", pink: "#c62974", yellow: "#8a640f",
+        mint: "#117a54", brown: "#886344", gray: "#6a6a75"
     })
 
     // Measures, in points
@@ -64,20 +64,20 @@ QtObject {
     readonly property int calm: 200
     readonly property int tipDelay: 600
 
+    readonly property string textFamily: MarkedText.textFamily()
+    readonly property string monospace: MarkedText.codeFamily()
     readonly property font body: font(13, Font.Normal)
     readonly property font headline: font(13, Font.DemiBold)
     readonly property font title3: font(15, Font.DemiBold)
     readonly property font title: font(20, Font.Bold)
     readonly property font caption: Qt.font({
-        family: Qt.application.font.family, pixelSize: 10, weight: Font.DemiBold,
+        family: textFamily, pixelSize: 10, weight: Font.DemiBold,
         letterSpacing: 0.5, capitalization: Font.SmallCaps
     })
-    readonly property string monospace: MarkedText.codeFamily()
 
     function font(size: real, weight: int, tracking: real): font {
         return Qt.font({
-            family: Qt.application.font.family, pixelSize: size, weight: weight,
-            letterSpacing: tracking ? tracking : 0
+            family: textFamily, pixelSize: size, weight: weight, letterSpacing: tracking ? tracking : 0
         });
     }
 
@@ -137,7 +137,8 @@ QtObject {
 
     // Of the same hue.
     function sister(colour: var, saturation: real, lightness: real): color {
-        return Qt.hsla(Math.max(colourOf(colour).hslHue, 0), saturation, lightness, 1);
+        const hue = colourOf(colour).hslHue; // none of a gray
+        return Qt.hsla(Math.max(hue, 0), hue < 0 ? 0 : saturation, lightness, 1);
     }
 
     // The ground of a model's row; anything unknown is gray.

@@ -19,8 +19,8 @@ T.Button {
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: root.help
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         Symbol {

@@ -3,28 +3,28 @@ import QtQuick.Templates as T
 import Varnhold
 
 // A choice among a few values side by side; the arrow keys choose the neighbour.
-T.Control {
+Item {
     id: root
 
     property var values: []
     property string current
     property string name
-    property real size: 11
+    property real size: 11 // of the words
 
     signal chosen(string value)
 
     readonly property int currentIndex: values.indexOf(current)
 
-    function choose(index: int) {
-        if (index >= 0 && index < values.length && index !== currentIndex) {
+    function goTo(index: int) {
+        if (index >= 0 && index < values.length) {
+            segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
             chosen(values[index]);
-            if (currentIndex >= 0)
-                segments.itemAt(currentIndex).forceActiveFocus(Qt.TabFocusReason);
         }
     }
 
     implicitWidth: 4 + values.length * Math.ceil(widest.width + 20)
     implicitHeight: Theme.fieldHeight
+    opacity: enabled ? 1 : 0.3
     Accessible.role: Accessible.Grouping
     Accessible.name: root.name
 
@@ -35,7 +35,8 @@ T.Control {
         text: root.values.reduce((a, b) => b.length > a.length ? b : a, "")
     }
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: Theme.radius
         color: Theme.trough
 
@@ -53,52 +54,54 @@ T.Control {
         }
     }
 
-    contentItem: Item {
-        Row {
-            anchors.fill: parent
-            anchors.margins: 2
+    Row {
+        anchors.fill: parent
+        anchors.margins: 2
 
-            Repeater {
-                id: segments
+        Repeater {
+            id: segments
 
-                model: root.values
+            model: root.values
 
-                T.AbstractButton {
-                    id: segment
+            T.RadioButton {
+                id: segment
 
-                    required property int index
-                    required property string modelData
+                required property int index
+                required property string modelData
 
-                    readonly property bool chosen: index === root.currentIndex
+                readonly property bool chosen: index === root.currentIndex
 
-                    width: (root.width - 4) / root.values.length
-                    height: root.height - 4
-                    text: modelData
-                    hoverEnabled: true
-                    focusPolicy: chosen || (root.currentIndex < 0 && index === 0) ? Qt.TabFocus : Qt.NoFocus
-                    Accessible.role: Accessible.RadioButton
-                    Accessible.name: text
-                    Accessible.checkable: true
-                    Accessible.checked: chosen
-                    Keys.onLeftPressed: root.choose(root.currentIndex - 1)
-                    Keys.onRightPressed: root.choose(root.currentIndex + 1)
-                    onClicked: root.choose(index)
+                width: (root.width - 4) / root.values.length
+                height: root.height - 4
+                text: modelData
+                hoverEnabled: true
+                focusPolicy: chosen || (root.currentIndex < 0 && index === 0) ? Qt.TabFocus : Qt.NoFocus
+                autoExclusive: false
+                checked: chosen
+                Accessible.name: text
+                Keys.onLeftPressed: root.goTo(index - 1)
+                Keys.onRightPressed: root.goTo(index + 1)
+                onClicked: {
+                    // What is shown stays what the record says, whether or not it takes the choice.
+                    checked = Qt.binding(() => segment.chosen);
+                    if (!chosen)
+                        root.chosen(modelData);
+                }
 
-                    contentItem: Label {
-                        text: segment.text
-                        font: Theme.font(root.size, segment.chosen ? Font.DemiBold : Font.Normal)
-                        color: Theme.text
-                        horizontalAlignment: Text.AlignHCenter
-                        verticalAlignment: Text.AlignVCenter
-                        Accessible.ignored: true
-                    }
+                contentItem: Label {
+                    text: segment.text
+                    font: Theme.font(root.size, segment.chosen ? Font.DemiBold : Font.Normal)
+                    color: Theme.text
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    Accessible.ignored: true
+                }
 
-                    background: Rectangle {
-                        radius: Theme.radius - 1
-                        color: segment.hovered && !segment.chosen ? Theme.hover : "transparent"
+                background: Rectangle {
+                    radius: Theme.radius - 1
+                    color: segment.hovered && !segment.chosen ? Theme.hover : "transparent"
 
-                        FocusRing { shown: segment.visualFocus }
-                    }
+                    FocusRing { shown: segment.visualFocus }
                 }
             }
         }

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Varnhold
 
 // A value between two arrows, one step at a time; the left and right arrow keys do the same.
-T.Control {
+FocusItem {
     id: root
 
     property string label
@@ -19,7 +18,6 @@ T.Control {
 
     implicitWidth: row.implicitWidth
     implicitHeight: 20
-    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.SpinBox
     Accessible.name: root.label
     Accessible.description: root.valueText
@@ -28,59 +26,53 @@ T.Control {
     Keys.onLeftPressed: if (root.canGoLeft) root.goneLeft()
     Keys.onRightPressed: if (root.canGoRight) root.goneRight()
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
+    Row {
+        id: row
 
-        Row {
-            id: row
+        height: parent.height
+        spacing: 2
 
-            height: parent.height
-            spacing: 2
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            rightPadding: 4
+            text: root.label
+            font: Theme.font(11, Font.Medium)
+            color: Theme.secondaryText
+            Accessible.ignored: true
+        }
 
-            Label {
-                anchors.verticalCenter: parent.verticalCenter
-                rightPadding: 4
-                text: root.label
-                font: Theme.font(11, Font.Medium)
-                color: Theme.secondaryText
-                Accessible.ignored: true
-            }
+        IconButton {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "caret-left-bold"
+            size: 10
+            enabled: root.canGoLeft
+            focusPolicy: Qt.NoFocus
+            Accessible.name: qsTr("Less %1").arg(root.label)
+            onClicked: root.goneLeft()
+        }
 
-            IconButton {
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "caret-left-bold"
-                size: 10
-                enabled: root.canGoLeft
-                focusPolicy: Qt.NoFocus
-                Accessible.name: qsTr("Less %1").arg(root.label)
-                onClicked: root.goneLeft()
-            }
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            width: root.valueWidth
+            horizontalAlignment: Text.AlignHCenter
+            text: root.valueText
+            font: Theme.font(11, Font.DemiBold)
+            color: root.inactive ? Theme.secondaryText : Theme.blue
+            Accessible.ignored: true
+        }
 
-            Label {
-                anchors.verticalCenter: parent.verticalCenter
-                width: root.valueWidth
-                horizontalAlignment: Text.AlignHCenter
-                text: root.valueText
-                font: Theme.font(11, Font.DemiBold)
-                color: root.inactive ? Theme.secondaryText : Theme.blue
-                Accessible.ignored: true
-            }
-
-            IconButton {
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "caret-right-bold"
-                size: 10
-                enabled: root.canGoRight
-                focusPolicy: Qt.NoFocus
-                Accessible.name: qsTr("More %1").arg(root.label)
-                onClicked: root.goneRight()
-            }
+        IconButton {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "caret-right-bold"
+            size: 10
+            enabled: root.canGoRight
+            focusPolicy: Qt.NoFocus
+            Accessible.name: qsTr("More %1").arg(root.label)
+            onClicked: root.goneRight()
         }
     }
 
-    background: Item {
-        FocusRing { shown: root.visualFocus }
-    }
+    FocusRing { shown: root.visualFocus }
 
     ToolTipArea { text: root.help }
 }

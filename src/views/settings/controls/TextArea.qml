@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnhold
 
 // Lines of text to type, with a scroll bar; edited tells only of what the user types.
-T.Control {
+Item {
     id: root
 
     property string text
@@ -18,29 +18,37 @@ T.Control {
 
     implicitWidth: 240
     implicitHeight: 80
-    focusPolicy: Qt.NoFocus
     opacity: enabled ? 1 : 0.3
     Accessible.ignored: true
-    onTextChanged: editor.take(text)
-    Component.onCompleted: editor.take(text)
+    onTextChanged: if (!editor.filling) editor.take(text)
 
-    contentItem: ScrollArea {
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius
+        color: Theme.fieldBackground
+        border.width: editor.activeFocus ? 2 : 1
+        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
+    }
+
+    ScrollArea {
+        anchors.fill: parent
+        anchors.margins: 2
         contentHeight: Math.max(height, editor.implicitHeight)
 
         T.TextArea.flickable: T.TextArea {
             id: editor
 
-            property bool taking: false
+            property bool filling: true
 
             // From outside: what it holds already is left alone, so that the cursor stays.
             function take(words: string) {
                 if (words === text)
                     return;
                 const place = cursorPosition;
-                taking = true;
+                filling = true;
                 text = words;
                 cursorPosition = Math.min(place, length);
-                taking = false;
+                filling = false;
             }
 
             padding: 4
@@ -56,10 +64,16 @@ T.Control {
             selectByMouse: true
             Accessible.role: Accessible.EditableText
             Accessible.name: root.name
-            onTextChanged: if (!taking) root.edited(text)
+            Component.onCompleted: {
+                text = root.text;
+                filling = false;
+            }
+            onTextChanged: if (!filling) root.edited(text)
             // Tab goes on to the next control, as everywhere else in the window.
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+            EditMenu { editor: editor }
 
             Text {
                 x: editor.leftPadding
@@ -74,12 +88,5 @@ T.Control {
                 Accessible.ignored: true
             }
         }
-    }
-
-    background: Rectangle {
-        radius: Theme.radius
-        color: Theme.fieldBackground
-        border.width: editor.activeFocus ? 2 : 1
-        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
     }
 }

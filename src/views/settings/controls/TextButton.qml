@@ -30,8 +30,8 @@ T.Button {
     Accessible.role: Accessible.Button
     Accessible.name: root.text
     Accessible.description: root.help
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         Row {

@@ -1,0 +1,250 @@
+#include <QSignalSpy>
+#include <gmock/gmock.h>
+
+#include "shown_item.h"
+
+namespace varnhold::testing {
+namespace {
+
+QStringList heard(const ShownItem& shown) {
+    return shown.root()->property("heard").toStringList();
+}
+
+QString text(QQuickItem* item, QAccessible::Text kind) {
+    return QAccessible::queryAccessibleInterface(item)->text(kind);
+}
+
+QAccessible::Role role(QQuickItem* item) {
+    return QAccessible::queryAccessibleInterface(item)->role();
+}
+
+// A ladder of three steps.
+constexpr auto ladder = R"(
+Item {
+    id: page
+    property int step: 0
+    property var heard: []
+    Stepper {
+        x: 20; y: 20
+        label: "Effort"
+        valueText: ["Off", "Low", "High"][page.step]
+        canGoLeft: page.step > 0
+        canGoRight: page.step < 2
+        help: "How long it thinks"
+        onGoneLeft: { page.step -= 1; page.heard = page.heard.concat("left") }
+        onGoneRight: { page.step += 1; page.heard = page.heard.concat("right") }
+    }
+})";
+
+TEST(Stepper, GoesOneStepForEachPressOfAnArrow) {
+    ShownItem shown(ladder);
+    shown.click(QStringLiteral("More Effort"));
+    shown.click(QStringLiteral("More Effort"));
+    shown.click(QStringLiteral("Less Effort"));
+    EXPECT_EQ(heard(shown), QStringList({QStringLiteral("right"), QStringLiteral("right"),
+                                         QStringLiteral("left")}));
+}
+
+TEST(Stepper, StopsAtTheEndsOfItsLadder) {
+    ShownItem shown(ladder);
+    EXPECT_FALSE(shown.named(QStringLiteral("Less Effort"))->isEnabled());
+    EXPECT_DOUBLE_EQ(shown.named(QStringLiteral("Less Effort"))->opacity(), 0.3);
+    shown.click(QStringLiteral("Less Effort"));
+    EXPECT_TRUE(heard(shown).isEmpty());
+    for (int press = 0; press < 5; ++press) {
+        shown.click(QStringLiteral("More Effort"));
+    }
+    EXPECT_EQ(heard(shown).size(), 2);
+    EXPECT_FALSE(shown.named(QStringLiteral("More Effort"))->isEnabled());
+}
+
+TEST(Stepper, TakesTheArrowKeysAndStopsAtTheEnds) {
+    ShownItem shown(ladder);
+    shown.press(Qt::Key_Tab);
+    ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("Effort")));
+    shown.press(Qt::Key_Left);
+    EXPECT_TRUE(heard(shown).isEmpty());
+    for (int press = 0; press < 5; ++press) {
+        shown.press(Qt::Key_Right);
+    }
+    EXPECT_EQ(heard(shown).size(), 2);
+    shown.press(Qt::Key_Left);
+    EXPECT_EQ(shown.root()->property("step").toInt(), 1);
+}
+
+TEST(Stepper, TellsItsNameAndValue) {
+    ShownItem shown(ladder);
+    QQuickItem* stepper = shown.named(QStringLiteral("Effort"));
+    EXPECT_EQ(role(stepper), QAccessible::SpinBox);
+    EXPECT_EQ(text(stepper, QAccessible::Description), QStringLiteral("Off"));
+    shown.root()->setProperty("step", 2);
+    EXPECT_EQ(text(stepper, QAccessible::Description), QStringLiteral("High"));
+}
+
+constexpr auto services = R"(
+Item {
+    id: page
+    property string service: "telegram"
+    property bool takes: true
+    property var heard: []
+    function choose(value) {
+        heard = heard.concat(value);
+        if (takes)
+            service = value;
+    }
+    Segmented {
+        x: 20; y: 20
+        name: "Service"
+        values: ["telegram", "slack", "none"]
+        current: page.service
+        onChosen: value => page.choose(value)
+    }
+    Picker {
+        x: 20; y: 80
+        name: "Service to pick"
+        values: ["telegram", "slack", "none"]
+        current: page.service
+        onChosen: value => page.choose(value)
+    }
+})";
+
+TEST(Segmented, ChoosesByPress) {
+    ShownItem shown(services);
+    shown.click(QStringLiteral("slack"));
+    shown.click(QStringLiteral("slack"));
+    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("slack")));
+}
+
+TEST(Segmented, ChoosesTheNeighbourByArrowKeys) {
+    ShownItem shown(services);
+    shown.press(Qt::Key_Tab);
+    ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("telegram")));
+    shown.press(Qt::Key_Left);
+    EXPECT_TRUE(heard(shown).isEmpty());
+    shown.press(Qt::Key_Right);
+    EXPECT_EQ(shown.focused(), shown.named(QStringLiteral("slack")));
+    shown.press(Qt::Key_Right);
+    shown.press(Qt::Key_Right);
+    EXPECT_EQ(heard(shown), QStringList({QStringLiteral("slack"), QStringLiteral("none")}));
+}
+
+TEST(Segmented, TellsWhichIsChosen) {
+    ShownItem shown(services);
+    EXPECT_EQ(role(shown.named(QStringLiteral("Service"))), QAccessible::Grouping);
+    const auto isChosen = [&shown](const QString& name) {
+        const auto* spoken = QAccessible::queryAccessibleInterface(shown.named(name));
+        return spoken->role() == QAccessible::RadioButton && spoken->state().checked == 1;
+    };
+    EXPECT_TRUE(isChosen(QStringLiteral("telegram")));
+    EXPECT_FALSE(isChosen(QStringLiteral("slack")));
+}
+
+TEST(Picker, ChoosesFromItsMenuByKeys) {
+    ShownItem shown(services);
+    shown.press(Qt::Key_Tab);
+    shown.press(Qt::Key_Tab);
+    ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("Service to pick")));
+    shown.press(Qt::Key_Space);
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Return);
+    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("slack")));
+}
+
+TEST(Picker, KeepsShowingTheValueThatTheRecordHas) {
+    ShownItem shown(services);
+    shown.root()->setProperty("takes", false);
+    QQuickItem* picker = shown.named(QStringLiteral("Service to pick"));
+    picker->forceActiveFocus();
+    shown.press(Qt::Key_Down);
+    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("slack")));
+    EXPECT_EQ(text(picker, QAccessible::Description), QStringLiteral("telegram"));
+}
+
+TEST(Chip, AsksToBeTakenAway) {
+    ShownItem shown(R"(
+Item {
+    property var heard: []
+    Chip { x: 20; y: 20; symbol: "folder-fill"; text: "notes"; onRemoved: heard = ["removed"] }
+})");
+    EXPECT_EQ(role(shown.named(QStringLiteral("notes"))), QAccessible::ListItem);
+    shown.click(QStringLiteral("Remove notes"));
+    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("removed")));
+}
+
+TEST(ModelBlock, AsksToBeRemovedByTheKeyboardToo) {
+    ShownItem shown(R"(
+Item {
+    property var heard: []
+    ModelBlock { width: 300; name: "Model"; tag: "Direct"; ground: "blue"; deletable: true
+                 onDeleteRequested: heard = ["removed"] }
+})");
+    EXPECT_EQ(text(shown.named(QStringLiteral("Model")), QAccessible::Description),
+              QStringLiteral("Direct"));
+    shown.press(Qt::Key_Tab);
+    ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("Remove from library")));
+    shown.press(Qt::Key_Return);
+    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("removed")));
+}
+
+TEST(Buttons, ShowARingOnlyWhereTheKeyboardIs) {
+    ShownItem shown(R"(
+Item {
+    IconButton { x: 20; y: 20; symbol: "trash"; help: "Delete it" }
+    TextButton { x: 20; y: 60; text: "Save" }
+})");
+    for (const QString& name : {QStringLiteral("Delete it"), QStringLiteral("Save")}) {
+        QQuickItem* button = shown.named(name);
+        EXPECT_EQ(role(button), QAccessible::Button);
+        shown.click(name);
+        EXPECT_FALSE(button->property("visualFocus").toBool());
+        shown.press(Qt::Key_Tab);
+        EXPECT_EQ(shown.focused(), button);
+        EXPECT_TRUE(button->property("visualFocus").toBool());
+    }
+}
+
+TEST(ToolTip, TellsTheHelpUnderThePointerAndGoesWithIt) {
+    ShownItem shown(R"(
+Item {
+    StatusDot { x: 40; y: 40; help: "Cache <b>warm</b>" }
+})");
+    QTest::mouseMove(&shown.widget, {200, 200});
+    QTest::mouseMove(&shown.widget, {44, 44});
+    const auto tips = [&shown] {
+        QStringList texts;
+        const QQuickItem* page = shown.widget.quickWindow()->contentItem();
+        for (const QQuickItem* layer : page->childItems()) {
+            for (const QQuickItem* item : layer->childItems()) {
+                if (item->inherits("QQuickPopupItem") && item->isVisible()) {
+                    texts.append(item->parent()->property("text").toString());
+                }
+            }
+        }
+        return texts;
+    };
+    EXPECT_TRUE(tips().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !tips().isEmpty(); }));
+    EXPECT_EQ(tips(), QStringList(QStringLiteral("Cache <b>warm</b>")));
+    QTest::mouseMove(&shown.widget, {200, 200});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tips().isEmpty(); }));
+}
+
+TEST(Label, TellsInFullWhatItHadToCut) {
+    ShownItem shown(R"(
+Item {
+    Label { objectName: "cut"; width: 60; text: "A name that is far too long" }
+    Label { objectName: "whole"; y: 30; text: "A name that is far too long" }
+    EmojiLabel { objectName: "cutEmoji"; y: 60; width: 60; text: "⚖️ A name that is far too long" }
+})");
+    const auto find = [&shown](const char* name) {
+        return shown.root()->findChild<QQuickItem*>(QString::fromLatin1(name));
+    };
+    EXPECT_TRUE(find("cut")->property("truncated").toBool());
+    EXPECT_FALSE(find("whole")->property("truncated").toBool());
+    EXPECT_TRUE(find("cutEmoji")->property("truncated").toBool());
+    EXPECT_EQ(text(find("cutEmoji"), QAccessible::Name),
+              QStringLiteral("⚖️ A name that is far too long"));
+}
+
+} // namespace
+} // namespace varnhold::testing
