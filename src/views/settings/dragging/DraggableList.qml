@@ -92,7 +92,6 @@ DropTarget {
     }
     Accessible.role: Accessible.List
     Accessible.name: root.name
-    Component.onCompleted: DragSession.watch(root)
 
     Repeater {
         model: root.model
@@ -169,5 +168,6 @@ DropTarget {
     TargetMark {
         visible: root.marked >= 0
         area: root.markedArea
+        margin: root.rowMarked ? 3 : 0
     }
 }
