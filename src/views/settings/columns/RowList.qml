@@ -17,9 +17,15 @@ ListView {
     function goTo(row: int) {
         if (count === 0)
             return;
-        currentIndex = Math.max(0, Math.min(count - 1, row));
-        positionViewAtIndex(currentIndex, ListView.Contain);
-        currentItem.forceActiveFocus(Qt.TabFocusReason);
+        const wanted = Math.max(0, Math.min(count - 1, row));
+        positionViewAtIndex(wanted, ListView.Contain);
+        focusRow(wanted, Qt.TabFocusReason);
+    }
+
+    // Of a row in sight. The row that the keyboard leaves is the current one until it has left.
+    function focusRow(row: int, reason: int) {
+        itemAtIndex(row).forceActiveFocus(reason);
+        currentIndex = row;
     }
 
     function perPage(): int {
