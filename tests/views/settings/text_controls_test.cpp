@@ -1,3 +1,5 @@
+#include <QWheelEvent>
+
 #include "shown_item.h"
 #include "views/settings/marked_text.h"
 
@@ -68,16 +70,87 @@ TEST_P(TextControls, AreReachedAndLeftByTab) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(control)->role(), QAccessible::EditableText);
 }
 
+TEST_P(TextControls, OfferToCutAndPasteByASecondaryClick) {
+    ShownItem shown(texts);
+    shown.click(name());
+    shown.press(Qt::Key_A, Qt::ControlModifier);
+    const auto choose = [&shown](const QString& title) {
+        const QQuickItem* row = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return (row = shown.named(title)) != nullptr; }));
+        shown.click(title);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return shown.named(title) == nullptr; }));
+    };
+    shown.click(name(), Qt::RightButton);
+    choose(QStringLiteral("Cut"));
+    EXPECT_EQ(heard(shown).last(), QString());
+    shown.click(name(), Qt::RightButton);
+    choose(QStringLiteral("Paste"));
+    EXPECT_EQ(heard(shown).last(), QStringLiteral("one"));
+}
+
 INSTANTIATE_TEST_SUITE_P(All, TextControls, ::testing::Values("Role", "Prompt"),
                          [](const auto& which) { return std::string(which.param); });
 
 TEST(Field, HidesWhatIsSecret) {
     ShownItem shown(R"(Item { Field { name: "Key"; text: "sesame"; secret: true } })");
-    const auto* spoken =
-        QAccessible::queryAccessibleInterface(shown.named(QStringLiteral("Key")));
+    const auto* spoken = QAccessible::queryAccessibleInterface(shown.named(QStringLiteral("Key")));
     EXPECT_EQ(spoken->state().passwordEdit, 1U);
     EXPECT_EQ(shown.named(QStringLiteral("Key"))->property("displayText").toString(),
               QString(6, QChar(0x2022)));
+}
+
+TEST(ScrollArea, ShowsWhatTheKeyboardGoesTo) {
+    ShownItem shown(R"(
+Item {
+    ScrollArea {
+        objectName: "area"; width: 200; height: 100
+        Column {
+            spacing: 40
+            TextButton { text: "First" }
+            TextButton { text: "Second" }
+            TextButton { text: "Third" }
+        }
+    }
+})");
+    const auto* area = shown.root()->findChild<QQuickItem*>(QStringLiteral("area"));
+    for (const char* name : {"First", "Second", "Third", "First"}) {
+        shown.press(Qt::Key_Tab);
+        const QQuickItem* button = shown.named(QString::fromLatin1(name));
+        ASSERT_EQ(shown.focused(), button);
+        const qreal top = button->mapToItem(area, {}).y();
+        EXPECT_GE(top, 0) << name;
+        EXPECT_LE(top + button->height(), area->height()) << name;
+    }
+}
+
+TEST(ScrollArea, LeavesTheWheelToTheAreaAroundItAtItsEnd) {
+    ShownItem shown(R"(
+Item {
+    ScrollArea {
+        objectName: "outer"; width: 200; height: 100; contentHeight: 400
+        ScrollArea {
+            objectName: "inner"; width: 100; height: 80
+            Item { width: 10; height: 140 }
+        }
+    }
+})");
+    const auto position = [&shown](const char* name) {
+        return shown.root()
+            ->findChild<QQuickItem*>(QString::fromLatin1(name))
+            ->property("contentY")
+            .toReal();
+    };
+    const auto turn = [&shown] {
+        QWheelEvent wheel({20, 20}, {20, 20}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&shown.widget, &wheel);
+    };
+    turn();
+    EXPECT_EQ(position("inner"), 60);
+    EXPECT_EQ(position("outer"), 0);
+    turn();
+    EXPECT_EQ(position("inner"), 60);
+    EXPECT_GT(position("outer"), 0);
 }
 
 TEST(MarkedText, EscapesDataAndSetsEmojiInTheirFont) {
@@ -90,8 +163,8 @@ TEST(MarkedText, EscapesDataAndSetsEmojiInTheirFont) {
 
 TEST(MarkedText, KnowsBoldAndCodeAndNothingElse) {
     const MarkedText marked;
-    const QString markup = marked.inlineMarkup(
-        QStringLiteral("**a** `b` *c* <i>\n2 * 3"), QStringLiteral("DejaVu Sans Mono"));
+    const QString markup = marked.inlineMarkup(QStringLiteral("**a** `b` *c* <i>\n2 * 3"),
+                                               QStringLiteral("DejaVu Sans Mono"));
     EXPECT_TRUE(markup.contains(QStringLiteral("<b>a</b> "))) << qPrintable(markup);
     EXPECT_TRUE(markup.contains(QStringLiteral("'DejaVu Sans Mono'\">b</span> *c* &lt;i&gt;<br>")))
         << qPrintable(markup);

@@ -59,8 +59,8 @@ protected:
         QStringList grounds;
         for (const char* pastel : {"FFD6D6", "FFE8CC", "FFFACC", "D6FFD6", "CCF0FF", "E8D6FF",
                                    "FFD6F5", "D6F5E8", "F5D6FF", "D6E8FF", "F0F0F0"}) {
-            grounds.append(QStringLiteral("pastelGround(\"#%1\", 0.55)")
-                               .arg(QString::fromLatin1(pastel)));
+            grounds.append(
+                QStringLiteral("pastelGround(\"#%1\", 0.55)").arg(QString::fromLatin1(pastel)));
         }
         return grounds;
     }
@@ -112,8 +112,8 @@ TEST_P(ThemeContrast, TextIsReadableOnRowsThatAreChosenOrHovered) {
 }
 
 TEST_P(ThemeContrast, ModelsAreReadableOnEveryGroundOfTheirsOverEverySection) {
-    const QStringList below = sections() + groups() + QStringList{QStringLiteral("window"),
-                                                                  QStringLiteral("pane")};
+    const QStringList below =
+        sections() + groups() + QStringList{QStringLiteral("window"), QStringLiteral("pane")};
     for (const char* name : {"purple", "blue", "green", "orange", "cyan", "red", "teal", "indigo",
                              "pink", "yellow", "mint", "brown", "gray", "something else"}) {
         const QString veil =

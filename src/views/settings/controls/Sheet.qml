@@ -9,14 +9,13 @@ FocusScope {
     property string title
     property real padding: 20
     property real spacing: 14
-    property Item returnTo: null // what has the focus again afterwards
 
     default property alias content: holder.data
 
     signal dismissed()
 
     function enter() {
-        returnTo = Window.activeFocusItem;
+        former.remember(root);
         const first = start.nextItemInFocusChain(true);
         (first === end ? root : first).forceActiveFocus(Qt.PopupFocusReason);
     }
@@ -29,11 +28,13 @@ FocusScope {
     onVisibleChanged: {
         if (visible)
             enter();
-        else if (returnTo)
-            returnTo.forceActiveFocus();
+        else
+            former.giveBack();
     }
     Component.onCompleted: if (visible) enter()
-    Component.onDestruction: if (visible && returnTo) returnTo.forceActiveFocus()
+    Component.onDestruction: if (visible) former.giveBack()
+
+    FormerFocus { id: former }
 
     Rectangle {
         anchors.fill: parent
@@ -49,17 +50,15 @@ FocusScope {
 
     Panel {
         anchors.fill: panel
-        depth: 10
+        depth: 12
     }
 
     Item {
         id: panel
 
         anchors.centerIn: parent
-        readonly property var extent: holder.childrenRect
-
-        width: extent.width + 2 * root.padding
-        height: (heading.visible ? heading.height + root.spacing : 0) + extent.height
+        width: holder.childrenRect.width + 2 * root.padding
+        height: (heading.visible ? heading.height + root.spacing : 0) + holder.childrenRect.height
             + 2 * root.padding
 
         // The keyboard goes round: beyond the last control comes the first.
@@ -87,8 +86,8 @@ FocusScope {
 
             x: root.padding
             y: root.padding + (heading.visible ? heading.height + root.spacing : 0)
-            width: panel.extent.width
-            height: panel.extent.height
+            width: childrenRect.width
+            height: childrenRect.height
         }
 
         Item {
