@@ -11,7 +11,7 @@ ListView {
 
     property string name
 
-    readonly property bool scrollable: contentHeight > height
+    readonly property bool scrollable: contentHeight + topMargin + bottomMargin > height + 1
 
     // The keyboard goes to that row, or to the nearest there is.
     function goTo(row: int) {
@@ -32,7 +32,10 @@ ListView {
         return Math.max(1, Math.floor(height / Math.max(1, currentItem.height + spacing)));
     }
 
+    readonly property WheelArea wheelArea: WheelArea { area: root }
+
     clip: true
+    interactive: false
     reuseItems: true
     spacing: 4
     boundsBehavior: Flickable.StopAtBounds
@@ -56,8 +59,12 @@ ListView {
 
     T.ScrollBar.vertical: SlimScrollBar {
         visible: root.scrollable
-        lit: root.moving || touched.hovered
+        lit: touched.hovered
     }
 
-    HoverHandler { id: touched }
+    HoverHandler {
+        id: touched
+
+        parent: root
+    }
 }
