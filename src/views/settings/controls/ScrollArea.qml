@@ -36,28 +36,7 @@ Flickable {
             contentY = Math.max(0, Math.min(contentHeight, bottom) - height);
     }
 
-    // False if there is no way to go on.
-    function scrollBy(points: real): bool {
-        const to = Math.max(0, Math.min(contentHeight - height, contentY + points));
-        const moves = scrollable && to !== contentY;
-        if (moves)
-            contentY = to;
-        return moves;
-    }
-
-    // Behind the content, so that what scrolls inside of it comes first.
-    readonly property MouseArea wheelArea: MouseArea {
-        parent: root
-        width: root.width
-        height: root.height
-        z: -1
-        acceptedButtons: Qt.NoButton
-        onWheel: wheel => {
-            const step = 20 * Qt.styleHints.wheelScrollLines / 120;
-            const points = wheel.pixelDelta.y !== 0 ? wheel.pixelDelta.y : wheel.angleDelta.y * step;
-            wheel.accepted = root.scrollBy(-points);
-        }
-    }
+    readonly property WheelArea wheelArea: WheelArea { area: root }
 
     clip: true
     interactive: false
