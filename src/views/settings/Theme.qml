@@ -15,7 +15,7 @@ QtObject {
     readonly property color card: dark ? "#2f2f33" : "#ffffff"
     readonly property color fieldBackground: dark ? "#1b1b1d" : "#ffffff"
     readonly property color raised: dark ? "#35353a" : "#ffffff" // menus, sheets, tool tips
-    readonly property color control: dark ? "#434348" : "#ffffff" // what can be pressed
+    readonly property color control: dark ? "#3d3d42" : "#ffffff" // what can be pressed
     readonly property color trough: faded(text, dark ? 0.10 : 0.07) // what a chosen segment lies in
 
     // Text and lines
@@ -28,7 +28,7 @@ QtObject {
     readonly property color hover: faded(text, 0.06)
     readonly property color pressed: faded(text, 0.12)
     readonly property color dim: faded("#000000", dark ? 0.5 : 0.32)
-    readonly property color shadow: faded("#000000", dark ? 0.10 : 0.035)
+    readonly property color shadow: faded("#000000", dark ? 0.45 : 0.17)
 
     // The accent is a ground, the others are colours of text and signs.
     readonly property color accent: dark ? "#1f6fe5" : "#0a60d6"
@@ -36,7 +36,7 @@ QtObject {
     readonly property color blue: dark ? "#72b2ff" : "#0852b8"
     readonly property color green: dark ? "#4fc46a" : "#176b2e"
     readonly property color orange: dark ? "#ff9f2e" : "#ba5c00"
-    readonly property color red: dark ? "#ff9a93" : "#b3261d"
+    readonly property color red: dark ? "#ff857d" : "#b3261d"
     readonly property color gray: dark ? "#98989f" : "#77777d"
     readonly property color teal: dark ? "#4fc3cf" : "#09666f"
     readonly property color yellow: dark ? "#ffd84d" : "#765300"
@@ -64,17 +64,21 @@ QtObject {
     readonly property int calm: 200
     readonly property int tipDelay: 600
 
+    readonly property string textFamily: MarkedText.textFamily()
+    readonly property string monospace: MarkedText.codeFamily()
     readonly property font body: font(13, Font.Normal)
     readonly property font headline: font(13, Font.DemiBold)
     readonly property font title3: font(15, Font.DemiBold)
     readonly property font title: font(20, Font.Bold)
     readonly property font caption: Qt.font({
-        pixelSize: 10, weight: Font.DemiBold, letterSpacing: 0.5, capitalization: Font.SmallCaps
+        family: textFamily, pixelSize: 10, weight: Font.DemiBold,
+        letterSpacing: 0.5, capitalization: Font.SmallCaps
     })
-    readonly property string monospace: MarkedText.codeFamily()
 
     function font(size: real, weight: int, tracking: real): font {
-        return Qt.font({ pixelSize: size, weight: weight, letterSpacing: tracking ? tracking : 0 });
+        return Qt.font({
+            family: textFamily, pixelSize: size, weight: weight, letterSpacing: tracking ? tracking : 0
+        });
     }
 
     // Colours out of data and tables come as words.

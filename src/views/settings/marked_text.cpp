@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QGuiApplication>
 #include <QRegularExpression>
 #include <QTextBoundaryFinder>
 
@@ -53,6 +54,10 @@ QString MarkedText::inlineMarkup(const QString& source, const QString& codeFamil
     }
     marked += withEmoji(source.mid(done));
     return keepBlanks(marked.replace(QLatin1Char('\n'), QStringLiteral("<br>")));
+}
+
+QString MarkedText::textFamily() const {
+    return QGuiApplication::font().family();
 }
 
 QString MarkedText::codeFamily() const {

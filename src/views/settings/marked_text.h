@@ -20,6 +20,8 @@ public:
     // anything.
     Q_INVOKABLE [[nodiscard]] QString inlineMarkup(const QString& source,
                                                    const QString& codeFamily) const;
+    // The family of the desktop's text.
+    Q_INVOKABLE [[nodiscard]] QString textFamily() const;
     // The family of a font whose characters are all of one width.
     Q_INVOKABLE [[nodiscard]] QString codeFamily() const;
     // Points that the text takes on one line.

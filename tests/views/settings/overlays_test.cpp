@@ -120,6 +120,51 @@ TEST(ContextMenu, IsLeftByEscapeWithNothingChosen) {
     EXPECT_EQ(shown.focused(), more);
 }
 
+TEST(ContextMenu, ClosesAlsoWhenTheChoiceChangesItsRows) {
+    ShownItem shown(R"(
+Item {
+    id: page
+    property bool paused: false
+    TextButton { text: "More"; onClicked: menu.openAt(page, 30, 40) }
+    ContextMenu {
+        id: menu
+        rows: [{ title: page.paused ? "Resume" : "Pause" }]
+        onTriggered: page.paused = !page.paused
+    }
+})");
+    for (const QString& title :
+         {QStringLiteral("Pause"), QStringLiteral("Resume"), QStringLiteral("Pause")}) {
+        shown.click(QStringLiteral("More"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return shown.named(title) != nullptr; }));
+        shown.click(title);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return shown.named(title) == nullptr; }));
+    }
+    EXPECT_TRUE(shown.root()->property("paused").toBool());
+}
+
+TEST(ContextMenu, LeavesTheKeyboardToTheSheetThatItOpens) {
+    ShownItem shown(R"(
+Item {
+    id: page
+    TextButton { text: "More"; onClicked: menu.openAt(page, 30, 40) }
+    ContextMenu {
+        id: menu
+        rows: [{ title: "Set Token…" }]
+        onTriggered: sheet.visible = true
+    }
+    Sheet { id: sheet; visible: false; Field { name: "Token" } }
+})");
+    shown.named(QStringLiteral("More"))->forceActiveFocus(Qt::TabFocusReason);
+    shown.press(Qt::Key_Space);
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return shown.named(QStringLiteral("Set Token…")) != nullptr; }));
+    shown.press(Qt::Key_Down);
+    shown.press(Qt::Key_Return);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return shown.named(QStringLiteral("Set Token…")) == nullptr; }));
+    EXPECT_EQ(shown.focused(), shown.named(QStringLiteral("Token")));
+}
+
 TEST(ContextMenu, TellsWhatItsRowsAre) {
     ShownItem shown(menu);
     shown.click(QStringLiteral("More"));

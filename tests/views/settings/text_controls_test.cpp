@@ -68,6 +68,24 @@ TEST_P(TextControls, AreReachedAndLeftByTab) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(control)->role(), QAccessible::EditableText);
 }
 
+TEST_P(TextControls, OfferToCutAndPasteByASecondaryClick) {
+    ShownItem shown(texts);
+    shown.click(name());
+    shown.press(Qt::Key_A, Qt::ControlModifier);
+    const auto choose = [&shown](const QString& title) {
+        const QQuickItem* row = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return (row = shown.named(title)) != nullptr; }));
+        shown.click(title);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return shown.named(title) == nullptr; }));
+    };
+    shown.click(name(), Qt::RightButton);
+    choose(QStringLiteral("Cut"));
+    EXPECT_EQ(heard(shown).last(), QString());
+    shown.click(name(), Qt::RightButton);
+    choose(QStringLiteral("Paste"));
+    EXPECT_EQ(heard(shown).last(), QStringLiteral("one"));
+}
+
 INSTANTIATE_TEST_SUITE_P(All, TextControls, ::testing::Values("Role", "Prompt"),
                          [](const auto& which) { return std::string(which.param); });
 
@@ -77,6 +95,30 @@ TEST(Field, HidesWhatIsSecret) {
     EXPECT_EQ(spoken->state().passwordEdit, 1U);
     EXPECT_EQ(shown.named(QStringLiteral("Key"))->property("displayText").toString(),
               QString(6, QChar(0x2022)));
+}
+
+TEST(ScrollArea, ShowsWhatTheKeyboardGoesTo) {
+    ShownItem shown(R"(
+Item {
+    ScrollArea {
+        objectName: "area"; width: 200; height: 100
+        Column {
+            spacing: 40
+            TextButton { text: "First" }
+            TextButton { text: "Second" }
+            TextButton { text: "Third" }
+        }
+    }
+})");
+    const auto* area = shown.root()->findChild<QQuickItem*>(QStringLiteral("area"));
+    for (const char* name : {"First", "Second", "Third", "First"}) {
+        shown.press(Qt::Key_Tab);
+        const QQuickItem* button = shown.named(QString::fromLatin1(name));
+        ASSERT_EQ(shown.focused(), button);
+        const qreal top = button->mapToItem(area, {}).y();
+        EXPECT_GE(top, 0) << name;
+        EXPECT_LE(top + button->height(), area->height()) << name;
+    }
 }
 
 TEST(MarkedText, EscapesDataAndSetsEmojiInTheirFont) {

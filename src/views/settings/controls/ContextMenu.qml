@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Varnhold
 
-// A menu made of rows: { kind: "action" | "divider" | "section", title, symbol, destructive, checked }.
+// A menu made of rows: { kind: "action" | "divider" | "section", title, symbol, destructive,
+// checked, enabled }.
 T.Menu {
     id: root
 
@@ -12,18 +13,19 @@ T.Menu {
 
     // At a place of the item's; afterwards the keyboard is in the menu.
     function openAt(item: Item, x: real, y: real) {
-        const former = item.Window.activeFocusItem;
-        returnTo = former;
-        returnReason = former && former.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
+        former.remember(item);
+        list.widest = 0;
+        shownRows = rows;
         parent = item;
+        list.forceLayout();
         popup(item, x, y);
+        list.forceLayout();
     }
 
-    property Item returnTo: null // what has the focus again afterwards
-    property int returnReason: Qt.PopupFocusReason
-    property bool inside: false // the keyboard, when it closes
-
-    readonly property bool checkColumn: rows.some(row => row.checked === true)
+    // What is chosen may change the rows; those on show stay until the menu is opened again.
+    property var shownRows: []
+    readonly property FormerFocus former: FormerFocus {}
+    readonly property bool signColumn: shownRows.some(row => row.checked === true || row.symbol)
 
     padding: 4
     margins: 8
@@ -31,8 +33,7 @@ T.Menu {
     focus: true
     implicitWidth: Math.max(140, list.widest + 8)
     implicitHeight: list.contentHeight + 8
-    onAboutToHide: inside = activeFocus
-    onClosed: if (inside && returnTo) returnTo.forceActiveFocus(returnReason)
+    onClosed: former.giveBack()
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
     contentItem: ListView {
@@ -49,7 +50,7 @@ T.Menu {
     background: Panel { radius: 8 }
 
     Repeater {
-        model: root.rows
+        model: root.shownRows
         onItemAdded: (index, item) => list.widest = Math.max(list.widest, item.implicitWidth)
 
         MenuRow {
@@ -61,9 +62,15 @@ T.Menu {
             text: modelData.title ?? ""
             symbol: modelData.symbol ?? ""
             destructive: modelData.destructive === true
+            enabled: kind === "action" && modelData.enabled !== false
+            opacity: kind === "action" && !enabled ? 0.3 : 1
             checked: modelData.checked === true
-            checkColumn: root.checkColumn
-            onTriggered: root.triggered(index)
+            signColumn: root.signColumn
+            onTriggered: {
+                // Before the action, which may want the keyboard for itself.
+                root.former.giveBack();
+                root.triggered(index);
+            }
         }
     }
 }

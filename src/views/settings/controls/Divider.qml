@@ -5,8 +5,10 @@ import Varnhold
 Rectangle {
     property bool vertical: false
 
-    implicitWidth: 1
-    implicitHeight: 1
+    readonly property real line: 1 / Screen.devicePixelRatio
+
+    implicitWidth: line
+    implicitHeight: line
     color: Theme.separator
     Accessible.role: Accessible.Separator
     Accessible.ignored: true

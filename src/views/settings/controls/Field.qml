@@ -59,5 +59,10 @@ T.TextField {
         Accessible.ignored: true
     }
 
+    EditMenu {
+        editor: root
+        secret: root.secret
+    }
+
     ToolTipArea { text: root.help }
 }

@@ -9,41 +9,30 @@ T.MenuItem {
     property string kind: "action"
     property string symbol
     property bool destructive: false
-    property bool checkColumn: false // room for the mark before all titles
+    property bool signColumn: true // room for a sign or a mark before the title
 
     readonly property color ink: highlighted && kind === "action" ? Theme.accentText
         : kind === "section" ? Theme.secondaryText : destructive ? Theme.red : Theme.text
 
-    implicitWidth: (checkColumn ? 20 : 0) + (symbol === "" ? 0 : 22) + Math.ceil(title.implicitWidth) + 20
+    readonly property real indent: signColumn && kind === "action" ? 22 : 0
+
+    implicitWidth: indent + Math.ceil(title.implicitWidth) + leftPadding + rightPadding
     implicitHeight: kind === "divider" ? 9 : kind === "section" ? 20 : 24
     leftPadding: 8
     rightPadding: 12
     enabled: kind === "action"
     Accessible.name: root.text
     Accessible.ignored: kind === "divider"
-    Accessible.checkable: root.checkColumn
+    Accessible.checkable: root.checked
     Accessible.checked: root.checked
 
     contentItem: Item {
         visible: root.kind !== "divider"
 
         Symbol {
-            id: mark
-
             anchors.verticalCenter: parent.verticalCenter
-            visible: root.checkColumn && root.checked
-            name: "check-bold"
-            size: 10
-            color: root.ink
-        }
-
-        Symbol {
-            id: sign
-
-            x: root.checkColumn ? 18 : 0
-            anchors.verticalCenter: parent.verticalCenter
-            name: root.symbol
-            size: 12
+            name: root.symbol !== "" ? root.symbol : root.checked ? "check-bold" : ""
+            size: root.symbol !== "" ? 12 : 10
             color: root.ink
         }
 
@@ -52,7 +41,7 @@ T.MenuItem {
 
             anchors.left: parent.left
             anchors.right: parent.right
-            anchors.leftMargin: (root.checkColumn ? 18 : 0) + (root.symbol === "" ? 0 : 21)
+            anchors.leftMargin: root.indent
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
             font: root.kind === "section" ? Theme.font(11, Font.DemiBold) : Theme.font(12, Font.Normal)

@@ -20,7 +20,7 @@ Item {
             anchors.topMargin: 1 - index
             anchors.bottomMargin: -3 - index
             radius: root.radius + 1 + index
-            color: Theme.shadow
+            color: Theme.faded(Theme.shadow, 1 / root.depth)
         }
     }
 
@@ -28,7 +28,7 @@ Item {
         anchors.fill: parent
         radius: root.radius
         color: root.color
-        border.color: Theme.fieldStroke
+        border.color: Theme.faded(Theme.text, 0.16)
         border.width: 1
     }
 }

@@ -70,7 +70,6 @@ T.ComboBox {
         text: modelData
         checked: index === root.currentIndex
         highlighted: index === root.highlightedIndex
-        checkColumn: true
     }
 
     popup: T.Popup {

@@ -11,6 +11,29 @@ Flickable {
     readonly property var extent: contentItem.childrenRect
     readonly property bool scrollable: contentHeight > height
 
+    // What the keyboard goes to must be seen.
+    readonly property Item focused: Window.activeFocusItem
+    onFocusedChanged: if (focused) reveal(focused)
+
+    function holds(item: Item): bool {
+        for (let above = item; above; above = above.parent) {
+            if (above === contentItem)
+                return true;
+        }
+        return false;
+    }
+
+    function reveal(item: var) {
+        if (item.visualFocus !== true || !holds(item))
+            return;
+        const top = item.mapToItem(contentItem, 0, 0).y - Theme.pad;
+        const bottom = top + item.height + 2 * Theme.pad;
+        if (top < contentY)
+            contentY = Math.max(0, top);
+        else if (bottom > contentY + height)
+            contentY = Math.max(0, Math.min(contentHeight, bottom) - height);
+    }
+
     clip: true
     contentWidth: width
     contentHeight: extent.height

@@ -9,14 +9,13 @@ FocusScope {
     property string title
     property real padding: 20
     property real spacing: 14
-    property Item returnTo: null // what has the focus again afterwards
 
     default property alias content: holder.data
 
     signal dismissed()
 
     function enter() {
-        returnTo = Window.activeFocusItem;
+        former.remember(root);
         const first = start.nextItemInFocusChain(true);
         (first === end ? root : first).forceActiveFocus(Qt.PopupFocusReason);
     }
@@ -29,11 +28,13 @@ FocusScope {
     onVisibleChanged: {
         if (visible)
             enter();
-        else if (returnTo)
-            returnTo.forceActiveFocus();
+        else
+            former.giveBack();
     }
     Component.onCompleted: if (visible) enter()
-    Component.onDestruction: if (visible && returnTo) returnTo.forceActiveFocus()
+    Component.onDestruction: if (visible) former.giveBack()
+
+    FormerFocus { id: former }
 
     Rectangle {
         anchors.fill: parent
@@ -49,7 +50,7 @@ FocusScope {
 
     Panel {
         anchors.fill: panel
-        depth: 10
+        depth: 12
     }
 
     Item {

@@ -73,6 +73,8 @@ Item {
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
+            EditMenu { editor: editor }
+
             Text {
                 x: editor.leftPadding
                 y: editor.topPadding

@@ -31,12 +31,13 @@ ColumnLayout {
 
                 ColumnLayout {
                     width: section.width - 2 * section.padding
-                    spacing: 5
+                    spacing: 3
 
                     Label { text: "Architect Chain"; font: Theme.headline }
                     Stepper { label: "Effort"; valueText: "High" }
                     ModelBlock {
                         Layout.fillWidth: true
+                        implicitHeight: 28
                         name: "A model with a name that goes on and on"
                         tag: "Anthropic"
                         ground: ["purple", "blue", "green", "orange", "pink", "teal"][section.index]
@@ -46,12 +47,23 @@ ColumnLayout {
         }
     }
 
-    Card {
-        Layout.fillWidth: true
-        outlined: true
+    Panel {
+        implicitWidth: 190
+        implicitHeight: rows.height + 8
+        radius: 8
 
-        MenuRow { width: 200; text: "Restart"; symbol: "arrow-clockwise"; highlighted: true }
-        MenuRow { y: 24; width: 200; text: "Delete"; symbol: "trash"; destructive: true }
+        Column {
+            id: rows
+
+            x: 4
+            y: 4
+
+            MenuRow { width: 182; text: "Restart"; symbol: "arrow-clockwise"; highlighted: true }
+            MenuRow { width: 182; kind: "divider" }
+            MenuRow { width: 182; kind: "section"; text: "Connection Service" }
+            MenuRow { width: 182; text: "telegram"; checked: true }
+            MenuRow { width: 182; text: "Delete"; symbol: "trash"; destructive: true }
+        }
     }
 
     Toast {

@@ -1,0 +1,43 @@
+import QtQuick
+import Varnhold
+
+// The secondary click of a text control: cut, copy, paste, select all.
+Item {
+    id: root
+
+    required property var editor // a text item
+    property bool secret: false
+
+    anchors.fill: parent
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        gesturePolicy: TapHandler.WithinBounds
+        onTapped: point => {
+            menu.active = true;
+            menu.item.openAt(root, point.position.x, point.position.y);
+        }
+    }
+
+    Loader {
+        id: menu
+
+        active: false
+        sourceComponent: ContextMenu {
+            readonly property bool selected: root.editor.selectedText !== ""
+
+            rows: [
+                { title: qsTr("Cut"), enabled: selected && !root.secret },
+                { title: qsTr("Copy"), enabled: selected && !root.secret },
+                { title: qsTr("Paste"), enabled: root.editor.canPaste },
+                { kind: "divider" },
+                { title: qsTr("Select All"), enabled: root.editor.length > 0 }
+            ]
+            onTriggered: row => {
+                const actions = ["cut", "copy", "paste", "", "selectAll"];
+                root.editor.forceActiveFocus();
+                root.editor[actions[row]]();
+            }
+        }
+    }
+}
