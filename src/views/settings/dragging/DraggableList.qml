@@ -92,7 +92,6 @@ DropTarget {
     }
     Accessible.role: Accessible.List
     Accessible.name: root.name
-    Component.onCompleted: DragSession.watch(root)
 
     Repeater {
         model: root.model
