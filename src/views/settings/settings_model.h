@@ -20,8 +20,8 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(bool showHints READ showHints WRITE setShowHints NOTIFY showHintsChanged)
     Q_PROPERTY(bool springs READ springs NOTIFY springsChanged)
     // In the order of the window.
-    Q_PROPERTY(QQmlListProperty<ChainPart> chains READ chains CONSTANT)
-    Q_PROPERTY(GroupsPart* groups READ groups CONSTANT)
+    Q_PROPERTY(QQmlListProperty<varnhold::ChainPart> chains READ chains CONSTANT)
+    Q_PROPERTY(varnhold::GroupsPart* groups READ groups CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);
