@@ -2,13 +2,15 @@ import QtQuick
 import QtQuick.Templates as T
 import Varnhold
 
-// Something to scroll, with a scroll bar that shows while it is of use, or always.
+// Something to scroll by wheel, keyboard and a scroll bar that shows while the pointer is there, or
+// always. A pressed pointer doesn't scroll: it drags rows or marks text.
 Flickable {
     id: root
 
     property bool alwaysVisible: false
 
-    readonly property var extent: contentItem.childrenRect
+    default property alias content: holder.data
+
     readonly property bool scrollable: contentHeight > height
 
     // What the keyboard goes to must be seen.
@@ -34,9 +36,33 @@ Flickable {
             contentY = Math.max(0, Math.min(contentHeight, bottom) - height);
     }
 
+    // False if there is no way to go on.
+    function scrollBy(points: real): bool {
+        const to = Math.max(0, Math.min(contentHeight - height, contentY + points));
+        const moves = scrollable && to !== contentY;
+        if (moves)
+            contentY = to;
+        return moves;
+    }
+
+    // Behind the content, so that what scrolls inside of it comes first.
+    readonly property MouseArea wheelArea: MouseArea {
+        parent: root
+        width: root.width
+        height: root.height
+        z: -1
+        acceptedButtons: Qt.NoButton
+        onWheel: wheel => {
+            const step = 20 * Qt.styleHints.wheelScrollLines / 120;
+            const points = wheel.pixelDelta.y !== 0 ? wheel.pixelDelta.y : wheel.angleDelta.y * step;
+            wheel.accepted = root.scrollBy(-points);
+        }
+    }
+
     clip: true
+    interactive: false
     contentWidth: width
-    contentHeight: extent.height
+    contentHeight: holder.height
     boundsBehavior: Flickable.StopAtBounds
     pixelAligned: true
 
@@ -63,7 +89,7 @@ Flickable {
                 radius: width / 2
                 color: Theme.text
                 opacity: bar.pressed ? 0.5 : bar.hovered ? 0.4
-                    : root.alwaysVisible || root.moving || touched.hovered ? 0.25 : 0
+                    : root.alwaysVisible || touched.hovered ? 0.25 : 0
 
                 Behavior on opacity { NumberAnimation { duration: Theme.calm } }
                 Behavior on width { NumberAnimation { duration: Theme.quick } }
@@ -71,5 +97,17 @@ Flickable {
         }
     }
 
-    HoverHandler { id: touched }
+    Item {
+        id: holder
+
+        parent: root.contentItem
+        width: root.width
+        height: childrenRect.height
+    }
+
+    HoverHandler {
+        id: touched
+
+        parent: root
+    }
 }
