@@ -37,6 +37,7 @@ Item {
         width: 200
         height: Math.max(rows.height + 30, 190)
         kinds: ["model"]
+        onHoveredChanged: if (hovered) root.board.heard(name + " hovered")
         onTextDropped: text => root.board.tell(name + " zone " + text)
         DraggableList {
             id: rows
@@ -132,20 +133,20 @@ Board::Board(const QSize& size) {
     page->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     auto* component = new QQmlComponent(page->engine(), page);
     component->setData(boardQml, QUrl(QStringLiteral("qrc:/board.qml")));
+    if (!component->isReady()) {
+        qFatal("%s", qPrintable(component->errorString()));
+    }
     QObject* root = component->createWithInitialProperties(
         {{QStringLiteral("board"), QVariant::fromValue<QObject*>(this)},
          {QStringLiteral("library"), QVariant::fromValue(&library)},
          {QStringLiteral("first"), QVariant::fromValue(&first)},
          {QStringLiteral("second"), QVariant::fromValue(&second)}});
-    if (root == nullptr) {
-        qFatal("%s", qPrintable(component->errorString()));
-    }
     page->setContent(QUrl(QStringLiteral("qrc:/board.qml")), component, root);
     window.setCentralWidget(page);
     window.resize(size);
     window.show();
     window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     page->setFocus();
 }
 
@@ -239,7 +240,8 @@ void Board::release() {
     QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, pointer_);
 }
 
-bool Board::drag(const QPoint& from, const std::function<void(ScriptedDrag& drag)>& script) {
+bool Board::drag(const QPoint& from, const std::function<void(ScriptedDrag& drag)>& script,
+                 const QPoint& by) {
     bool over = false;
     bool taken = false;
     const auto listening =
@@ -255,7 +257,7 @@ bool Board::drag(const QPoint& from, const std::function<void(ScriptedDrag& drag
         return scripted.end();
     });
     press(from);
-    moveTo(from + QPoint(12, 0));
+    moveTo(from + by);
     EXPECT_TRUE(QTest::qWaitFor([&over] { return over; })) << "no drag has begun";
     release();
     disconnect(listening);

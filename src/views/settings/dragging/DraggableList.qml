@@ -168,5 +168,6 @@ DropTarget {
     TargetMark {
         visible: root.marked >= 0
         area: root.markedArea
+        margin: root.rowMarked ? 3 : 0
     }
 }
