@@ -12,6 +12,8 @@ Flickable {
 
     readonly property bool scrollable: contentWidth > width || contentHeight > height
 
+    readonly property WheelArea wheelArea: WheelArea { area: root }
+
     // What the keyboard goes to must be seen, once the areas inside have scrolled for it. What is
     // clicked must not run away from the pointer.
     readonly property Item focused: Window.activeFocusItem
@@ -45,7 +47,7 @@ Flickable {
     contentWidth: Math.max(width, leastWidth)
     contentHeight: Math.max(height, leastHeight)
     boundsBehavior: Flickable.StopAtBounds
-    interactive: scrollable
+    interactive: false
     pixelAligned: true
     clip: true
 

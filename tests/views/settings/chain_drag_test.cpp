@@ -15,16 +15,16 @@ using ::testing::SizeIs;
 const QString coding = QStringLiteral("Coding Chain");
 const QString photo = QStringLiteral("Photo Chain");
 const QString audio = QStringLiteral("Audio Chain");
-const QString codingModels = QStringLiteral("Models of Coding Chain");
+const QString codingModels = QStringLiteral("End of Coding Chain");
 const QString codingTop = QStringLiteral("Top of Coding Chain");
 const QString codingBots = QStringLiteral("Bots of Coding Chain");
-const QString photoModels = QStringLiteral("Models of Photo Chain");
+const QString photoModels = QStringLiteral("End of Photo Chain");
 const QString photoTop = QStringLiteral("Top of Photo Chain");
 
 struct Drag : ShownChains {
     Drag() {
         view->workerModels = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")};
-        view->directModels = {model("x"), rowModel("y", "Y")};
+        view->directModels = {testing::model("x"), rowModel("y", "Y")};
         view->openrouterKey = "key";
         for (AIModelItem& each : view->directModels) {
             each.provider_key = "openrouter";
@@ -81,7 +81,6 @@ TEST(ChainDrag, PutsARowAtTheHeadByTheTopStrip) {
     settings.show();
     settings.dropTop("x", codingTop);
     EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("x", "a", "b", "c"));
-    settings.dropTop("y", photoTop);
     settings.dropTop("Y", photoTop);
     EXPECT_THAT(settings.saved(TargetList::photo), ElementsAre("y")) << "into an empty chain";
 }
@@ -242,7 +241,7 @@ TEST(ChainDrag, MarksTheStripAndTheBotsZoneWhileItHoversThere) {
 
 TEST(ChainDrag, ChecksForALocalModelOnlyAfterAFreshDrop) {
     Drag settings;
-    settings.view->ollamaModels = {model("llama")};
+    settings.view->ollamaModels = {testing::model("llama")};
     settings.view->ollamaModels[0].type = "ollama";
     settings.view->ollamaModels[0].provider_key = "openrouter";
     settings.show();

@@ -21,6 +21,14 @@ MouseArea {
         return moves;
     }
 
+    function scrollAcross(points: real): bool {
+        const to = Math.max(0, Math.min(area.contentWidth - area.width, area.contentX + points));
+        const moves = to !== area.contentX;
+        if (moves)
+            area.contentX = to;
+        return moves;
+    }
+
     parent: area
     width: area.width
     height: area.height
@@ -28,7 +36,9 @@ MouseArea {
     acceptedButtons: Qt.NoButton
     onWheel: wheel => {
         const step = 20 * Qt.styleHints.wheelScrollLines / 120;
-        const points = wheel.pixelDelta.y !== 0 ? wheel.pixelDelta.y : wheel.angleDelta.y * step;
-        wheel.accepted = root.scrollBy(-points);
+        const points = (pixels, angle) => -(pixels !== 0 ? pixels : angle * step);
+        const across = Math.abs(wheel.angleDelta.x) > Math.abs(wheel.angleDelta.y);
+        wheel.accepted = across ? root.scrollAcross(points(wheel.pixelDelta.x, wheel.angleDelta.x))
+                                : root.scrollBy(points(wheel.pixelDelta.y, wheel.angleDelta.y));
     }
 }

@@ -62,10 +62,6 @@ Sheet {
         ScrollArea {
             id: text
 
-            function scrollBy(distance: real) {
-                contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance));
-            }
-
             anchors.top: upper.bottom
             anchors.bottom: lower.top
             width: parent.width
