@@ -1,7 +1,11 @@
+#include <QDrag>
+#include <QMimeData>
+#include <QQmlEngine>
 #include <QSignalSpy>
 
 #include "settings/chain_parts.h"
 #include "shown_chains.h"
+#include "views/settings/dragging/drag_session.h"
 
 namespace varnhold::testing {
 namespace {
@@ -180,6 +184,37 @@ TEST(ChainDrag, ReleasedBesideTheRowsKeepsTheNewOrderForTheNextSave) {
     EXPECT_THAT(settings.saved(TargetList::worker), IsEmpty());
     settings.click(QStringLiteral("More Effort"), photo);
     EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("b", "a", "c"));
+}
+
+TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
+    Drag settings;
+    settings.show();
+    const int type = qmlTypeId("Varnhold", 1, 0, "DragSession");
+    auto* session = settings.page->engine()->singletonInstance<DragSession*>(type);
+    ASSERT_NE(session, nullptr);
+    QString carried;
+    bool pictured = false;
+    session->setCarrier([&](QDrag& drag) {
+        carried = drag.mimeData()->text();
+        pictured = !drag.pixmap().isNull();
+        settings.carryTo(settings.middle(settings.named(codingBots)), carried);
+        EXPECT_FALSE(settings.view->chainBotDropTargeted["worker"]) << "no place for a model";
+        settings.dropAt(settings.freeSpace(photoModels), carried);
+        return Qt::MoveAction;
+    });
+    const QPoint at = settings.row("b");
+    QWindow* window = settings.window.windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, at);
+    for (int step = 1; step <= 4; ++step) {
+        QTest::mouseMove(window, at + QPoint(0, 5 * step));
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !carried.isEmpty() && !session->active(); }));
+    QTest::mouseRelease(window, Qt::LeftButton, {}, at);
+    EXPECT_EQ(carried, QStringLiteral("B"));
+    EXPECT_TRUE(pictured);
+    EXPECT_THAT(settings.saved(TargetList::photo), ElementsAre("b"));
+    EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("a", "c"));
+    EXPECT_FALSE(settings.view->draggingItem);
 }
 
 TEST(ChainDrag, NoLongerReordersAfterTwoSeconds) {
