@@ -12,20 +12,21 @@ Flickable {
 
     readonly property bool scrollable: contentWidth > width || contentHeight > height
 
+    readonly property WheelArea wheelArea: WheelArea { area: root }
+
     // What the keyboard goes to must be seen, once the areas inside have scrolled for it. What is
     // clicked must not run away from the pointer.
     readonly property Item focused: Window.activeFocusItem
-    onFocusedChanged: Qt.callLater(reveal)
+    onFocusedChanged: soon.restart()
 
-    function reveal() {
-        const item = focused as QtObject;
+    function reveal(item: var) {
         if (!item || item.focusReason === Qt.MouseFocusReason || !scrollable)
             return;
-        const place = contentItem.mapFromItem(focused, 0, 0);
+        const place = contentItem.mapFromItem(item, 0, 0);
         const inside = place.x >= 0 && place.y >= 0 && place.x < contentWidth && place.y < contentHeight;
         if (inside) {
-            contentX = nearest(contentX, place.x, focused.width, width, contentWidth);
-            contentY = nearest(contentY, place.y, focused.height, height, contentHeight);
+            contentX = nearest(contentX, place.x, item.width, width, contentWidth);
+            contentY = nearest(contentY, place.y, item.height, height, contentHeight);
         }
     }
 
@@ -36,10 +37,17 @@ Flickable {
         return Math.max(0, Math.min(Math.min(Math.max(now, least), most), whole - seen));
     }
 
+    Timer {
+        id: soon
+
+        interval: 0
+        onTriggered: root.reveal(root.focused)
+    }
+
     contentWidth: Math.max(width, leastWidth)
     contentHeight: Math.max(height, leastHeight)
     boundsBehavior: Flickable.StopAtBounds
-    interactive: scrollable
+    interactive: false
     pixelAligned: true
     clip: true
 

@@ -76,9 +76,11 @@ TEST_F(AddModelInTheWindow, TakesEveryFieldFromTheKeyboardAlone) {
 
 TEST_F(AddModelInTheWindow, OffersItsProvidersInAMenu) {
     click("Provider");
-    QQuickItem* all = page->quickWindow()->contentItem(); // pop-ups included
-    ASSERT_TRUE(QTest::qWaitFor([&] { return named(all, QStringLiteral("ollama")) != nullptr; }));
-    click(named(all, QStringLiteral("openai")));
+    const auto* menu = control("Provider")->property("popup").value<QObject*>();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([menu] { return menu->property("opened").toBool(); }));
+    page->grab(); // by now its rows have their places
+    click(named(page->quickWindow()->contentItem(), QStringLiteral("openai")));
     EXPECT_EQ(valueOf("Provider", "current"), "openai");
     click("Model ID");
     type(QStringLiteral("m"));

@@ -1,7 +1,11 @@
+#include <QDrag>
+#include <QMimeData>
+#include <QQmlEngine>
 #include <QSignalSpy>
 
 #include "settings/chain_parts.h"
 #include "shown_chains.h"
+#include "views/settings/dragging/drag_session.h"
 
 namespace varnhold::testing {
 namespace {
@@ -15,16 +19,16 @@ using ::testing::SizeIs;
 const QString coding = QStringLiteral("Coding Chain");
 const QString photo = QStringLiteral("Photo Chain");
 const QString audio = QStringLiteral("Audio Chain");
-const QString codingModels = QStringLiteral("Models of Coding Chain");
+const QString codingModels = QStringLiteral("End of Coding Chain");
 const QString codingTop = QStringLiteral("Top of Coding Chain");
 const QString codingBots = QStringLiteral("Bots of Coding Chain");
-const QString photoModels = QStringLiteral("Models of Photo Chain");
+const QString photoModels = QStringLiteral("End of Photo Chain");
 const QString photoTop = QStringLiteral("Top of Photo Chain");
 
 struct Drag : ShownChains {
     Drag() {
         view->workerModels = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")};
-        view->directModels = {model("x"), rowModel("y", "Y")};
+        view->directModels = {testing::model("x"), rowModel("y", "Y")};
         view->openrouterKey = "key";
         for (AIModelItem& each : view->directModels) {
             each.provider_key = "openrouter";
@@ -81,7 +85,6 @@ TEST(ChainDrag, PutsARowAtTheHeadByTheTopStrip) {
     settings.show();
     settings.dropTop("x", codingTop);
     EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("x", "a", "b", "c"));
-    settings.dropTop("y", photoTop);
     settings.dropTop("Y", photoTop);
     EXPECT_THAT(settings.saved(TargetList::photo), ElementsAre("y")) << "into an empty chain";
 }
@@ -183,6 +186,37 @@ TEST(ChainDrag, ReleasedBesideTheRowsKeepsTheNewOrderForTheNextSave) {
     EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("b", "a", "c"));
 }
 
+TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
+    Drag settings;
+    settings.show();
+    const int type = qmlTypeId("Varnhold", 1, 0, "DragSession");
+    auto* session = settings.page->engine()->singletonInstance<DragSession*>(type);
+    ASSERT_NE(session, nullptr);
+    QString carried;
+    bool pictured = false;
+    session->setCarrier([&](QDrag& drag) {
+        carried = drag.mimeData()->text();
+        pictured = !drag.pixmap().isNull();
+        settings.carryTo(settings.middle(settings.named(codingBots)), carried);
+        EXPECT_FALSE(settings.view->chainBotDropTargeted["worker"]) << "no place for a model";
+        settings.dropAt(settings.freeSpace(photoModels), carried);
+        return Qt::MoveAction;
+    });
+    const QPoint at = settings.row("b");
+    QWindow* window = settings.window.windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, at);
+    for (int step = 1; step <= 4; ++step) {
+        QTest::mouseMove(window, at + QPoint(0, 5 * step));
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !carried.isEmpty() && !session->active(); }));
+    QTest::mouseRelease(window, Qt::LeftButton, {}, at);
+    EXPECT_EQ(carried, QStringLiteral("B"));
+    EXPECT_TRUE(pictured);
+    EXPECT_THAT(settings.saved(TargetList::photo), ElementsAre("b"));
+    EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("a", "c"));
+    EXPECT_FALSE(settings.view->draggingItem);
+}
+
 TEST(ChainDrag, NoLongerReordersAfterTwoSeconds) {
     Drag settings;
     settings.show();
@@ -242,7 +276,7 @@ TEST(ChainDrag, MarksTheStripAndTheBotsZoneWhileItHoversThere) {
 
 TEST(ChainDrag, ChecksForALocalModelOnlyAfterAFreshDrop) {
     Drag settings;
-    settings.view->ollamaModels = {model("llama")};
+    settings.view->ollamaModels = {testing::model("llama")};
     settings.view->ollamaModels[0].type = "ollama";
     settings.view->ollamaModels[0].provider_key = "openrouter";
     settings.show();

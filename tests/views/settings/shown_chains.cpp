@@ -3,6 +3,7 @@
 #include <QMimeData>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQmlExpression>
 #include <QQuickWindow>
 
 #include "shown_settings.h"
@@ -58,8 +59,10 @@ QQuickItem* ShownChains::focused() const {
 }
 
 QVariant ShownChains::theme(const char* property) const {
-    const int type = qmlTypeId("Varnhold", 1, 0, "Theme");
-    return page->engine()->singletonInstance<QObject*>(type)->property(property);
+    QQuickItem* root = page->rootObject();
+    return QQmlExpression(qmlContext(root), root,
+                          QStringLiteral("Theme.") + QString::fromUtf8(property))
+        .evaluate();
 }
 
 QPoint ShownChains::middle(const QQuickItem* item) {

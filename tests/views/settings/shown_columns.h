@@ -1,16 +1,38 @@
 #pragma once
 
+#include <QMimeData>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <algorithm>
 
-#include "lifecycle/service_control.h"
 #include "shown_settings.h"
 
 namespace varnhold::testing {
 
-// The left pane and the top block on a record of their own.
+inline QString spoken(QQuickItem* item, QAccessible::Text kind) {
+    return QAccessible::queryAccessibleInterface(item)->text(kind);
+}
+
+inline QAccessible::Role roleOf(QQuickItem* item) {
+    return QAccessible::queryAccessibleInterface(item)->role();
+}
+
+// The left pane and the top block on a record of their own. Agents named in `running` are alive.
 struct ShownColumns : ShownSettings {
     QQuickItem* columns = nullptr;
+    std::vector<std::string> running;
+
+    ShownColumns() {
+        platform.answer = [this](const platform::ProcessRequest& request) {
+            platform::ProcessResult result;
+            result.started = true;
+            const auto& label = request.arguments.back();
+            if (std::find(running.begin(), running.end(), label) != running.end()) {
+                result.standardOutput = "\"PID\" = 12;";
+            }
+            return result;
+        };
+    }
 
     void show(const QSize& size = {1200, 850}, int paneWidth = 280) {
         ShownSettings::show(size);
@@ -24,14 +46,84 @@ struct ShownColumns : ShownSettings {
         ASSERT_NE(made, nullptr) << qPrintable(component.errorString());
         made->setParent(page);
         columns = qobject_cast<QQuickItem*>(made);
-        settleScene();
+        settle();
     }
 
-    // Lets what is queued be done and laid out.
-    void settleScene() const {
-        QCoreApplication::sendPostedEvents();
+    // Lets what is queued be done, answered and laid out.
+    void settle() {
+        platform.settle();
         QCoreApplication::processEvents();
         static_cast<void>(page->grab());
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(page, key, modifiers);
+    }
+
+    [[nodiscard]] QQuickItem* focused() const { return page->quickWindow()->activeFocusItem(); }
+
+    // Of those announced under the name, the first in that role; null if there is none.
+    [[nodiscard]] QQuickItem* named(const QString& name, QAccessible::Role role) const {
+        return find(page->quickWindow()->contentItem(), name, role);
+    }
+    using ShownSettings::named;
+
+    // How many a screen reader finds in that role.
+    [[nodiscard]] static int countOf(QQuickItem* under, QAccessible::Role role) {
+        return countOf(QAccessible::queryAccessibleInterface(under), role);
+    }
+
+    [[nodiscard]] static int countOf(const QAccessibleInterface* under, QAccessible::Role role) {
+        int count = under->role() == role ? 1 : 0;
+        for (int i = 0; i < under->childCount(); ++i) {
+            count += countOf(under->child(i), role);
+        }
+        return count;
+    }
+
+    void clickRow(const QString& name, Qt::MouseButton button = Qt::LeftButton) const {
+        QQuickItem* row = named(name, QAccessible::ListItem);
+        ASSERT_NE(row, nullptr) << qPrintable(name);
+        click(row, button);
+    }
+
+    // A menu's row, as the menu comes to stand.
+    void chooseFromMenu(const QString& title) {
+        settle();
+        QQuickItem* row = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            row = named(title, QAccessible::MenuItem);
+            return row != nullptr && row->height() > 0;
+        })) << qPrintable(title);
+        click(row);
+        settle();
+    }
+
+    // Text of another program, dragged over the item and let go there.
+    void dropText(const QString& text, const QQuickItem* target) {
+        QMimeData dragged;
+        dragged.setText(text);
+        const QPoint at = middle(target);
+        QDragEnterEvent entered(at, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &entered);
+        QDragMoveEvent moved(at, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &moved);
+        whileHovering();
+        QDropEvent dropped(at, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &dropped);
+    }
+    std::function<void()> whileHovering = [] {};
+
+    // A press and a move far enough to be a drag.
+    void beginDrag(const QQuickItem* item) {
+        const QPoint from = middle(item) - QPoint(40, 0);
+        QTest::mousePress(page, Qt::LeftButton, {}, from);
+        for (const int by : {4, 8, 12}) {
+            const QPoint at = from + QPoint(by, by);
+            QMouseEvent moved(QEvent::MouseMove, at, page->mapToGlobal(at), Qt::NoButton,
+                              Qt::LeftButton, {});
+            QCoreApplication::sendEvent(page, &moved);
+        }
     }
 
     // How often everything was saved.
@@ -41,6 +133,25 @@ struct ShownColumns : ShownSettings {
     }
 
     [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
+
+private:
+    [[nodiscard]] static QQuickItem* find(QQuickItem* under, const QString& name,
+                                          QAccessible::Role role) {
+        if (!under->isVisible()) {
+            return nullptr;
+        }
+        if (const auto* accessible = QAccessible::queryAccessibleInterface(under);
+            accessible != nullptr && accessible->role() == role &&
+            accessible->text(QAccessible::Name) == name) {
+            return under;
+        }
+        for (QQuickItem* child : under->childItems()) {
+            if (QQuickItem* found = find(child, name, role)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
 };
 
 } // namespace varnhold::testing

@@ -1,3 +1,5 @@
+#include <QWheelEvent>
+
 #include "shown_item.h"
 #include "views/settings/marked_text.h"
 
@@ -119,6 +121,36 @@ Item {
         EXPECT_GE(top, 0) << name;
         EXPECT_LE(top + button->height(), area->height()) << name;
     }
+}
+
+TEST(ScrollArea, LeavesTheWheelToTheAreaAroundItAtItsEnd) {
+    ShownItem shown(R"(
+Item {
+    ScrollArea {
+        objectName: "outer"; width: 200; height: 100; contentHeight: 400
+        ScrollArea {
+            objectName: "inner"; width: 100; height: 80
+            Item { width: 10; height: 140 }
+        }
+    }
+})");
+    const auto position = [&shown](const char* name) {
+        return shown.root()
+            ->findChild<QQuickItem*>(QString::fromLatin1(name))
+            ->property("contentY")
+            .toReal();
+    };
+    const auto turn = [&shown] {
+        QWheelEvent wheel({20, 20}, {20, 20}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&shown.widget, &wheel);
+    };
+    turn();
+    EXPECT_EQ(position("inner"), 60);
+    EXPECT_EQ(position("outer"), 0);
+    turn();
+    EXPECT_EQ(position("inner"), 60);
+    EXPECT_GT(position("outer"), 0);
 }
 
 TEST(MarkedText, EscapesDataAndSetsEmojiInTheirFont) {

@@ -36,6 +36,7 @@ Rectangle {
         anchors.left: dot.right
         anchors.leftMargin: 6
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: 1 // emoji sit high in their line
         width: implicitWidth
         text: root.icon
         font: Theme.font(11, Font.Normal)

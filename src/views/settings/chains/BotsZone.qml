@@ -33,6 +33,8 @@ Column {
             anchors.fill: parent
             kinds: ["bot"]
             name: qsTr("Bots of %1").arg(root.owner)
+            Accessible.role: Accessible.Grouping
+            Accessible.name: name
             onTextDropped: text => root.botDropped(text)
         }
 

@@ -7,7 +7,7 @@ Rectangle {
 
     required property string name
 
-    implicitHeight: 26
+    implicitHeight: Math.max(26, title.implicitHeight + 10)
     radius: Theme.radius
     color: Theme.faded(Theme.teal, 0.08)
     Accessible.role: Accessible.ListItem
@@ -24,6 +24,8 @@ Rectangle {
     }
 
     Label {
+        id: title
+
         anchors.left: dot.right
         anchors.leftMargin: Theme.gap
         anchors.right: note.left
@@ -31,6 +33,8 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
         font: Theme.font(12, Font.Normal)
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
         Accessible.ignored: true
     }
 

@@ -38,7 +38,10 @@ Column {
             onTapped: point => titleRow.openMenu(point.position.x, point.position.y)
         }
 
-        FocusRing { shown: titleRow.visualFocus }
+        FocusRing {
+            anchors.margins: -4 // the row begins where its letters do
+            shown: titleRow.visualFocus
+        }
 
         EmojiLabel {
             id: title
@@ -67,7 +70,7 @@ Column {
         ContextMenu {
             id: menu
 
-            rows: root.chain.menuLines.map((line, index) => ({
+            rows: Array.from(root.chain.menuLines).map((line, index) => ({
                 kind: index === 0 ? "section" : "text", title: line
             }))
         }

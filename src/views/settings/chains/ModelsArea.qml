@@ -66,7 +66,9 @@ Item {
         height: Math.max(implicitHeight, root.height - y)
         implicitHeight: Math.max(root.minimumHeight, tools.height + list.anchors.topMargin + list.implicitHeight + 10)
         kinds: ["model"]
-        name: qsTr("Models of %1").arg(root.owner)
+        name: qsTr("End of %1").arg(root.owner)
+        Accessible.role: Accessible.Grouping
+        Accessible.name: name
         onTextDropped: text => root.dropped(text)
 
         Label {

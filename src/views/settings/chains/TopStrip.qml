@@ -34,6 +34,8 @@ DashedFrame {
         anchors.fill: parent
         kinds: ["model"]
         name: qsTr("Top of %1").arg(root.owner)
+        Accessible.role: Accessible.Grouping
+        Accessible.name: name
         onTextDropped: text => root.modelDropped(text)
     }
 }

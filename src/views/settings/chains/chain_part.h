@@ -28,8 +28,8 @@ class ChainPart final : public SettingsPart {
     Q_PROPERTY(QStringList responseValues READ responseValues CONSTANT)
     // Names of the tools that stand before the chain's own rows.
     Q_PROPERTY(QStringList builtIns READ builtIns CONSTANT)
-    Q_PROPERTY(StepperState effort READ effort NOTIFY shownChanged)
-    Q_PROPERTY(StepperState context READ context NOTIFY shownChanged)
+    Q_PROPERTY(varnhold::StepperState effort READ effort NOTIFY shownChanged)
+    Q_PROPERTY(varnhold::StepperState context READ context NOTIFY shownChanged)
     Q_PROPERTY(QString response READ response NOTIFY shownChanged)
     // "green", "orange" or "gray"; empty where there is no dot.
     Q_PROPERTY(QString dotColor READ dotColor NOTIFY shownChanged)
@@ -38,8 +38,8 @@ class ChainPart final : public SettingsPart {
     Q_PROPERTY(bool botsTargeted READ botsTargeted WRITE setBotsTargeted NOTIFY shownChanged)
     // What was dragged comes back gently.
     Q_PROPERTY(bool fading READ fading NOTIFY fadingChanged)
-    Q_PROPERTY(KeyedListModel* bots READ bots CONSTANT)
-    Q_PROPERTY(KeyedListModel* models READ models CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* bots READ bots CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* models READ models CONSTANT)
 
 public:
     ChainPart(const SettingsContext& context, const ChainSection& section, QObject* parent);

@@ -5,7 +5,8 @@
 
 namespace varnhold {
 
-// A rounded ground with a dashed outline: where something can be dropped. Main thread.
+// A rounded ground with a dashed outline: painted, so that it is round at every scale of
+// the display, also where no graphics card draws. Main thread.
 // Not final: the engine derives what it makes.
 class DashedFrame : public QQuickPaintedItem {
     Q_OBJECT

@@ -47,6 +47,7 @@ FocusItem {
         menuRequested(more, 0, more.height);
     }
 
+    visible: !pooled
     activeFocusOnTab: isCurrent
     Accessible.role: Accessible.ListItem
     Accessible.name: fullName
@@ -97,10 +98,7 @@ FocusItem {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         cursorShape: Qt.ArrowCursor
-        onPressed: {
-            root.ListView.view.currentIndex = root.index;
-            root.forceActiveFocus(Qt.MouseFocusReason);
-        }
+        onPressed: root.ListView.view.focusRow(root.index, Qt.MouseFocusReason)
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
                 root.menuRequested(root, mouse.x, mouse.y);

@@ -15,21 +15,35 @@ FocusItem {
     required property bool isDownloading
 
     readonly property bool isCurrent: ListView.isCurrentItem
+    property bool pooled: false
 
     implicitHeight: block.implicitHeight
+    visible: !pooled
     activeFocusOnTab: isCurrent
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: tag
     Accessible.focusable: true
     Keys.onSpacePressed: source.pickUp()
+    ListView.onPooled: pooled = true
+    ListView.onReused: pooled = false
+
+    DragSource {
+        id: source
+
+        anchors.fill: parent
+        activeFocusOnTab: false
+        payload: root.uid
+        kind: "model"
+        name: root.name
+        visual: block.body
+        onBegan: root.library.startDrag(root.index)
+        Accessible.ignored: true
+    }
 
     MouseArea {
         anchors.fill: parent
-        onPressed: {
-            root.ListView.view.currentIndex = root.index;
-            root.forceActiveFocus(Qt.MouseFocusReason);
-        }
+        onPressed: root.ListView.view.focusRow(root.index, Qt.MouseFocusReason)
     }
 
     ModelBlock {
@@ -48,17 +62,4 @@ FocusItem {
     }
 
     FocusRing { shown: root.visualFocus }
-
-    DragSource {
-        id: source
-
-        anchors.fill: parent
-        activeFocusOnTab: false
-        payload: root.uid
-        kind: "model"
-        name: root.name
-        visual: block
-        onBegan: root.library.startDrag(root.index)
-        Accessible.ignored: true
-    }
 }

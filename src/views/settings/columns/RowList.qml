@@ -11,22 +11,31 @@ ListView {
 
     property string name
 
-    readonly property bool scrollable: contentHeight > height
+    readonly property bool scrollable: contentHeight + topMargin + bottomMargin > height + 1
 
     // The keyboard goes to that row, or to the nearest there is.
     function goTo(row: int) {
         if (count === 0)
             return;
-        currentIndex = Math.max(0, Math.min(count - 1, row));
-        positionViewAtIndex(currentIndex, ListView.Contain);
-        currentItem.forceActiveFocus(Qt.TabFocusReason);
+        const wanted = Math.max(0, Math.min(count - 1, row));
+        positionViewAtIndex(wanted, ListView.Contain);
+        focusRow(wanted, Qt.TabFocusReason);
+    }
+
+    // Of a row in sight. The row that the keyboard leaves is the current one until it has left.
+    function focusRow(row: int, reason: int) {
+        itemAtIndex(row).forceActiveFocus(reason);
+        currentIndex = row;
     }
 
     function perPage(): int {
         return Math.max(1, Math.floor(height / Math.max(1, currentItem.height + spacing)));
     }
 
+    readonly property WheelArea wheelArea: WheelArea { area: root }
+
     clip: true
+    interactive: false
     reuseItems: true
     spacing: 4
     boundsBehavior: Flickable.StopAtBounds
@@ -50,8 +59,12 @@ ListView {
 
     T.ScrollBar.vertical: SlimScrollBar {
         visible: root.scrollable
-        lit: root.moving || touched.hovered
+        lit: touched.hovered
     }
 
-    HoverHandler { id: touched }
+    HoverHandler {
+        id: touched
+
+        parent: root
+    }
 }

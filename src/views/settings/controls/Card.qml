@@ -12,10 +12,8 @@ Rectangle {
 
     default property alias content: holder.data
 
-    readonly property var extent: holder.childrenRect
-
-    implicitWidth: extent.width + 2 * padding
-    implicitHeight: extent.height + 2 * padding
+    implicitWidth: holder.childrenRect.width + 2 * padding
+    implicitHeight: holder.childrenRect.height + 2 * padding
     radius: Theme.cardRadius
     color: tint
     border.width: outlined ? 1 : 0

@@ -15,6 +15,8 @@ Item {
 
     signal deleteRequested()
 
+    readonly property alias body: body // all of it, never faint: to be photographed for a drag
+
     implicitWidth: 240
     implicitHeight: 34
     opacity: isDragging ? 0.1 : 1
@@ -22,64 +24,70 @@ Item {
     Accessible.name: root.name
     Accessible.description: root.tag
 
-    Rectangle {
+    Item {
+        id: body
+
         anchors.fill: parent
-        radius: Theme.radius
-        color: Theme.faded(Theme.modelGround(root.ground), 0.8)
-        border.color: Theme.faded(Theme.modelText, 0.2)
-        border.width: 1
-    }
 
-    EmojiLabel {
-        id: title
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.radius
+            color: Theme.faded(Theme.modelGround(root.ground), 0.8)
+            border.color: Theme.faded(Theme.modelText, 0.2)
+            border.width: 1
+        }
 
-        anchors.left: parent.left
-        anchors.leftMargin: Theme.pad
-        anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, root.width - x - Theme.pad - trailing.width - (busy.visible ? 24 : 8))
-        text: root.name
-        font: Theme.font(13, Font.Medium)
-        color: Theme.modelText
-        Accessible.ignored: true
-    }
+        EmojiLabel {
+            id: title
 
-    BusyDot {
-        id: busy
-
-        anchors.left: title.right
-        anchors.leftMargin: 6
-        anchors.verticalCenter: parent.verticalCenter
-        visible: root.isDownloading
-        color: Theme.modelText
-        size: 12
-    }
-
-    Row {
-        id: trailing
-
-        anchors.right: parent.right
-        anchors.rightMargin: root.deletable ? 3 : Theme.pad
-        anchors.verticalCenter: parent.verticalCenter
-        spacing: 4
-
-        Label {
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.pad
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, root.width * 0.4)
-            text: root.tag
-            font: Theme.font(12, Font.Normal)
-            color: Theme.faded(Theme.modelText, 0.8)
+            width: Math.min(implicitWidth, root.width - x - Theme.pad - trailing.width - (busy.visible ? 24 : 8))
+            text: root.name
+            font: Theme.font(13, Font.Medium)
+            color: Theme.modelText
             Accessible.ignored: true
         }
 
-        IconButton {
+        BusyDot {
+            id: busy
+
+            anchors.left: title.right
+            anchors.leftMargin: 6
             anchors.verticalCenter: parent.verticalCenter
-            visible: root.deletable
-            symbol: "trash"
-            size: 11
-            color: Theme.faded(Theme.modelText, 0.7)
-            help: qsTr("Remove from library")
-            focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
-            onClicked: root.deleteRequested()
+            visible: root.isDownloading
+            color: Theme.modelText
+            size: 12
+        }
+
+        Row {
+            id: trailing
+
+            anchors.right: parent.right
+            anchors.rightMargin: root.deletable ? 3 : Theme.pad
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 4
+
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, root.width * 0.4)
+                text: root.tag
+                font: Theme.font(12, Font.Normal)
+                color: Theme.faded(Theme.modelText, 0.8)
+                Accessible.ignored: true
+            }
+
+            IconButton {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.deletable
+                symbol: "trash"
+                size: 11
+                color: Theme.faded(Theme.modelText, 0.7)
+                help: qsTr("Remove from library")
+                focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
+                onClicked: root.deleteRequested()
+            }
         }
     }
 }

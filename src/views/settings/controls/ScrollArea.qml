@@ -2,13 +2,15 @@ import QtQuick
 import QtQuick.Templates as T
 import Varnhold
 
-// Something to scroll, with a scroll bar that shows while it is of use, or always.
+// Something to scroll by wheel, keyboard and a scroll bar that shows while the pointer is there, or
+// always. A pressed pointer doesn't scroll: it drags rows or marks text.
 Flickable {
     id: root
 
     property bool alwaysVisible: false
 
-    readonly property var extent: contentItem.childrenRect
+    default property alias content: holder.data
+
     readonly property bool scrollable: contentHeight > height
 
     // What the keyboard goes to must be seen.
@@ -34,16 +36,31 @@ Flickable {
             contentY = Math.max(0, Math.min(contentHeight, bottom) - height);
     }
 
+    readonly property WheelArea wheelArea: WheelArea { area: root }
+
     clip: true
+    interactive: false
     contentWidth: width
-    contentHeight: extent.height
+    contentHeight: holder.height
     boundsBehavior: Flickable.StopAtBounds
     pixelAligned: true
 
     T.ScrollBar.vertical: SlimScrollBar {
         visible: root.scrollable
-        lit: root.alwaysVisible || root.moving || touched.hovered
+        lit: root.alwaysVisible || touched.hovered
     }
 
-    HoverHandler { id: touched }
+    Item {
+        id: holder
+
+        parent: root.contentItem
+        width: root.width
+        height: childrenRect.height
+    }
+
+    HoverHandler {
+        id: touched
+
+        parent: root
+    }
 }

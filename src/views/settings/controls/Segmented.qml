@@ -9,7 +9,7 @@ Item {
     property var values: []
     property string current
     property string name
-    property real size: 11
+    property real size: 11 // of the words
 
     signal chosen(string value)
 
@@ -39,6 +39,7 @@ Item {
 
     implicitWidth: 4 + values.length * (Math.max(0, ...wordWidths) + 20)
     implicitHeight: Theme.fieldHeight
+    opacity: enabled ? 1 : 0.3
     Accessible.role: Accessible.Grouping
     Accessible.name: root.name
 

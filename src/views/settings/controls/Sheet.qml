@@ -58,10 +58,8 @@ FocusScope {
         id: panel
 
         anchors.centerIn: parent
-        readonly property var extent: holder.childrenRect
-
-        width: extent.width + 2 * root.padding
-        height: (heading.visible ? heading.height + root.spacing : 0) + extent.height
+        width: holder.childrenRect.width + 2 * root.padding
+        height: (heading.visible ? heading.height + root.spacing : 0) + holder.childrenRect.height
             + 2 * root.padding
 
         // The keyboard goes round: beyond the last control comes the first.
@@ -89,8 +87,8 @@ FocusScope {
 
             x: root.padding
             y: root.padding + (heading.visible ? heading.height + root.spacing : 0)
-            width: panel.extent.width
-            height: panel.extent.height
+            width: childrenRect.width
+            height: childrenRect.height
         }
 
         Item {

@@ -15,12 +15,16 @@ Item {
     Accessible.name: root.help
     Accessible.ignored: root.help === ""
 
-    Rectangle {
+    // Painted: a rectangle of half its size as radius is no circle where no graphics card draws it.
+    // What would be the outline keeps its edge off the edge of the painting.
+    DashedFrame {
         anchors.centerIn: parent
-        width: root.size
-        height: root.size
-        radius: root.size / 2
-        color: root.color
+        width: root.size + 2
+        height: width
+        radius: width / 2
+        lineWidth: 2
+        stroke: "transparent"
+        fill: root.color
     }
 
     ToolTipArea { text: root.help }

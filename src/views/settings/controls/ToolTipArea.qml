@@ -10,6 +10,8 @@ Item {
     property bool suppressed: false // while a press or a menu says that nobody reads
     property bool atPointer: false // for large items, whose edge may be far from where one looks
 
+    property point place // of the pointer when it had rested long enough
+
     readonly property bool shown: tip.active
 
     anchors.fill: parent
@@ -25,12 +27,11 @@ Item {
         id: delay
 
         property bool shown: false
-        property point place
 
         interval: Theme.tipDelay
         running: pointer.hovered && !root.suppressed
         onTriggered: {
-            place = pointer.point.position;
+            root.place = pointer.point.position;
             shown = true;
         }
     }
@@ -41,8 +42,8 @@ Item {
         active: delay.shown && pointer.hovered && root.text !== "" && !root.suppressed
         sourceComponent: T.ToolTip {
             parent: root
-            x: root.atPointer ? delay.place.x : Math.min(8, root.width / 2)
-            y: root.atPointer ? delay.place.y + 20 : root.height + 6
+            x: root.atPointer ? root.place.x : Math.min(8, root.width / 2)
+            y: root.atPointer ? root.place.y + 20 : root.height + 6
             margins: 8
             padding: 6
             leftPadding: 8

@@ -5,7 +5,7 @@ import Varnhold
 //
 // `began` asks the owner to note what is being dragged. A drag by keys gives it again at each step,
 // for such notes are forgotten after a while; noting the same thing twice must do no harm.
-FocusScope {
+Item {
     id: root
 
     required property string payload
@@ -16,7 +16,9 @@ FocusScope {
     signal began()
 
     function pickUp() {
-        KeyboardDrag.pickUp(root, root.payload, root.kind, root.name);
+        if (!DragSession.active) {
+            KeyboardDrag.pickUp(root, root.payload, root.kind, root.name);
+        }
     }
 
     activeFocusOnTab: true
@@ -26,7 +28,6 @@ FocusScope {
     Accessible.focusable: true
     Accessible.onPressAction: root.pickUp()
     Keys.onSpacePressed: root.pickUp()
-    Component.onCompleted: DragSession.watch(root)
 
     DragHandler {
         target: null
@@ -40,12 +41,8 @@ FocusScope {
         }
     }
 
-    Rectangle {
-        anchors.fill: parent
-        visible: root.activeFocus && !KeyboardDrag.active
+    FocusRing {
         z: 1
-        radius: Theme.radius
-        color: "transparent"
-        border { width: 2; color: Theme.focusRing }
+        shown: root.activeFocus && !KeyboardDrag.active
     }
 }

@@ -20,7 +20,6 @@ DropTarget {
     implicitWidth: area.childrenRect.width
     implicitHeight: area.childrenRect.height
     onStopDropped: (stop, text) => root.textDropped(text)
-    Component.onCompleted: DragSession.watch(root)
 
     DropArea {
         id: area

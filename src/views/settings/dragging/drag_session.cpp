@@ -1,6 +1,5 @@
 #include "views/settings/dragging/drag_session.h"
 
-#include <QDrag>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QPixmap>
@@ -27,6 +26,9 @@ DragSession::DragSession(QObject* parent) : QObject(parent) {
     patience_.setSingleShot(true);
     patience_.setInterval(longestWait);
     connect(&patience_, &QTimer::timeout, this, &DragSession::run);
+    carrier_ = [](QDrag& drag) {
+        return drag.exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
+    };
 }
 
 void DragSession::start(QQuickItem* item, const QString& payload, const QString& kind, qreal hotX,
@@ -62,7 +64,7 @@ void DragSession::run() {
     }
     auto* text = new QMimeData;
     text->setText(payload_);
-    auto* drag = new QDrag(windowOnScreen(window_)); // deletes itself
+    auto* drag = new QDrag(windowOnScreen(window_)); // the platform may need it a while longer
     drag->setMimeData(text);
     if (photograph != nullptr && !photograph->image().isNull()) {
         QPixmap picture = QPixmap::fromImage(photograph->image());
@@ -70,7 +72,8 @@ void DragSession::run() {
         drag->setPixmap(picture);
         drag->setHotSpot(hot_.toPoint());
     }
-    const Qt::DropAction action = drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
+    const Qt::DropAction action = carrier_(*drag);
+    drag->deleteLater();
     end(action != Qt::IgnoreAction);
 }
 
@@ -94,12 +97,6 @@ QString DragSession::textOf(const QString& dropped) {
         text.chop(1);
     }
     return text;
-}
-
-void DragSession::watch(QQuickItem* item) {
-    if (item != nullptr && item->window() != nullptr) {
-        scroll_.watch(item->window());
-    }
 }
 
 } // namespace varnhold

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QDrag>
 #include <QPointer>
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
-
-#include "views/settings/dragging/edge_scroll.h"
+#include <functional>
 
 namespace varnhold {
 
@@ -37,14 +37,17 @@ public:
     Q_INVOKABLE void start(QQuickItem* item, const QString& payload, const QString& kind,
                            qreal hotX, qreal hotY);
 
+    // Has the drag carried out by someone else than the platform. It returns when the drag is over,
+    // with what became of it.
+    void setCarrier(std::function<Qt::DropAction(QDrag&)> carrier) {
+        carrier_ = std::move(carrier);
+    }
+
     // Whether a target of these kinds takes what is dragged. Text of other programs has no kind.
     Q_INVOKABLE [[nodiscard]] bool suits(const QStringList& kinds) const;
 
     // The text as it was meant: programs like to add a line break.
     Q_INVOKABLE [[nodiscard]] static QString textOf(const QString& dropped);
-
-    // From now on, drags near an edge of a scrolling area in the item's window scroll it.
-    Q_INVOKABLE void watch(QQuickItem* item);
 
 signals:
     void changed();
@@ -60,8 +63,8 @@ private:
     QSharedPointer<QQuickItemGrabResult> photograph_;
     QSizeF size_;
     QPointF hot_;
+    std::function<Qt::DropAction(QDrag&)> carrier_;
     QTimer patience_; // for the photograph
-    EdgeScroll scroll_;
 };
 
 } // namespace varnhold

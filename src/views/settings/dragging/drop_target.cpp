@@ -1,23 +1,8 @@
 #include "views/settings/dragging/drop_target.h"
 
+#include "views/settings/dragging/edge_scroll.h"
+
 namespace varnhold {
-
-namespace {
-
-QList<DropTarget*>& targets() {
-    static QList<DropTarget*> alive;
-    return alive;
-}
-
-} // namespace
-
-DropTarget::DropTarget(QQuickItem* parent) : QQuickItem(parent) {
-    targets().append(this);
-}
-
-DropTarget::~DropTarget() {
-    targets().removeOne(this);
-}
 
 void DropTarget::mark(int stop) {
     if (marked_ != stop) {
@@ -26,8 +11,11 @@ void DropTarget::mark(int stop) {
     }
 }
 
-const QList<DropTarget*>& DropTarget::all() {
-    return targets();
+void DropTarget::itemChange(ItemChange change, const ItemChangeData& value) {
+    if (change == ItemSceneChange && value.window != nullptr) {
+        EdgeScroll::serve(value.window);
+    }
+    QQuickItem::itemChange(change, value);
 }
 
 } // namespace varnhold

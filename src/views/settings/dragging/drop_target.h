@@ -26,8 +26,7 @@ class DropTarget : public QQuickItem {
     Q_PROPERTY(QString markedName MEMBER markedName NOTIFY markedNameChanged)
 
 public:
-    explicit DropTarget(QQuickItem* parent = nullptr);
-    ~DropTarget() override;
+    using QQuickItem::QQuickItem;
 
     QStringList kinds;
     QString name;
@@ -39,8 +38,8 @@ public:
     [[nodiscard]] int marked() const { return marked_; }
     void mark(int stop);
 
-    // All that are alive, in no order.
-    [[nodiscard]] static const QList<DropTarget*>& all();
+protected:
+    void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 signals:
     void kindsChanged();

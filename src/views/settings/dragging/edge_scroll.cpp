@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDragMoveEvent>
+#include <QQuickItem>
 #include <QQuickRenderControl>
 #include <algorithm>
 #include <chrono>
@@ -57,40 +58,40 @@ Scrolling scrollingAt(QQuickItem* under, const QPointF& scenePoint) {
 
 } // namespace
 
-EdgeScroll::EdgeScroll(QObject* parent) : QObject(parent) {
+void EdgeScroll::serve(QQuickWindow* window) {
+    if (window->findChild<EdgeScroll*>(QString(), Qt::FindDirectChildrenOnly) == nullptr) {
+        new EdgeScroll(window);
+    }
+}
+
+EdgeScroll::EdgeScroll(QQuickWindow* window) : QObject(window), window_(window) {
     timer_.setInterval(tick);
     timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, &EdgeScroll::step);
+    // A page within a widget is handed its drags by a call, out of a filter's sight, and the window
+    // around it may come later and change.
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
-void EdgeScroll::watch(QQuickWindow* window) {
-    // A page within a widget is handed its drags by a call, out of a filter's sight.
-    QWindow* onScreen = QQuickRenderControl::renderWindowFor(window);
-    if (onScreen == nullptr) {
-        onScreen = window;
-    }
-    if (window_ == window && onScreen_ == onScreen) {
-        return;
-    }
-    if (onScreen_ != nullptr) {
-        onScreen_->removeEventFilter(this);
-    }
-    window_ = window;
-    onScreen_ = onScreen;
-    onScreen->installEventFilter(this);
+bool EdgeScroll::isShownIn(const QObject* candidate, QPoint* offset) const {
+    const QWindow* around = QQuickRenderControl::renderWindowFor(window_, offset);
+    return candidate == (around != nullptr ? around : window_);
 }
 
-bool EdgeScroll::eventFilter(QObject*, QEvent* event) {
+bool EdgeScroll::eventFilter(QObject* watched, QEvent* event) {
+    QPoint offset;
     switch (event->type()) {
     case QEvent::DragEnter:
     case QEvent::DragMove:
-        if (!repeating_) {
-            follow(*static_cast<QDropEvent*>(event));
+        if (!repeating_ && isShownIn(watched, &offset)) {
+            follow(*static_cast<QDropEvent*>(event), offset);
         }
         break;
     case QEvent::DragLeave:
     case QEvent::Drop:
-        stop();
+        if (isShownIn(watched, &offset)) {
+            timer_.stop();
+        }
         break;
     default:
         break;
@@ -98,12 +99,7 @@ bool EdgeScroll::eventFilter(QObject*, QEvent* event) {
     return false;
 }
 
-void EdgeScroll::follow(const QDropEvent& event) {
-    QPoint offset;
-    if (window_ == nullptr) {
-        return;
-    }
-    QQuickRenderControl::renderWindowFor(window_, &offset);
+void EdgeScroll::follow(const QDropEvent& event, const QPoint& offset) {
     pointer_ = event.position() - offset;
     actions_ = event.possibleActions();
     dragged_.setText(event.mimeData()->text());
@@ -113,8 +109,7 @@ void EdgeScroll::follow(const QDropEvent& event) {
 }
 
 void EdgeScroll::step() {
-    const Scrolling scrolling =
-        window_ == nullptr ? Scrolling() : scrollingAt(window_->contentItem(), pointer_);
+    const Scrolling scrolling = scrollingAt(window_->contentItem(), pointer_);
     if (scrolling.area == nullptr) {
         timer_.stop();
         return;
@@ -124,10 +119,6 @@ void EdgeScroll::step() {
     repeating_ = true;
     QCoreApplication::sendEvent(window_, &moved);
     repeating_ = false;
-}
-
-void EdgeScroll::stop() {
-    timer_.stop();
 }
 
 } // namespace varnhold

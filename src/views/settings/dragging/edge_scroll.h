@@ -1,12 +1,10 @@
 #pragma once
 
+#include <QDropEvent>
 #include <QMimeData>
 #include <QPointF>
-#include <QPointer>
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
-#include <memory>
 
 namespace varnhold {
 
@@ -17,22 +15,21 @@ class EdgeScroll final : public QObject {
     Q_OBJECT
 
 public:
-    explicit EdgeScroll(QObject* parent = nullptr);
-
-    // Idempotent.
-    void watch(QQuickWindow* window);
+    // From now on, and as long as the window lives. Idempotent.
+    static void serve(QQuickWindow* window);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void follow(const QDropEvent& event);
-    void step();
-    void stop();
+    explicit EdgeScroll(QQuickWindow* window);
 
-    QPointer<QQuickWindow> window_;
-    QPointer<QWindow> onScreen_;
-    QPointF pointer_; // on the window
+    [[nodiscard]] bool isShownIn(const QObject* candidate, QPoint* offset) const;
+    void follow(const QDropEvent& event, const QPoint& offset);
+    void step();
+
+    QQuickWindow* window_; // the parent
+    QPointF pointer_;      // on the window
     QMimeData dragged_;
     Qt::DropActions actions_;
     bool repeating_ = false;

@@ -80,14 +80,19 @@ void KeyboardDrag::giveUp() {
 bool KeyboardDrag::eventFilter(QObject*, QEvent* event) {
     switch (event->type()) {
     case QEvent::ShortcutOverride:
-        event->accept(); // or keys that are shortcuts too would never come here
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        auto* press = static_cast<QKeyEvent*>(event);
+        if (press->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) {
+            giveUp();
+            return false;
+        }
+        event->accept(); // or keys that are shortcuts too would never come here as presses
+        if (event->type() == QEvent::KeyPress) {
+            handle(press->key(), press->isAutoRepeat());
+        }
         return true;
-    case QEvent::KeyPress: {
-        const auto* press = static_cast<QKeyEvent*>(event);
-        return handle(press->key(), press->isAutoRepeat());
     }
-    case QEvent::KeyRelease:
-        return true;
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:
     case QEvent::WindowDeactivate:
@@ -98,7 +103,7 @@ bool KeyboardDrag::eventFilter(QObject*, QEvent* event) {
     }
 }
 
-bool KeyboardDrag::handle(int key, bool repeated) {
+void KeyboardDrag::handle(int key, bool repeated) {
     switch (key) {
     case Qt::Key_Down:
     case Qt::Key_Right:
@@ -123,7 +128,6 @@ bool KeyboardDrag::handle(int key, bool repeated) {
     default:
         break;
     }
-    return true;
 }
 
 std::vector<KeyboardDrag::Stop> KeyboardDrag::stops() const {

@@ -54,7 +54,7 @@ private:
     };
 
     [[nodiscard]] std::vector<Stop> stops() const;
-    bool handle(int key, bool repeated);
+    void handle(int key, bool repeated);
     void move(int by);
     void moveTo(const Stop& stop);
     void drop();

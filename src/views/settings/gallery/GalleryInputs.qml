@@ -50,7 +50,7 @@ ColumnLayout {
         Stepper { label: "Effort"; valueText: "Off"; inactive: true; canGoLeft: false }
         Stepper { label: "Context"; valueText: "128K"; valueWidth: 50 }
         Segmented { name: "Response"; values: ["Short", "Normal", "Long"]; current: "Normal" }
-        Segmented { name: "Service"; values: ["Telegram", "Slack"]; current: "Telegram"; enabled: false; opacity: 0.3 }
+        Segmented { name: "Service"; values: ["Telegram", "Slack"]; current: "Telegram"; enabled: false }
         RowLayout {
             Picker { name: "Provider"; values: ["claude", "openai", "gemini"]; current: "claude" }
             Picker { name: "Colour"; values: ["purple"]; current: "purple"; enabled: false; implicitWidth: 90 }

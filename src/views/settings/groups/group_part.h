@@ -17,16 +17,16 @@ class GroupPart final : public QObject {
     QML_UNCREATABLE("made with its group")
     Q_PROPERTY(QString name READ name NOTIFY shownChanged)
     Q_PROPERTY(QColor ground READ ground NOTIFY shownChanged)
-    Q_PROPERTY(StepperState effort READ effort NOTIFY shownChanged)
-    Q_PROPERTY(StepperState context READ context NOTIFY shownChanged)
+    Q_PROPERTY(varnhold::StepperState effort READ effort NOTIFY shownChanged)
+    Q_PROPERTY(varnhold::StepperState context READ context NOTIFY shownChanged)
     Q_PROPERTY(QString objectives READ objectives NOTIFY shownChanged)
     Q_PROPERTY(bool expanded READ expanded NOTIFY shownChanged)
     Q_PROPERTY(double chipSpacing READ chipSpacing NOTIFY shownChanged)
-    Q_PROPERTY(KeyedListModel* bots READ bots CONSTANT)
-    Q_PROPERTY(KeyedListModel* models READ models CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* bots READ bots CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* models READ models CONSTANT)
     // Rows of path, name and image; empty where there is nothing to show.
-    Q_PROPERTY(KeyedListModel* attachments READ attachments CONSTANT)
-    Q_PROPERTY(KeyedListModel* doctrine READ doctrine CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* attachments READ attachments CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* doctrine READ doctrine CONSTANT)
 
 public:
     GroupPart(const Uuid& id, std::vector<CustomBotGroup>& groups, CustomGroupsColumn& column,

@@ -13,7 +13,7 @@ class GroupsPart final : public SettingsPart {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     // Rows whose one value `group` is a GroupPart.
-    Q_PROPERTY(KeyedListModel* groups READ groups CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* groups READ groups CONSTANT)
 
 public:
     GroupsPart(const SettingsContext& context, QObject* parent);

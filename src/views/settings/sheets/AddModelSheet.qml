@@ -7,6 +7,13 @@ Sheet {
 
     required property AddModelForm form
 
+    // An open menu has the key first.
+    function accept(event: KeyEvent, menu: var) {
+        event.accepted = !menu.visible;
+        if (event.accepted)
+            form.add();
+    }
+
     Accessible.name: qsTr("Add Model to Library")
     Keys.onReturnPressed: form.add()
     Keys.onEnterPressed: form.add()
@@ -60,6 +67,8 @@ Sheet {
                 Picker {
                     anchors.fill: parent
                     name: qsTr("Provider")
+                    Keys.onReturnPressed: event => root.accept(event, popup)
+                    Keys.onEnterPressed: event => root.accept(event, popup)
                     values: root.form.providers
                     current: root.form.provider
                     onChosen: value => root.form.provider = value
@@ -73,6 +82,8 @@ Sheet {
                 Picker {
                     anchors.fill: parent
                     name: qsTr("Color")
+                    Keys.onReturnPressed: event => root.accept(event, popup)
+                    Keys.onEnterPressed: event => root.accept(event, popup)
                     values: root.form.colors
                     current: root.form.color
                     onChosen: value => root.form.color = value

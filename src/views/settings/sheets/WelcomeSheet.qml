@@ -11,12 +11,12 @@ Sheet {
     Accessible.name: qsTr("Welcome to Varnhold")
     Keys.onReturnPressed: sheets.dismissWelcome()
     Keys.onEnterPressed: sheets.dismissWelcome()
-    Keys.onUpPressed: text.scrollBy(-40)
-    Keys.onDownPressed: text.scrollBy(40)
+    Keys.onUpPressed: text.wheelArea.scrollBy(-40)
+    Keys.onDownPressed: text.wheelArea.scrollBy(40)
     Keys.onPressed: event => {
         const page = {[Qt.Key_PageUp]: -1, [Qt.Key_PageDown]: 1}[event.key];
         if (page) {
-            text.scrollBy(page * text.height * 0.9);
+            text.wheelArea.scrollBy(page * text.height * 0.9);
             event.accepted = true;
         }
     }
@@ -61,10 +61,6 @@ Sheet {
 
         ScrollArea {
             id: text
-
-            function scrollBy(distance: real) {
-                contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance));
-            }
 
             anchors.top: upper.bottom
             anchors.bottom: lower.top

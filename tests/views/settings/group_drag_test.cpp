@@ -1,0 +1,145 @@
+#include "shown_chains.h"
+
+namespace varnhold::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+const QString crew = QStringLiteral("Crew");
+const QString crewModels = QStringLiteral("End of Crew");
+const QString crewTop = QStringLiteral("Top of Crew");
+const QString crewBots = QStringLiteral("Bots of Crew");
+
+struct Drag : ShownChains {
+    Drag() {
+        view->customGroups = {
+            CustomBotGroup{.name = "Crew",
+                           .models = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")}}};
+        view->allLibraryModels = {testing::model("x"), rowModel("y", "Y")};
+        view->workerModels = {rowModel("w", "W")};
+        view->userBots = {bot("ops"), bot("cto")};
+    }
+
+    [[nodiscard]] CustomBotGroup& first() { return view->customGroups.front(); }
+    [[nodiscard]] std::vector<std::string> ids() {
+        std::vector<std::string> out;
+        for (const AIModelItem& each : first().models) {
+            out.push_back(each.id);
+        }
+        return out;
+    }
+    [[nodiscard]] std::string saved() const { return read(constants.customGroupsFile); }
+    [[nodiscard]] QPoint row(const char* id) const {
+        return middle(named(QStringLiteral("Model ") + QString::fromUtf8(id), crew));
+    }
+    void dropFree(const char* text) {
+        const QQuickItem* area = named(crewModels);
+        dropAt(area->mapToScene(QPointF(area->width() / 2, area->height() - 3)).toPoint(),
+               QString::fromUtf8(text));
+    }
+};
+
+TEST(GroupDrag, PutsLibraryModelsAtTheEndOrTheHead) {
+    Drag settings;
+    settings.show();
+    settings.dropFree("x");
+    settings.drop(QStringLiteral("Y"), crewTop);
+    EXPECT_THAT(settings.ids(), ElementsAre("y", "a", "b", "c", "x"));
+    EXPECT_TRUE(settings.first().models.back().uniqueId);
+    EXPECT_THAT(settings.saved(), HasSubstr("Model x"));
+}
+
+TEST(GroupDrag, TakesAModelTwiceOnlyByAnIdentityOfItsOwn) {
+    Drag settings;
+    settings.show();
+    settings.dropFree("x");
+    settings.dropFree("x");
+    settings.dropFree("Y");
+    settings.dropFree("Y");
+    EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c", "x", "y", "y"));
+}
+
+TEST(GroupDrag, AsksForNoSignIn) {
+    Drag settings;
+    settings.view->allLibraryModels[0].family = "Cerebras";
+    settings.view->allLibraryModels[0].provider_key = "cerebras";
+    settings.show();
+    settings.dropFree("x");
+    EXPECT_FALSE(settings.view->showAlert);
+    EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c", "x"));
+}
+
+TEST(GroupDrag, TakesNoRowOfAChain) {
+    Drag settings;
+    settings.show();
+    settings.dropFree("W");
+    EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(settings.view->workerModels, SizeIs(1));
+    EXPECT_EQ(settings.saved(), "");
+}
+
+TEST(GroupDrag, EndsADragOutOfTheChainsToo) {
+    Drag settings;
+    settings.show();
+    settings.lift(QStringLiteral("Model w"), QStringLiteral("Coding Chain"));
+    EXPECT_TRUE(settings.view->draggingItem);
+    settings.dropFree("W");
+    EXPECT_FALSE(settings.view->draggingItem);
+}
+
+TEST(GroupDrag, OverRowsReordersAndSavesAtTheDrop) {
+    Drag settings;
+    settings.show();
+    settings.lift(QStringLiteral("Model a"), crew);
+    const QPoint third = settings.row("c");
+    settings.carryTo(third, QStringLiteral("A"));
+    EXPECT_THAT(settings.ids(), ElementsAre("b", "c", "a"));
+    EXPECT_EQ(settings.saved(), "");
+    settings.dropAt(third, QStringLiteral("A"));
+    EXPECT_NE(settings.saved(), "");
+}
+
+TEST(GroupDrag, NoLongerReordersAfterHalfASecond) {
+    Drag settings;
+    settings.show();
+    settings.lift(QStringLiteral("Model a"), crew);
+    settings.platform.advance(500ms);
+    settings.carryTo(settings.row("c"), QStringLiteral("A"));
+    EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c"));
+}
+
+TEST(GroupDrag, ReleasedOnARowIsConsumedThere) {
+    Drag settings;
+    settings.show();
+    settings.dropAt(settings.row("b"), QStringLiteral("x"));
+    EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c"));
+}
+
+TEST(GroupDrag, OfABotAssignsItOnce) {
+    Drag settings;
+    settings.show();
+    settings.drop(QStringLiteral("com.ostrelleai.cto.telegramd"), crewBots);
+    settings.drop(QStringLiteral("com.ostrelleai.cto.telegramd"), crewBots);
+    settings.drop(QStringLiteral("nobody"), crewBots);
+    EXPECT_THAT(settings.first().assignedBotLabels, ElementsAre("com.ostrelleai.cto.telegramd"));
+    EXPECT_NE(settings.named(QStringLiteral("cto"), crew), nullptr);
+}
+
+TEST(GroupDrag, ByKeysReordersToo) {
+    Drag settings;
+    settings.show();
+    settings.focus(QStringLiteral("Model c"), crew);
+    settings.key(Qt::Key_Space);
+    settings.key(Qt::Key_Up);
+    settings.key(Qt::Key_Up);
+    settings.key(Qt::Key_Return);
+    EXPECT_THAT(settings.ids(), ElementsAre("c", "a", "b"));
+    EXPECT_THAT(settings.saved(), HasSubstr("Model c"));
+}
+
+} // namespace
+} // namespace varnhold::testing
