@@ -20,10 +20,10 @@ class SettingsModel final : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool showHints READ showHints WRITE setShowHints NOTIFY showHintsChanged)
     Q_PROPERTY(bool springs READ springs NOTIFY springsChanged)
-    Q_PROPERTY(BotsPart* bots READ bots CONSTANT)
-    Q_PROPERTY(LibraryPart* library READ library CONSTANT)
-    Q_PROPERTY(ProvidersPart* providers READ providers CONSTANT)
-    Q_PROPERTY(PromptsPart* prompts READ prompts CONSTANT)
+    Q_PROPERTY(varnhold::BotsPart* bots READ bots CONSTANT)
+    Q_PROPERTY(varnhold::LibraryPart* library READ library CONSTANT)
+    Q_PROPERTY(varnhold::ProvidersPart* providers READ providers CONSTANT)
+    Q_PROPERTY(varnhold::PromptsPart* prompts READ prompts CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);

@@ -24,7 +24,7 @@ class BotsPart final : public SettingsPart {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
-    Q_PROPERTY(KeyedListModel* rows READ rows CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* rows READ rows CONSTANT)
     Q_PROPERTY(bool allKeptAlive READ allKeptAlive NOTIFY keepaliveChanged)
     Q_PROPERTY(QString keepaliveSymbol READ keepaliveSymbol NOTIFY keepaliveChanged)
     Q_PROPERTY(QString keepaliveHelp READ keepaliveHelp NOTIFY keepaliveChanged)

@@ -15,7 +15,7 @@ class LibraryPart final : public SettingsPart {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
-    Q_PROPERTY(KeyedListModel* rows READ rows CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* rows READ rows CONSTANT)
     Q_PROPERTY(bool isTargeted READ isTargeted WRITE setTargeted NOTIFY isTargetedChanged)
 
 public:

@@ -15,8 +15,8 @@ class ProvidersPart final : public SettingsPart {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
-    Q_PROPERTY(KeyedListModel* authRows READ authRows CONSTANT)
-    Q_PROPERTY(KeyedListModel* keyRows READ keyRows CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* authRows READ authRows CONSTANT)
+    Q_PROPERTY(varnhold::KeyedListModel* keyRows READ keyRows CONSTANT)
     Q_PROPERTY(QStringList methods READ methods CONSTANT)
 
 public:
