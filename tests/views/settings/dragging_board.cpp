@@ -240,7 +240,8 @@ void Board::release() {
     QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, pointer_);
 }
 
-bool Board::drag(const QPoint& from, const std::function<void(ScriptedDrag& drag)>& script) {
+bool Board::drag(const QPoint& from, const std::function<void(ScriptedDrag& drag)>& script,
+                 const QPoint& by) {
     bool over = false;
     bool taken = false;
     const auto listening =
@@ -256,7 +257,7 @@ bool Board::drag(const QPoint& from, const std::function<void(ScriptedDrag& drag
         return scripted.end();
     });
     press(from);
-    moveTo(from + QPoint(12, 0));
+    moveTo(from + by);
     EXPECT_TRUE(QTest::qWaitFor([&over] { return over; })) << "no drag has begun";
     release();
     disconnect(listening);

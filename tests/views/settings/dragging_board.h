@@ -48,8 +48,9 @@ public:
     void release();
     // Drags what is there: a real press and a real move, then what the script does with it. True
     // if the drag ended in a drop that was taken.
-    bool drag(const QPoint& from, const std::function<void(ScriptedDrag& drag)>& script);
-    // Fills the focus as Tab would, then presses the keys one after the other.
+    bool drag(const QPoint& from, const std::function<void(ScriptedDrag& drag)>& script,
+              const QPoint& by = {12, 0});
+    // Gives the focus as Tab would, then presses the keys one after the other.
     void keys(QQuickItem* from, std::initializer_list<Qt::Key> keys) const;
 
     QStringList told;

@@ -247,6 +247,16 @@ TEST(DraggingNearAnEdge, ScrollsAndTellsWhatComesUnderThePointer) {
     });
 }
 
+TEST(DraggingInAScrollingArea, UpAndDownDragsAndDoesNotScroll) {
+    for (const int by : {16, -16, 120, -120}) {
+        Board board({700, 250});
+        QQuickItem* scroll = board.find("scroll"_q);
+        board.drag(board.row("first"_q, 2), [](ScriptedDrag&) {}, {0, by});
+        EXPECT_EQ(board.told, QStringList{"began c"_q});
+        EXPECT_EQ(scroll->property("contentY").toReal(), 0);
+    }
+}
+
 TEST(DraggingNearAnEdge, ScrollsUnderWhatNobodyThereTakes) {
     Board board({700, 250});
     QQuickItem* scroll = board.find("scroll"_q);

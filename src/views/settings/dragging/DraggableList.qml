@@ -22,13 +22,13 @@ DropTarget {
     readonly property int rows: root.model.count
     property int arrangement: 0 // changes with the order of the rows
     // The zone around the list, if there is one.
-    readonly property Item zone: root.zoneAround()
+    readonly property var zone: root.zoneAround()
 
     signal rowEntered(uid: string)
     signal rowDropped(uid: string)
     signal zoneDropped(text: string)
 
-    function zoneAround(): Item {
+    function zoneAround(): var {
         for (let item = root.parent; item; item = item.parent) {
             if (item instanceof DropZone) {
                 return item;
@@ -168,5 +168,6 @@ DropTarget {
     TargetMark {
         visible: root.marked >= 0
         area: root.markedArea
+        margin: root.rowMarked ? 3 : 0
     }
 }

@@ -4,8 +4,8 @@ import QtQuick
 QtObject {
     id: root
 
-    required property Item row // has an `index`
-    required property Item list
+    required property var row // has an `index`
+    required property var list
     property bool stands: false
     property real place: root.row.index * root.list.pitch
 
