@@ -33,8 +33,8 @@ TEST(LibraryBlock, ShowsTheLocalToolsAloneAndNoDividerWhereTheLibraryIsEmpty) {
     library.show();
     EXPECT_NE(library.row(whisper), nullptr);
     EXPECT_NE(library.row(say), nullptr);
-    EXPECT_EQ(ShownColumns::countOf(library.list(), QAccessible::ListItem), 2);
-    EXPECT_EQ(ShownColumns::countOf(library.list(), QAccessible::Heading), 1);
+    EXPECT_EQ(countOf(library.list(), QAccessible::ListItem), 2);
+    EXPECT_EQ(countOf(library.list(), QAccessible::Heading), 1);
     EXPECT_FALSE(
         library.named("Local Tools"_q)->parentItem()->parentItem()->property("divided").toBool());
 }
@@ -141,7 +141,7 @@ TEST(LibraryBlock, ScrollsToTheLastOfManyByKeysAndKeepsOnlyRowsInSight) {
     }
     Library library(models);
     library.show();
-    EXPECT_LT(ShownColumns::countOf(library.list(), QAccessible::ListItem), 40);
+    EXPECT_LT(countOf(library.list(), QAccessible::ListItem), 40);
     library.row(whisper)->forceActiveFocus(Qt::TabFocusReason);
     library.press(Qt::Key_End);
     library.settle();

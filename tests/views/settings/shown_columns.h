@@ -5,17 +5,10 @@
 #include <QQmlEngine>
 #include <algorithm>
 
+#include "announced.h"
 #include "shown_settings.h"
 
 namespace varnhold::testing {
-
-inline QString spoken(QQuickItem* item, QAccessible::Text kind) {
-    return QAccessible::queryAccessibleInterface(item)->text(kind);
-}
-
-inline QAccessible::Role roleOf(QQuickItem* item) {
-    return QAccessible::queryAccessibleInterface(item)->role();
-}
 
 // The left pane and the top block on a record of their own. Agents named in `running` are alive.
 struct ShownColumns : ShownSettings {
@@ -64,22 +57,9 @@ struct ShownColumns : ShownSettings {
 
     // Of those announced under the name, the first in that role; null if there is none.
     [[nodiscard]] QQuickItem* named(const QString& name, QAccessible::Role role) const {
-        return find(page->quickWindow()->contentItem(), name, role);
+        return announced(page->quickWindow()->contentItem(), name, role);
     }
     using ShownSettings::named;
-
-    // How many a screen reader finds in that role.
-    [[nodiscard]] static int countOf(QQuickItem* under, QAccessible::Role role) {
-        return countOf(QAccessible::queryAccessibleInterface(under), role);
-    }
-
-    [[nodiscard]] static int countOf(const QAccessibleInterface* under, QAccessible::Role role) {
-        int count = under->role() == role ? 1 : 0;
-        for (int i = 0; i < under->childCount(); ++i) {
-            count += countOf(under->child(i), role);
-        }
-        return count;
-    }
 
     void clickRow(const QString& name, Qt::MouseButton button = Qt::LeftButton) const {
         QQuickItem* row = named(name, QAccessible::ListItem);
@@ -133,25 +113,6 @@ struct ShownColumns : ShownSettings {
     }
 
     [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
-
-private:
-    [[nodiscard]] static QQuickItem* find(QQuickItem* under, const QString& name,
-                                          QAccessible::Role role) {
-        if (!under->isVisible()) {
-            return nullptr;
-        }
-        if (const auto* accessible = QAccessible::queryAccessibleInterface(under);
-            accessible != nullptr && accessible->role() == role &&
-            accessible->text(QAccessible::Name) == name) {
-            return under;
-        }
-        for (QQuickItem* child : under->childItems()) {
-            if (QQuickItem* found = find(child, name, role)) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
 };
 
 } // namespace varnhold::testing

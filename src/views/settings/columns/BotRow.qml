@@ -8,6 +8,7 @@ FocusItem {
     id: root
 
     required property BotsPart bots
+    required property RowList list
     required property int index
     required property string label
     required property string icon
@@ -51,7 +52,7 @@ FocusItem {
     activeFocusOnTab: isCurrent
     Accessible.role: Accessible.ListItem
     Accessible.name: fullName
-    Accessible.description: [presenceHelp, role, offersConnection ? qsTr("Not connected") : service].join(", ")
+    Accessible.description: presenceHelp + ", " + role + ", " + (offersConnection ? qsTr("Not connected") : service)
     Accessible.selectable: true
     Accessible.selected: isSelected
     Accessible.focusable: true
@@ -66,6 +67,7 @@ FocusItem {
             event.accepted = true;
         }
     }
+    onActiveFocusChanged: if (activeFocus) list.currentIndex = index
     onWatchedChanged: watch(watched)
     Component.onCompleted: watch(watched)
     Component.onDestruction: watch("")
@@ -76,7 +78,7 @@ FocusItem {
         anchors.fill: parent
         radius: Theme.radius
         color: root.isSelected ? Theme.faded(Theme.accent, 0.12) : Theme.faded(Theme.text, 0.03)
-        border.width: 1.5
+        border.width: Math.round(1.5 * Screen.devicePixelRatio) / Screen.devicePixelRatio // evenly drawn
         border.color: Theme.faded(root.colour, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
 
         FocusRing { shown: root.visualFocus }
@@ -98,7 +100,7 @@ FocusItem {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         cursorShape: Qt.ArrowCursor
-        onPressed: root.ListView.view.focusRow(root.index, Qt.MouseFocusReason)
+        onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
                 root.menuRequested(root, mouse.x, mouse.y);
@@ -119,41 +121,15 @@ FocusItem {
             help: root.presenceHelp
         }
 
-        Item {
-            id: words
-
-            readonly property real roleLeast: duty.text === "" ? 0 : Math.min(duty.implicitWidth, 24) + Theme.gap
-
+        BotWords {
             anchors.left: dot.right
             anchors.leftMargin: Theme.gap
             anchors.right: connection.left
             anchors.rightMargin: Theme.gap + 4
             anchors.verticalCenter: parent.verticalCenter
-            height: name.implicitHeight
-
-            EmojiLabel {
-                id: name
-
-                width: Math.min(implicitWidth, words.width - words.roleLeast)
-                text: root.fullName
-                font: Qt.font({
-                    family: Theme.body.family, pixelSize: 12, weight: Font.Bold, strikeout: root.isPaused
-                })
-                Accessible.ignored: true
-            }
-
-            Label {
-                id: duty
-
-                anchors.left: name.right
-                anchors.leftMargin: Theme.gap
-                anchors.baseline: name.baseline
-                width: Math.min(implicitWidth, Math.max(0, words.width - name.width - Theme.gap))
-                text: root.role
-                font: Theme.font(11, Font.Normal)
-                color: Theme.secondaryText
-                Accessible.ignored: true
-            }
+            fullName: root.fullName
+            role: root.role
+            struck: root.isPaused
         }
 
         Item {

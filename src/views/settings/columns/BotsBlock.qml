@@ -12,7 +12,7 @@ Item {
     property real maximumHeight: Infinity
 
     readonly property real listTop: formTop + form.height + Theme.pad
-    readonly property real wantedListHeight: list.count * (rowHeight + list.spacing) - list.spacing
+    readonly property real wantedListHeight: rows.count * (rowHeight + rows.spacing) - rows.spacing
     readonly property int rowHeight: 32
     readonly property int headingHeight: 26
     readonly property real formTop: (hint.visible ? hint.y + hint.height : headingHeight) + Theme.gap
@@ -62,7 +62,7 @@ Item {
     }
 
     RowList {
-        id: list
+        id: rows
 
         x: -2
         y: root.listTop - 2
@@ -77,6 +77,7 @@ Item {
             width: ListView.view.width - 4
             height: root.rowHeight
             bots: root.bots
+            list: rows
             onMenuRequested: (item, x, y) => {
                 menu.rows = root.bots.openMenu(index).map(
                     row => Object.assign({}, row, { symbol: Theme.symbol(row.symbol) }));

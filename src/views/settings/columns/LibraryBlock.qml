@@ -63,7 +63,7 @@ Item {
         }
 
         RowList {
-            id: list
+            id: rows
 
             anchors.fill: parent
             topMargin: 2
@@ -79,6 +79,7 @@ Item {
                 x: 4
                 width: ListView.view.width - 8
                 library: root.library
+                list: rows
             }
         }
     }

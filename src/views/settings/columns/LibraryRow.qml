@@ -6,6 +6,7 @@ FocusItem {
     id: root
 
     required property LibraryPart library
+    required property RowList list
     required property int index
     required property string uid
     required property string name
@@ -25,6 +26,7 @@ FocusItem {
     Accessible.description: tag
     Accessible.focusable: true
     Keys.onSpacePressed: source.pickUp()
+    onActiveFocusChanged: if (activeFocus) list.currentIndex = index
     ListView.onPooled: pooled = true
     ListView.onReused: pooled = false
 
@@ -43,7 +45,7 @@ FocusItem {
 
     MouseArea {
         anchors.fill: parent
-        onPressed: root.ListView.view.focusRow(root.index, Qt.MouseFocusReason)
+        onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
     }
 
     ModelBlock {

@@ -5,7 +5,8 @@ import Varnhold
 // A long list of rows, of which only those in sight exist. One stop of the keyboard's way through the
 // window: the arrow keys, Home, End and the page keys go from row to row.
 //
-// Rows are controls that let the keyboard in while `ListView.isCurrentItem` is true.
+// Rows let the keyboard in while `ListView.isCurrentItem` is true, and become the current one when
+// they have it.
 ListView {
     id: root
 
@@ -19,13 +20,7 @@ ListView {
             return;
         const wanted = Math.max(0, Math.min(count - 1, row));
         positionViewAtIndex(wanted, ListView.Contain);
-        focusRow(wanted, Qt.TabFocusReason);
-    }
-
-    // Of a row in sight. The row that the keyboard leaves is the current one until it has left.
-    function focusRow(row: int, reason: int) {
-        itemAtIndex(row).forceActiveFocus(reason);
-        currentIndex = row;
+        itemAtIndex(wanted).forceActiveFocus(Qt.TabFocusReason);
     }
 
     function perPage(): int {
