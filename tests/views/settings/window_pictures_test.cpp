@@ -20,6 +20,7 @@ struct WindowPictures : ::testing::TestWithParam<bool>, ShownSheets {
 
     void expect(const char* name, const QRect& part = {}) {
         platform.settle();
+        page->grabFramebuffer(); // draws what has changed since the last frame
         expectPicture(QString::fromLatin1(name) +
                           (GetParam() ? QStringLiteral("-dark") : QString()),
                       part.isNull() ? page->grab() : page->grab(part));
