@@ -5,7 +5,11 @@ import Varnhold
 Item {
     id: root
 
+    objectName: "overlays"
+
     required property SheetsPart sheets
+
+    readonly property bool settled: !coming.running // nothing is on its way in
 
     readonly property var kinds: ({
         alert: alert, promptEditor: promptEditor, tokenSheet: tokenSheet, welcome: welcome,
@@ -29,8 +33,6 @@ Item {
 
     Loader {
         id: place
-
-        objectName: "overlay"
 
         anchors.fill: parent
         sourceComponent: root.kinds[root.sheets.standing] ?? null
