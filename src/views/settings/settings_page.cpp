@@ -4,6 +4,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 
 #include "views/settings/symbol_provider.h"
 
@@ -14,7 +15,20 @@ void prepareEngine(QQmlEngine& engine) {
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // the engine's now
 }
 
-SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent) : QQuickWidget(parent) {
+namespace {
+
+// A page that stands still most of the time is drawn as well without a graphics card, and the
+// drivers of one would more than double what the supervisor takes of memory. QT_QUICK_BACKEND has
+// the last word.
+QWidget* drawnBySoftware(QWidget* parent) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    return parent;
+}
+
+} // namespace
+
+SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent)
+    : QQuickWidget(drawnBySoftware(parent)) {
     const QUrl url(QStringLiteral("qrc:/qt/qml/Varnhold/SettingsView.qml"));
     setResizeMode(SizeRootObjectToView);
     setAcceptDrops(true);

@@ -1,8 +1,7 @@
 import QtQuick
 import Varnhold
 
-// A bot's name and, in the room it leaves, the bot's role. A long name leaves room for the role's
-// beginning.
+// A bot's name and, where it leaves room enough to be of use, the bot's role.
 Item {
     id: root
 
@@ -10,14 +9,14 @@ Item {
     required property string role
     required property bool struck
 
-    readonly property real roleLeast: role === "" ? 0 : Math.min(duty.implicitWidth, 24) + Theme.gap
+    readonly property real left: root.width - name.width - Theme.gap
 
     implicitHeight: name.implicitHeight
 
     EmojiLabel {
         id: name
 
-        width: Math.min(implicitWidth, root.width - root.roleLeast)
+        width: Math.min(implicitWidth, root.width)
         text: root.fullName
         font: Qt.font({
             family: Theme.textFamily, pixelSize: 12, weight: Font.Bold, strikeout: root.struck
@@ -31,7 +30,8 @@ Item {
         anchors.left: name.right
         anchors.leftMargin: Theme.gap
         anchors.baseline: name.baseline
-        width: Math.min(implicitWidth, Math.max(0, root.width - name.width - Theme.gap))
+        width: Math.min(implicitWidth, Math.max(0, root.left))
+        visible: root.left >= Math.min(implicitWidth, 28)
         text: root.role
         font: Theme.font(11, Font.Normal)
         color: Theme.secondaryText

@@ -20,7 +20,7 @@ FocusItem {
 
     implicitHeight: block.implicitHeight
     visible: !pooled
-    activeFocusOnTab: isCurrent
+    activeFocusOnTab: isCurrent || activeFocus // which it may not lose while it has the focus
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: tag

@@ -20,11 +20,11 @@ Item {
         id: pointer
 
         enabled: root.text !== ""
-        onHoveredChanged: if (!hovered) delay.shown = false
+        onHoveredChanged: if (!hovered) rest.shown = false
     }
 
     Timer {
-        id: delay
+        id: rest
 
         property bool shown: false
 
@@ -39,7 +39,7 @@ Item {
     Loader {
         id: tip
 
-        active: delay.shown && pointer.hovered && root.text !== "" && !root.suppressed
+        active: rest.shown && pointer.hovered && root.text !== "" && !root.suppressed
         sourceComponent: T.ToolTip {
             parent: root
             x: root.atPointer ? root.place.x : Math.min(8, root.width / 2)

@@ -20,6 +20,8 @@ DropTarget {
     implicitWidth: area.childrenRect.width
     implicitHeight: area.childrenRect.height
     onStopDropped: (stop, text) => root.textDropped(text)
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.name
 
     DropArea {
         id: area
