@@ -9,7 +9,7 @@ Item {
     required property string role
     required property bool struck
 
-    readonly property real left: root.width - name.width - Theme.gap
+    readonly property real room: root.width - name.width - Theme.gap
 
     implicitHeight: name.implicitHeight
 
@@ -30,8 +30,8 @@ Item {
         anchors.left: name.right
         anchors.leftMargin: Theme.gap
         anchors.baseline: name.baseline
-        width: Math.min(implicitWidth, Math.max(0, root.left))
-        visible: root.left >= Math.min(implicitWidth, 28)
+        width: Math.min(implicitWidth, Math.max(0, root.room))
+        visible: root.room >= Math.min(implicitWidth, 28)
         text: root.role
         font: Theme.font(11, Font.Normal)
         color: Theme.secondaryText
