@@ -18,19 +18,14 @@ import time
 
 HERE = pathlib.Path(__file__).resolve()
 TESTS = HERE.parent.parent / "tests/system"
+sys.path.append(str(TESTS))
+from user_manager import start_session_bus, start_user_manager, wait_until  # noqa: E402
+
 SANDBOXES = {"s6": TESTS / "in-sandbox", "systemd": TESTS / "in-user-session"}
 COUNTS = (20, 200, 1000)
 ROUNDS = 9
 DEADLINE = 300  # seconds
 DOMAIN = f"gui/{os.getuid()}"
-
-
-def wait_until(what, condition):
-    end = time.monotonic() + DEADLINE
-    while not condition():
-        if time.monotonic() > end:
-            raise SystemExit(f"gave up waiting: {what}")
-        time.sleep(0.02)
 
 
 def run(*words):
@@ -41,18 +36,6 @@ def timed(*words):
     begin = time.perf_counter()
     run(*words)
     return time.perf_counter() - begin
-
-
-def start_user_manager():
-    bus = f"unix:path={os.environ['XDG_RUNTIME_DIR']}/bus"
-    os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus
-    pathlib.Path("/run/systemd/system").mkdir(parents=True)
-    run("dbus-daemon", "--session", f"--address={bus}", "--fork")
-    subprocess.Popen(["/lib/systemd/systemd", "--user"], stdin=subprocess.DEVNULL,
-                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    wait_until("the user manager answers", lambda: subprocess.run(
-        ["systemctl", "--user", "show", "--property=Version"], check=False,
-        capture_output=True).returncode == 0)
 
 
 def write_fleet(count):
@@ -90,7 +73,7 @@ def measure(tool, manager, count):
     def all_up():
         rows = run(tool, "list").decode().splitlines()[1:]
         return len(rows) == count and not any(row.startswith("-") for row in rows)
-    wait_until("every agent is up", all_up)
+    wait_until("every agent is up", all_up, DEADLINE)
     name, other = own_tool(manager)
     listings, others = [], []
     for _ in range(ROUNDS):
@@ -105,6 +88,7 @@ def measure(tool, manager, count):
 
 def inside(build, manager, counts):
     if manager == "systemd":
+        start_session_bus()
         start_user_manager()
     for count in counts:
         measure(build / "libexec/varnhold/launchctl", manager, count)

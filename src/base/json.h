@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/json_fwd.h"
 #include "base/result.h"
 
 // JSON as this program and the daemons exchange it: RFC 8259, UTF-8, and nothing looser.
@@ -18,9 +19,6 @@
 // names the place ("[2].service: ..."). Null counts as absent where a field is optional. Unknown
 // keys are ignored. Pure functions on values, safe on any thread.
 namespace varnhold::json {
-
-// Keeps the order of keys, so that what we write comes out in the order of the fields.
-using Value = nlohmann::ordered_json;
 
 // Deeper documents are refused rather than risking the stack of whoever walks them.
 inline constexpr int maximumDepth = 512;

@@ -27,14 +27,17 @@ std::size_t indexOf(EffortLevel level) {
 
 } // namespace
 
-GroupStepperRow effortRow(const CustomBotGroup& group) {
-    const std::size_t index = indexOf(group.effortLevel);
+GroupStepperRow effortRow(EffortLevel level) {
     return {.label = "Effort",
-            .valueText = std::string(label(group.effortLevel)),
-            .isInactive = group.effortLevel == EffortLevel::off,
+            .valueText = std::string(label(level)),
+            .isInactive = level == EffortLevel::off,
             .valueWidth = effortWidth,
-            .canGoLeft = index > 0,
-            .canGoRight = index + 1 < allEffortLevels.size()};
+            .canGoLeft = neighbour(level, StepDirection::left).has_value(),
+            .canGoRight = neighbour(level, StepDirection::right).has_value()};
+}
+
+GroupStepperRow effortRow(const CustomBotGroup& group) {
+    return effortRow(group.effortLevel);
 }
 
 GroupStepperRow contextRow(const CustomBotGroup& group, std::span<const int> ladder) {
@@ -47,14 +50,21 @@ GroupStepperRow contextRow(const CustomBotGroup& group, std::span<const int> lad
             .canGoRight = tokens < ladder.back()};
 }
 
-bool stepEffort(CustomBotGroup& group, StepDirection direction) {
-    const std::size_t index = indexOf(group.effortLevel);
-    const GroupStepperRow row = effortRow(group);
-    if (direction == StepDirection::left ? !row.canGoLeft : !row.canGoRight) {
-        return false;
+std::optional<EffortLevel> neighbour(EffortLevel level, StepDirection direction) {
+    const std::size_t index = indexOf(level);
+    if (direction == StepDirection::left) {
+        return index > 0 ? std::optional(allEffortLevels[index - 1]) : std::nullopt;
     }
-    group.effortLevel = allEffortLevels[direction == StepDirection::left ? index - 1 : index + 1];
-    return true;
+    return index + 1 < allEffortLevels.size() ? std::optional(allEffortLevels[index + 1])
+                                              : std::nullopt;
+}
+
+bool stepEffort(CustomBotGroup& group, StepDirection direction) {
+    const auto level = neighbour(group.effortLevel, direction);
+    if (level) {
+        group.effortLevel = *level;
+    }
+    return level.has_value();
 }
 
 void stepContext(CustomBotGroup& group, StepDirection direction, std::span<const int> ladder) {

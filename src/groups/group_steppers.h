@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 
 #include "records/groups.h"
 
-// The two steppers of a group: effort and context budget. Pure functions on one record.
+// The two steppers of a group: effort and context budget. Pure functions on one record. The effort
+// of a chain climbs the same levels.
 namespace varnhold {
 
 enum class StepDirection { left, right };
@@ -22,9 +24,13 @@ struct GroupStepperRow {
     bool operator==(const GroupStepperRow&) const = default;
 };
 
+[[nodiscard]] GroupStepperRow effortRow(EffortLevel level);
 [[nodiscard]] GroupStepperRow effortRow(const CustomBotGroup& group);
 // `ladder`: the budgets that can be reached, rising, at least one.
 [[nodiscard]] GroupStepperRow contextRow(const CustomBotGroup& group, std::span<const int> ladder);
+
+// The level beside this one; none at the end of the levels.
+[[nodiscard]] std::optional<EffortLevel> neighbour(EffortLevel level, StepDirection direction);
 
 // One level up or down. False at the end of the levels: nothing has changed.
 [[nodiscard]] bool stepEffort(CustomBotGroup& group, StepDirection direction);

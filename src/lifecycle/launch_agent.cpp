@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/json.h"
 #include "base/unicode.h"
 #include "shell/daemon_code.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "base/json.h"
+#include "base/json_fwd.h"
 #include "lifecycle/fleet_context.h"
 #include "lifecycle/property_list.h"
 #include "records/bots.h"

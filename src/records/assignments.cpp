@@ -1,5 +1,7 @@
 #include "records/assignments.h"
 
+#include "base/json.h"
+
 namespace varnhold {
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/json.h"
+#include "base/result.h"
 
 // chain_bot_assignments.json: which bots are assigned to which chain.
 //

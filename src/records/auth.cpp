@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/json.h"
+
 namespace varnhold {
 
 namespace {

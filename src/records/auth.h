@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/json.h"
+#include "base/result.h"
 
 // How the user signs in to each AI provider, and auth_config.json, which keeps it for the daemons.
 //

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/files.h"
+#include "base/json.h"
 
 namespace varnhold {
 

@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/json.h"
+#include "base/json_fwd.h"
+#include "base/result.h"
 #include "shell/constants.h"
 
 // The record of one managed agent, and bots.json, the list of them.

@@ -1,5 +1,7 @@
 #include "records/governor_choice.h"
 
+#include "base/json.h"
+
 namespace varnhold {
 
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/json.h"
+#include "base/result.h"
 
 // The one model and provider that the governor prefers, kept under "governor" in the file
 // .preferred-provider.json. Others keep their own keys in that file, and all of those survive.

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <random>
 
+#include "base/json.h"
+
 namespace varnhold {
 
 namespace {

@@ -4,7 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/json.h"
+#include "base/json_fwd.h"
+#include "base/result.h"
 #include "base/uuid.h"
 #include "records/models.h"
 #include "records/preferences.h"

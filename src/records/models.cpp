@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "base/json.h"
+
 namespace varnhold {
 
 namespace {

@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "base/hash.h"
-#include "base/json.h"
+#include "base/json_fwd.h"
+#include "base/result.h"
 
 // The record that names an AI model: a row of the library, an entry of a failover chain or of a
 // custom group. The daemons read the same JSON object out of the chain files.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/files.h"
+#include "base/json.h"
 
 namespace varnhold {
 

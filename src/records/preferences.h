@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/json.h"
+#include "base/json_fwd.h"
+#include "base/result.h"
 
 // How much each chain may reason, how much it may read, and how the architect chain answers.
 //

@@ -163,12 +163,12 @@ void ModelSelectorView::dropModel(const std::string& payload, TargetList list,
             return;
         }
     }
-    if (auto item = findInLibrary(*this, payload)) {
-        dropFromLibrary(*std::move(item), list, insertAt);
+    if (const auto item = findInLibrary(*this, payload)) {
+        dropFromLibrary(*item, list, insertAt);
     }
 }
 
-void ModelSelectorView::dropFromLibrary(AIModelItem item, TargetList list,
+void ModelSelectorView::dropFromLibrary(const AIModelItem& item, TargetList list,
                                         std::optional<std::size_t> insertAt) {
     if (auto refusal = placementRefusal(*this, item, list)) {
         alertMsg = *std::move(refusal);
@@ -242,6 +242,15 @@ void ModelSelectorView::unassignBot(const std::string& launchdLabel, TargetList 
     if (labels != chainBotAssignments.end()) {
         std::erase(labels->second, launchdLabel);
     }
+    save();
+}
+
+void ModelSelectorView::reset() {
+    for (auto* models :
+         {&workerModels, &architectModels, &photoModels, &videoModels, &governorModels}) {
+        models->clear();
+    }
+    refresh();
     save();
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "groups/drops.h"
 #include "records/model_rows.h"
 #include "settings/settings_fields.h"
 
@@ -26,8 +27,6 @@ struct ModelRow {
     std::function<std::string()> onDrag;
 };
 
-enum class DropOperation { copy, move };
-
 // The drop target that each row of a chain is: rows of the same chain change places with it while
 // they are dragged over it. What comes from elsewhere isn't taken; the row consumes it all the
 // same.
@@ -45,7 +44,7 @@ struct RealTimeDropDelegate {
     // True if the drop belonged to this chain; only then is it saved.
     bool performDrop();
     void dropEntered();
-    [[nodiscard]] DropOperation dropUpdated() const { return DropOperation::move; }
+    [[nodiscard]] DropProposal dropUpdated() const { return DropProposal::move; }
 };
 
 } // namespace varnhold

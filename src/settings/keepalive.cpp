@@ -8,6 +8,7 @@
 #include "base/files.h"
 #include "base/unicode.h"
 #include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 #include "settings/settings_state.h"
 
 namespace varnhold {
@@ -20,13 +21,6 @@ constexpr auto tickInterval = 60s;
 constexpr double longestTTL = 3600;
 constexpr double warmAbove = 0.4;
 constexpr double coolingAbove = 0.15;
-
-bool isAssigned(const SettingsFields& settings, TargetList list, const BotConfig& bot) {
-    const auto labels = settings.chainBotAssignments.find(std::string(chainKey(list)));
-    return labels != settings.chainBotAssignments.end() &&
-           std::find(labels->second.begin(), labels->second.end(), bot.launchdLabel) !=
-               labels->second.end();
-}
 
 // Seconds since the chain was last pinged; without end if it never was.
 double elapsedSince(const SettingsFields& settings, const std::string& key,
@@ -67,8 +61,8 @@ void writePingFiles(const Constants& constants, platform::Clock& clock,
 
 std::vector<std::string> pingedRoles(const SettingsFields& settings, TargetList list) {
     std::vector<std::string> roles;
-    for (const BotConfig& bot : settings.userBots) {
-        if (isAssigned(settings, list, bot) && !bot.role.empty() && bot.keepaliveOn()) {
+    for (const BotConfig& bot : botsOf(settings, list)) {
+        if (!bot.role.empty() && bot.keepaliveOn()) {
             roles.push_back(bot.role);
         }
     }
@@ -76,11 +70,9 @@ std::vector<std::string> pingedRoles(const SettingsFields& settings, TargetList 
 }
 
 std::optional<WarmthDot> warmthDot(const SettingsFields& settings, TargetList list) {
-    const bool wanted =
-        std::any_of(settings.userBots.begin(), settings.userBots.end(), [&](const BotConfig& bot) {
-            return isAssigned(settings, list, bot) && bot.keepaliveOn();
-        });
-    if (!wanted) {
+    const std::vector<BotConfig> bots = botsOf(settings, list);
+    if (std::none_of(bots.begin(), bots.end(),
+                     [](const BotConfig& bot) { return bot.keepaliveOn(); })) {
         return std::nullopt;
     }
     const auto entry = settings.cacheWarmth.find(std::string(chainKey(list)));

@@ -2,14 +2,13 @@
 
 #include <utility>
 
+#include "settings/first_run.h"
+
 namespace varnhold {
 
 using namespace std::chrono_literals;
 
 namespace {
-
-constexpr const char* welcomeSeenKey = "hasSeenWelcome_v7";
-constexpr const char* libraryTipSeenKey = "hasSeenLibraryTip_v1";
 
 // Lets the window come up before a sheet covers it.
 constexpr auto firstRunDelay = 400ms;

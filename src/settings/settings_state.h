@@ -8,6 +8,7 @@
 
 #include "platform/payload.h"
 #include "platform/platform.h"
+#include "settings/appearing_steps.h"
 #include "settings/settings_changes.h"
 #include "settings/settings_fields.h"
 #include "settings/target_list.h"
@@ -19,12 +20,6 @@ struct ModelRow;
 struct RealTimeDropDelegate;
 class CustomGroupsColumn;
 struct ManageCustomGroupsSheet;
-
-// Steps of appearing that belong to other subjects than files.
-struct AppearingSteps {
-    std::function<void()> fetchTelegramNames;
-    std::function<void()> startKeepaliveTimer;
-};
 
 // The settings window's one state: the working copy of all settings files, and what loads and saves
 // it.
@@ -83,6 +78,13 @@ public:
     bool handleBotDrop(const platform::PayloadProviders& providers, TargetList list);
     void unassignBot(const std::string& launchdLabel, TargetList list);
     void deleteLibraryModel(const AIModelItem& item);
+    // Empties all chains but the voice chain, at once and for good, and saves.
+    void reset();
+
+    // The library's form and the sheets of a first run (add_model.h, first_run.h).
+    void addLibraryModel(const AIModelItem& item);
+    void dismissWelcome();
+    void dismissLibraryTip();
 
     // Placement (placement_checks.h), keepalive (keepalive.h) and local models (ollama.h).
     [[nodiscard]] bool checkAuthFor(const AIModelItem& item) const;
@@ -127,7 +129,8 @@ private:
                     const std::function<void(const std::string& text)>& use);
     void dropModel(const std::string& payload, TargetList list,
                    std::optional<std::size_t> insertAt);
-    void dropFromLibrary(AIModelItem item, TargetList list, std::optional<std::size_t> insertAt);
+    void dropFromLibrary(const AIModelItem& item, TargetList list,
+                         std::optional<std::size_t> insertAt);
     void removeModel(const std::string& payload);
     void assignBot(const std::string& launchdLabel, TargetList list);
     void moved(const ChainMove& move) const;

@@ -14,6 +14,7 @@ namespace varnhold {
 namespace {
 
 constexpr QSize contentSize{1200, 850}; // points
+constexpr QSize leastContentSize{640, 480};
 
 QKeySequence shortcut(const MainMenuRow& row) {
     if (row.key.empty()) {
@@ -55,9 +56,15 @@ SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, Setti
     for (const MainMenu& menu : menus) {
         addMenu(menu, choose);
     }
-    resize(contentSize);
+    page_->setMinimumSize(leastContentSize);
+    resize(sizeOn(screen()->availableSize()));
     setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(),
                                     screen()->availableGeometry()));
+}
+
+QSize SettingsWindowView::sizeOn(const QSize& screen) const {
+    const int bar = menuBar()->isNativeMenuBar() ? 0 : menuBar()->sizeHint().height();
+    return (contentSize + QSize(0, bar)).boundedTo(screen);
 }
 
 void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {

@@ -18,6 +18,10 @@ public:
     SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model, Choose choose,
                        std::function<void()> closed);
 
+    // That its page has its whole size beside the menu bar, or as much of it as the screen has room
+    // for.
+    [[nodiscard]] QSize sizeOn(const QSize& screen) const;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 

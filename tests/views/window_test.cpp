@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 
 #include "unit/settings/settings_home.h"
 #include "views/application_icon.h"
@@ -42,7 +43,7 @@ struct ShownWindow {
     }
 };
 
-TEST(Window, HasThreeMenusAndItsSize) {
+TEST(Window, HasThreeMenusAndATitle) {
     const ShownWindow shown;
     QStringList titles;
     for (const QAction* menu : shown.window.menuBar()->actions()) {
@@ -50,8 +51,20 @@ TEST(Window, HasThreeMenusAndItsSize) {
     }
     EXPECT_EQ(titles, (QStringList{QStringLiteral("Varnhold"), QStringLiteral("File"),
                                    QStringLiteral("Edit")}));
-    EXPECT_EQ(shown.window.size(), QSize(1200, 850));
     EXPECT_EQ(shown.window.windowTitle(), QStringLiteral("Varnhold"));
+}
+
+TEST(Window, GivesItsPageItsWholeSizeBesideTheMenuBar) {
+    ShownWindow shown;
+    shown.window.resize(shown.window.sizeOn({2560, 1440}));
+    EXPECT_EQ(shown.window.centralWidget()->size(), QSize(1200, 850));
+}
+
+TEST(Window, IsNoLargerThanItsScreen) {
+    const ShownWindow shown;
+    EXPECT_EQ(shown.window.sizeOn({1024, 700}), QSize(1024, 700));
+    const QRect available = shown.window.screen()->availableGeometry();
+    EXPECT_TRUE(available.contains(shown.window.geometry()));
 }
 
 TEST(Window, ThePlainQuitKeyOnlyAsksForItToBePutAway) {

@@ -6,6 +6,12 @@ namespace varnhold {
 
 SettingsModel::SettingsModel(const SettingsContext& context, QObject* parent)
     : QObject(parent), context_(context) {
+    for (const ChainSection& section : chainSections()) {
+        chains_.append(new ChainPart(context_, section, this));
+        parts_.push_back(chains_.back());
+    }
+    groups_ = new GroupsPart(context_, this);
+    parts_.push_back(groups_);
     context_.view.observe([this](Animation animation) { sync(animation); });
     sync(Animation::none);
 }
@@ -27,6 +33,10 @@ void SettingsModel::appear() {
 
 void SettingsModel::openManageCustomGroups() {
     varnhold::openManageCustomGroups(context_.view);
+}
+
+void SettingsModel::reset() {
+    context_.view.reset();
 }
 
 void SettingsModel::sync(Animation animation) {

@@ -1,14 +1,18 @@
 #pragma once
 
 #include <QObject>
+#include <QQmlListProperty>
 #include <QtQml/qqmlregistration.h>
 #include <vector>
 
+#include "views/settings/chains/chain_part.h"
 #include "views/settings/columns/bots_part.h"
 #include "views/settings/columns/library_part.h"
 #include "views/settings/columns/prompts_part.h"
 #include "views/settings/columns/providers_part.h"
+#include "views/settings/groups/groups_part.h"
 #include "views/settings/settings_part.h"
+#include "views/settings/sheets/sheets_part.h"
 
 namespace varnhold {
 
@@ -24,6 +28,10 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(varnhold::LibraryPart* library READ library CONSTANT)
     Q_PROPERTY(varnhold::ProvidersPart* providers READ providers CONSTANT)
     Q_PROPERTY(varnhold::PromptsPart* prompts READ prompts CONSTANT)
+    Q_PROPERTY(varnhold::SheetsPart* sheets READ sheets CONSTANT)
+    // In the order of the window.
+    Q_PROPERTY(QQmlListProperty<varnhold::ChainPart> chains READ chains CONSTANT)
+    Q_PROPERTY(varnhold::GroupsPart* groups READ groups CONSTANT)
 
 public:
     explicit SettingsModel(const SettingsContext& context, QObject* parent = nullptr);
@@ -38,11 +46,16 @@ public:
     [[nodiscard]] LibraryPart* library() { return &library_; }
     [[nodiscard]] ProvidersPart* providers() { return &providers_; }
     [[nodiscard]] PromptsPart* prompts() { return &prompts_; }
+    [[nodiscard]] SheetsPart* sheets() { return &sheets_; }
+    [[nodiscard]] QQmlListProperty<ChainPart> chains() { return {this, &chains_}; }
+    [[nodiscard]] GroupsPart* groups() { return groups_; }
 
     // Each time the window comes to be seen.
     void appear();
     // The record's request to make, name and delete groups.
     void openManageCustomGroups();
+    // Empties the chains, without asking.
+    Q_INVOKABLE void reset();
 
 signals:
     void showHintsChanged();
@@ -56,7 +69,10 @@ private:
     LibraryPart library_{context_, nullptr};
     ProvidersPart providers_{context_, nullptr};
     PromptsPart prompts_{context_, nullptr};
-    std::vector<SettingsPart*> parts_{&bots_, &library_, &providers_, &prompts_};
+    SheetsPart sheets_{context_, nullptr};
+    std::vector<SettingsPart*> parts_{&bots_, &library_, &providers_, &prompts_, &sheets_};
+    QList<ChainPart*> chains_;
+    GroupsPart* groups_ = nullptr;
     bool showHints_ = false;
     bool springs_ = false;
 };

@@ -20,11 +20,11 @@ SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent) : QQuickWidget
     setAcceptDrops(true);
     prepareEngine(*engine());
     auto* component = new QQmlComponent(engine(), url, this);
-    QObject* root = component->createWithInitialProperties(
-        {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
-    if (root == nullptr) {
+    if (!component->isReady()) {
         qFatal("%s", qPrintable(component->errorString())); // a file of our own is broken
     }
+    QObject* root = component->createWithInitialProperties(
+        {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
     setContent(url, component, root);
 }
 

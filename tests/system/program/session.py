@@ -9,23 +9,13 @@ import pathlib
 import shutil
 import signal
 import subprocess
-import time
+import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
+sys.path.append(str(SOURCE / "tests/system"))
+from user_manager import wait_until  # noqa: E402
+
 DISPLAY = ":99"
-DEADLINE = 60  # seconds; conditions are met in a fraction of it unless something is broken
-
-
-def wait_until(what, condition, deadline=DEADLINE):
-    """Waits for a condition and gives its value; fails with the words for it."""
-    end = time.monotonic() + deadline
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > end:
-            raise AssertionError(f"gave up waiting: {what}")
-        time.sleep(0.05)
 
 
 def command_lines():
@@ -44,7 +34,8 @@ def command_lines():
 
 
 class Session:
-    def __init__(self, build):
+    def __init__(self, build, bots=None):
+        """With the sample fleet, or with a number of plain bots instead."""
         # The build folder is laid out like an installed prefix; a copy takes the daemon code in.
         self.home = pathlib.Path(os.environ["HOME"])
         self.prefix = self.home / ".local"
@@ -52,7 +43,8 @@ class Session:
             shutil.copytree(pathlib.Path(build) / folder, self.prefix / folder)
         shutil.copytree(SOURCE / "examples/daemon",
                         self.prefix / "lib/varnhold/Contents/Resources/daemon")
-        subprocess.run([SOURCE / "examples/make_fleet.py", self.home], check=True,
+        fleet = [] if bots is None else ["--bots", str(bots)]
+        subprocess.run([SOURCE / "examples/make_fleet.py", self.home, *fleet], check=True,
                        stdout=subprocess.DEVNULL)
         self.support = self.home / "Library/Application Support/Varnhold"
         self.environment = dict(os.environ, DISPLAY=DISPLAY)

@@ -14,23 +14,13 @@ import typing
 import unittest
 
 HERE = pathlib.Path(__file__).resolve().parent
-DEADLINE = 60  # seconds; conditions are met in a fraction of it unless something is broken
+sys.path.append(str(HERE.parent))
+from user_manager import DEADLINE, start_session_bus, start_user_manager, wait_until  # noqa: E402
+
 DOMAIN = f"gui/{os.getuid()}"
 ALREADY_LOADED = ("Bootstrap failed: 5: Input/output error\n"
                   "Try re-running the command as root for richer errors.\n")
 NO_PROCESS = "Boot-out failed: 3: No such process\n"
-
-
-def wait_until(what, condition, deadline=DEADLINE):
-    """Waits for a condition and gives its value; fails with the words for it."""
-    end = time.monotonic() + deadline
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > end:
-            raise AssertionError(f"gave up waiting: {what}")
-        time.sleep(0.02)
 
 
 def no_service(label):
@@ -131,24 +121,11 @@ class ServicesCase(unittest.TestCase):
         self.manager = MANAGER
         self.runtime = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "varnhold"
         if MANAGER == "systemd":
-            self.start_user_manager()
-
-    def start_user_manager(self):
-        """A bus and a systemd user manager, as a login makes them."""
-        bus = "unix:path=" + os.environ["XDG_RUNTIME_DIR"] + "/bus"
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus
-        pathlib.Path("/run/systemd/system").mkdir(parents=True, exist_ok=True)
-        subprocess.run(["dbus-daemon", "--session", f"--address={bus}", "--fork"], check=True)
-        self.start_systemd()
+            start_session_bus()
+            self.start_systemd()
 
     def start_systemd(self):
-        with open("/tmp/user-manager.log", "ab") as log:
-            self.systemd = subprocess.Popen(
-                ["/lib/systemd/systemd", "--user", "--log-target=console"],
-                stdin=subprocess.DEVNULL, stdout=log, stderr=log)
-        wait_until("the user manager answers", lambda: subprocess.run(
-            ["systemctl", "--user", "show", "--property=Version"], check=False,
-            capture_output=True).returncode == 0)
+        self.systemd = start_user_manager()
 
     # -- doing ----------------------------------------------------------------------------------
 

@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 
+#include "base/json.h"
 #include "lifecycle/launch_agent.h"
 
 namespace varnhold {

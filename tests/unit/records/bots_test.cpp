@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/json.h"
 #include "support/temporary_home.h"
 
 namespace varnhold {

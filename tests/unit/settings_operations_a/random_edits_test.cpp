@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "base/files.h"
+#include "support/long_runs.h"
 
 namespace varnhold::testing {
 namespace {
@@ -12,12 +13,6 @@ constexpr int operationsPerState = 250;
 constexpr std::uint64_t firstSeed = 20260304;
 // Each save syncs fifteen files; in memory that costs nothing.
 constexpr const char* memoryFolder = "/dev/shm";
-
-// A long run: VARNHOLD_RANDOM_OPERATIONS=100000.
-int operations() {
-    const char* wanted = std::getenv("VARNHOLD_RANDOM_OPERATIONS");
-    return wanted == nullptr ? everydayOperations : std::atoi(wanted);
-}
 
 class InMemory final {
 public:
@@ -45,10 +40,11 @@ private:
 
 TEST(RandomEdits, LeaveListsSavesAndFilesAsTheRulesSay) {
     const InMemory homes;
-    ASSERT_GT(operations(), 0);
+    const int operations = randomOperations(everydayOperations);
+    ASSERT_GT(operations, 0);
     std::map<std::string, int> done;
     std::optional<RandomEdits> edits;
-    for (int i = 0; i < operations(); ++i) {
+    for (int i = 0; i < operations; ++i) {
         if (i % operationsPerState == 0) {
             edits.emplace(firstSeed + static_cast<std::uint64_t>(i));
             ASSERT_EQ(edits->difference(), "") << "before the first edit";
@@ -59,7 +55,7 @@ TEST(RandomEdits, LeaveListsSavesAndFilesAsTheRulesSay) {
             << "after " << name << ", edit " << i % operationsPerState << " of seed "
             << firstSeed + static_cast<std::uint64_t>(i - i % operationsPerState);
     }
-    if (operations() >= everydayOperations) {
+    if (operations >= everydayOperations) {
         EXPECT_EQ(done.size(), 13U) << "every kind of edit has its turn";
     }
 }

@@ -169,7 +169,7 @@ TEST(RowDrop, ProposesTheMoveOperation) {
     Rows settings;
     const auto row =
         settings.view->rowDropDelegate(settings.view->workerModels[0], TargetList::worker);
-    EXPECT_EQ(row.dropUpdated(), DropOperation::move);
+    EXPECT_EQ(row.dropUpdated(), DropProposal::move);
 }
 
 TEST(RowDrop, WorksOnAnyListWithoutWatchers) {

@@ -3,6 +3,7 @@
 
 #include "settings/bot_sheets.h"
 #include "support/generator.h"
+#include "support/long_runs.h"
 #include "window.h"
 
 namespace varnhold::testing {
@@ -202,10 +203,11 @@ private:
 };
 
 TEST(RandomEditsOfBots, AgreeWithTheRulesInListSavesAndFile) {
-    const int count = inMemory() ? 5000 : 200;
+    const int perSeed = randomOperations(inMemory() ? 20000 : 800) / 4;
+    ASSERT_GT(perSeed, 0);
     for (std::uint64_t seed = 1; seed <= 4; ++seed) {
         RandomEdits edits(seed);
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < perSeed; ++i) {
             edits.edit();
             edits.compare();
             ASSERT_FALSE(::testing::Test::HasFatalFailure()) << "seed " << seed << ", edit " << i;

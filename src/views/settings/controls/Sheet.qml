@@ -9,6 +9,7 @@ FocusScope {
     property string title
     property real padding: 20
     property real spacing: 14
+    property Item firstFocus: null // where the keyboard begins; the first control, if nobody says
 
     default property alias content: holder.data
 
@@ -17,7 +18,7 @@ FocusScope {
     function enter() {
         former.remember(root);
         const first = start.nextItemInFocusChain(true);
-        (first === end ? root : first).forceActiveFocus(Qt.PopupFocusReason);
+        (firstFocus ?? (first === end ? root : first)).forceActiveFocus(Qt.PopupFocusReason);
     }
 
     anchors.fill: parent

@@ -8,9 +8,11 @@ T.ScrollBar {
 
     property bool lit: false // whoever looks at the area may want it
 
-    readonly property bool wide: hovered || pressed
+    readonly property bool across: orientation === Qt.Horizontal
+    readonly property int thickness: hovered || pressed ? 7 : 5
 
-    width: 11
+    implicitWidth: 11
+    implicitHeight: 11
     padding: 2
     policy: T.ScrollBar.AlwaysOn
     minimumSize: 0.08
@@ -19,17 +21,18 @@ T.ScrollBar {
 
     contentItem: Item {
         implicitWidth: 7
+        implicitHeight: 7
 
         Rectangle {
             anchors.right: parent.right
-            width: root.wide ? 7 : 5
-            height: parent.height
-            radius: width / 2
+            anchors.bottom: parent.bottom
+            width: root.across ? parent.width : root.thickness
+            height: root.across ? root.thickness : parent.height
+            radius: root.thickness / 2
             color: Theme.text
             opacity: root.pressed ? 0.5 : root.hovered ? 0.4 : root.lit ? 0.25 : 0
 
             Behavior on opacity { NumberAnimation { duration: Theme.calm } }
-            Behavior on width { NumberAnimation { duration: Theme.quick } }
         }
     }
 }

@@ -12,6 +12,9 @@ FocusItem {
     property bool canGoLeft: true
     property bool canGoRight: true
     property string help
+    property real labelWidth: 0 // at least; steppers under each other line up
+
+    readonly property real labelImplicitWidth: caption.implicitWidth
 
     signal goneLeft()
     signal goneRight()
@@ -33,7 +36,10 @@ FocusItem {
         spacing: 2
 
         Label {
+            id: caption
+
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(implicitWidth, root.labelWidth)
             rightPadding: 4
             text: root.label
             font: Theme.font(11, Font.Medium)

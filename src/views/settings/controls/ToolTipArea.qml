@@ -8,6 +8,7 @@ Item {
 
     property string text
     property bool suppressed: false // while a press or a menu says that nobody reads
+    property bool atPointer: false // for large items, whose edge may be far from where one looks
 
     readonly property bool shown: tip.active
 
@@ -24,10 +25,14 @@ Item {
         id: delay
 
         property bool shown: false
+        property point place
 
         interval: Theme.tipDelay
         running: pointer.hovered && !root.suppressed
-        onTriggered: shown = true
+        onTriggered: {
+            place = pointer.point.position;
+            shown = true;
+        }
     }
 
     Loader {
@@ -36,8 +41,8 @@ Item {
         active: delay.shown && pointer.hovered && root.text !== "" && !root.suppressed
         sourceComponent: T.ToolTip {
             parent: root
-            x: Math.min(8, root.width / 2)
-            y: root.height + 6
+            x: root.atPointer ? delay.place.x : Math.min(8, root.width / 2)
+            y: root.atPointer ? delay.place.y + 20 : root.height + 6
             margins: 8
             padding: 6
             leftPadding: 8

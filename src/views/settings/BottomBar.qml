@@ -1,0 +1,20 @@
+import QtQuick
+import Varnhold
+
+// The foot of the right pane.
+Item {
+    id: root
+
+    signal reset()
+
+    implicitHeight: 40
+
+    Divider { width: parent.width }
+
+    TextButton {
+        anchors.verticalCenter: parent.verticalCenter
+        x: 12
+        text: qsTr("Reset")
+        onClicked: root.reset()
+    }
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import Varnhold
+
+// A tool of this machine's that always stands in its chain: nothing can be done with the row.
+Rectangle {
+    id: root
+
+    required property string name
+
+    implicitHeight: 26
+    radius: Theme.radius
+    color: Theme.faded(Theme.teal, 0.08)
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.name
+    Accessible.description: qsTr("built-in")
+
+    StatusDot {
+        id: dot
+
+        x: Theme.pad
+        anchors.verticalCenter: parent.verticalCenter
+        size: 7
+        color: Theme.faded(Theme.teal, 0.7)
+    }
+
+    Label {
+        anchors.left: dot.right
+        anchors.leftMargin: Theme.gap
+        anchors.right: note.left
+        anchors.rightMargin: Theme.gap
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.name
+        font: Theme.font(12, Font.Normal)
+        Accessible.ignored: true
+    }
+
+    Label {
+        id: note
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.pad
+        anchors.verticalCenter: parent.verticalCenter
+        text: qsTr("built-in")
+        font: Theme.font(10, Font.Normal)
+        color: Theme.secondaryText
+        Accessible.ignored: true
+    }
+}

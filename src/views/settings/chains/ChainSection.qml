@@ -1,0 +1,77 @@
+import QtQuick
+import Varnhold
+
+// One of the six chains: header, bots and models. Given more height than it needs, its models get it.
+Rectangle {
+    id: root
+
+    required property ChainPart chain
+    required property bool showHints
+    required property bool springs
+
+    implicitHeight: models.y + models.implicitHeight + Theme.pad
+    radius: Theme.cardRadius
+    color: Theme.chainGround(chain.tint)
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.chain.title
+    Accessible.description: root.chain.help
+
+    // Under everything else, so that what stands on it can have tool tips of its own.
+    Item {
+        anchors.fill: parent
+
+        ToolTipArea {
+            text: root.chain.help
+            atPointer: true
+        }
+    }
+
+    ChainHeader {
+        id: header
+
+        x: Theme.pad
+        y: Theme.pad
+        width: parent.width - 2 * Theme.pad
+        chain: root.chain
+        showHints: root.showHints
+    }
+
+    BotsZone {
+        id: bots
+
+        anchors.top: header.bottom
+        anchors.topMargin: 2 * Theme.pad
+        x: Theme.pad
+        width: header.width
+        bots: root.chain.bots
+        owner: root.chain.title
+        targeted: root.chain.botsTargeted
+        onHoveredChanged: root.chain.botsTargeted = hovered
+        onBotDropped: label => root.chain.dropOnBots(label)
+        onBotReleased: label => root.chain.unassignBot(label)
+    }
+
+    ModelsArea {
+        id: models
+
+        anchors.top: bots.bottom
+        anchors.topMargin: Theme.pad
+        x: Theme.pad
+        width: header.width
+        height: Math.max(implicitHeight, root.height - y - Theme.pad)
+        models: root.chain.models
+        owner: root.chain.title
+        springs: root.springs
+        topTargeted: root.chain.topTargeted
+        builtIns: root.chain.builtIns
+        deletable: true
+        fading: root.chain.fading
+        onTopHoveredChanged: root.chain.topTargeted = topHovered
+        onDroppedOnTop: text => root.chain.dropOnTop(text)
+        onDropped: text => root.chain.dropOnModels(text)
+        onDragBegan: uid => root.chain.startDrag(uid)
+        onRowEntered: uid => root.chain.rowEntered(uid)
+        onRowDropped: uid => root.chain.rowDropped(uid)
+        onDeleteRequested: uid => root.chain.deleteModel(uid)
+    }
+}

@@ -1,0 +1,56 @@
+import QtQuick
+import Varnhold
+
+// The custom groups under each other, or how to come by some.
+Item {
+    id: root
+
+    required property GroupsPart groups
+    required property bool springs
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 2 * Theme.pad
+        visible: root.groups.groups.count === 0
+        spacing: 4
+
+        Label {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: qsTr("No Custom Groups")
+            color: Theme.secondaryText
+        }
+
+        Label {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: qsTr("Add groups via File → Custom Groups…")
+            font: Theme.font(11, Font.Normal)
+            color: Theme.secondaryText
+        }
+    }
+
+    ScrollArea {
+        id: scroll
+
+        anchors.fill: parent
+        visible: root.groups.groups.count > 0
+        contentHeight: sections.height
+
+        Column {
+            id: sections
+
+            width: scroll.width - (scroll.scrollable ? 11 : 0)
+            spacing: Theme.pad
+
+            Repeater {
+                model: root.groups.groups
+
+                GroupSection {
+                    width: sections.width
+                    springs: root.springs
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,141 @@
+import QtQuick
+import Varnhold
+
+// One custom group: its steppers, bots and models, what is attached to it and what it is for.
+Rectangle {
+    id: root
+
+    required property GroupPart group
+    required property bool springs
+
+    implicitHeight: content.height + 2 * Theme.pad
+    radius: Theme.cardRadius
+    color: Theme.pastelGround(group.ground, 0.55)
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.group.name
+
+    Column {
+        id: content
+
+        x: Theme.pad
+        y: Theme.pad
+        width: parent.width - 2 * Theme.pad
+        spacing: Theme.gap
+
+        EmojiLabel {
+            width: parent.width
+            text: root.group.name
+            font: Theme.headline
+            Accessible.role: Accessible.Heading
+        }
+
+        Stepper {
+            label: root.group.effort.label
+            labelWidth: contextStepper.labelImplicitWidth
+            valueText: root.group.effort.text
+            inactive: root.group.effort.inactive
+            valueWidth: root.group.effort.width
+            canGoLeft: root.group.effort.canGoLeft
+            canGoRight: root.group.effort.canGoRight
+            onGoneLeft: root.group.effortLeft()
+            onGoneRight: root.group.effortRight()
+        }
+
+        Stepper {
+            id: contextStepper
+
+            label: root.group.context.label
+            valueText: root.group.context.text
+            inactive: root.group.context.inactive
+            valueWidth: root.group.context.width
+            canGoLeft: root.group.context.canGoLeft
+            canGoRight: root.group.context.canGoRight
+            onGoneLeft: root.group.contextLeft()
+            onGoneRight: root.group.contextRight()
+        }
+
+        BotsZone {
+            width: parent.width
+            bots: root.group.bots
+            owner: root.group.name
+            targeted: hovered
+            onBotDropped: label => root.group.dropOnBots(label)
+            onBotReleased: label => root.group.unassignBot(label)
+        }
+
+        ModelsArea {
+            width: parent.width
+            models: root.group.models
+            owner: root.group.name
+            springs: root.springs
+            topTargeted: topHovered
+            minimumHeight: 72
+            marksHover: true
+            removable: true
+            onDroppedOnTop: text => root.group.dropOnTop(text)
+            onDropped: text => root.group.dropOnModels(text)
+            onDragBegan: uid => root.group.startDrag(uid)
+            onRowEntered: uid => root.group.rowEntered(uid)
+            onRowDropped: uid => root.group.rowDropped(uid)
+            onRemoveRequested: uid => root.group.removeModel(uid)
+        }
+
+        Flow {
+            width: parent.width
+            spacing: Theme.gap
+
+            AttachButton { group: root.group }
+
+            TextButton {
+                text: root.group.expanded ? qsTr("Hide Objectives") : qsTr("Objectives")
+                symbol: root.group.expanded ? "caret-up-bold" : "text-align-left"
+                size: 11
+                onClicked: root.group.toggleObjectives()
+            }
+        }
+
+        PathChips {
+            width: parent.width
+            visible: root.group.attachments.count > 0
+            paths: root.group.attachments
+            spacing: root.group.chipSpacing
+            name: qsTr("Attachments")
+            onRemoved: path => root.group.removeAttachment(path)
+        }
+
+        Row {
+            visible: root.group.doctrine.count > 0
+            spacing: 4
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                name: Theme.symbol("book.closed.fill")
+                size: 10
+                color: Theme.secondaryText
+            }
+
+            Label {
+                text: qsTr("Doctrine")
+                font: Theme.font(11, Font.Medium)
+                color: Theme.secondaryText
+                Accessible.role: Accessible.Heading
+            }
+        }
+
+        PathChips {
+            width: parent.width
+            visible: root.group.doctrine.count > 0
+            paths: root.group.doctrine
+            spacing: root.group.chipSpacing
+            name: qsTr("Doctrine")
+            onRemoved: path => root.group.removeDoctrine(path)
+        }
+
+        Loader {
+            width: parent.width
+            active: root.group.expanded
+            visible: active
+            sourceComponent: ObjectivesEditor { group: root.group }
+        }
+    }
+}

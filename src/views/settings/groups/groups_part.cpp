@@ -1,0 +1,33 @@
+#include "views/settings/groups/groups_part.h"
+
+namespace varnhold {
+
+GroupsPart::GroupsPart(const SettingsContext& context, QObject* parent)
+    : SettingsPart(context, parent), column_(view().groupsColumn()), groups_({"group"}) {}
+
+void GroupsPart::sync(Animation) {
+    std::map<QString, GroupPart*> parts;
+    std::vector<KeyedListModel::Row> rows;
+    for (const CustomBotGroup& group : view().customGroups) {
+        QString key = toQString(group.id.text());
+        while (parts.contains(key)) {
+            key += u'+'; // a file edited by hand may hold one identity twice
+        }
+        const auto known = parts_.find(key);
+        GroupPart* part = known == parts_.end()
+                              ? new GroupPart(group.id, view().customGroups, column_, this)
+                              : known->second;
+        part->sync(group, fleet().constants.contextLadder);
+        parts.emplace(key, part);
+        rows.push_back({key, {QVariant::fromValue(part)}});
+    }
+    parts_.swap(parts);
+    groups_.sync(std::move(rows));
+    for (const auto& [key, part] : parts) {
+        if (!parts_.contains(key)) {
+            part->deleteLater(); // it may be its own button that led here
+        }
+    }
+}
+
+} // namespace varnhold

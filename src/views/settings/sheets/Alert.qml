@@ -1,0 +1,61 @@
+import QtQuick
+import Varnhold
+
+// A message that has to be read. What it says is data, so it is shown as it stands.
+Sheet {
+    id: root
+
+    required property SheetsPart sheets
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: qsTr("Alert")
+    Accessible.description: sheets.alertText
+    Keys.onReturnPressed: sheets.dismissAlert()
+    Keys.onEnterPressed: sheets.dismissAlert()
+    onDismissed: sheets.dismissAlert()
+
+    Column {
+        width: 280
+        spacing: 16
+
+        Column {
+            width: parent.width
+            spacing: 8
+
+            Label {
+                width: parent.width
+                horizontalAlignment: Text.AlignHCenter
+                text: qsTr("Alert")
+                font: Theme.title3
+            }
+
+            ScrollArea {
+                width: parent.width
+                height: Math.min(message.height, 320)
+                alwaysVisible: true
+
+                Text {
+                    id: message
+
+                    width: parent.width
+                    horizontalAlignment: Text.AlignHCenter
+                    text: root.sheets.alertText
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    font: Theme.font(12, Font.Normal)
+                    color: Theme.text
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+            }
+        }
+
+        TextButton {
+            width: parent.width
+            height: 28
+            prominent: true
+            text: qsTr("OK")
+            onClicked: root.sheets.dismissAlert()
+        }
+    }
+}

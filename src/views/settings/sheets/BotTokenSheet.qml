@@ -1,0 +1,75 @@
+import QtQuick
+import Varnhold
+
+// A bot's token and the service it speaks to.
+Sheet {
+    id: root
+
+    required property TokenSheetModel form
+
+    padding: 16
+    firstFocus: token
+    Accessible.name: form.heading
+    Keys.onReturnPressed: form.save()
+    Keys.onEnterPressed: form.save()
+    onDismissed: form.cancel()
+
+    Column {
+        width: 480 - 2 * root.padding
+        spacing: 12
+
+        Item {
+            width: parent.width
+            height: service.height
+
+            EmojiLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width - service.width - 12
+                text: root.form.heading
+                font: Theme.headline
+            }
+
+            Segmented {
+                id: service
+
+                anchors.right: parent.right
+                width: 180
+                name: qsTr("Service")
+                values: root.form.services
+                current: root.form.service
+                onChosen: value => root.form.service = value
+            }
+        }
+
+        Divider { width: parent.width }
+
+        Label {
+            text: root.form.tokenLabel
+            font: Theme.font(12, Font.DemiBold)
+        }
+
+        Field {
+            id: token
+
+            width: parent.width
+            name: root.form.tokenLabel
+            placeholder: root.form.tokenPrompt
+            monospaced: true
+            text: root.form.token
+            onEdited: words => root.form.token = words
+        }
+
+        Hint {
+            width: parent.width
+            text: root.form.help
+        }
+
+        SheetButtons {
+            width: parent.width
+            acceptText: qsTr("Save")
+            acceptable: root.form.canSave
+            onAccepted: root.form.save()
+            onCancelled: root.form.cancel()
+        }
+    }
+}

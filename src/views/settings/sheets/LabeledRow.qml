@@ -1,0 +1,28 @@
+import QtQuick
+import Varnhold
+
+// One line of a form: a label in a column of its own, and a control that takes the rest.
+Item {
+    id: root
+
+    property string label
+
+    default property alias content: holder.data
+
+    implicitHeight: Theme.fieldHeight
+
+    Label {
+        anchors.verticalCenter: parent.verticalCenter
+        width: 100
+        text: root.label
+        font: Theme.font(12, Font.Normal)
+        Accessible.ignored: true // the control has it for its name
+    }
+
+    Item {
+        id: holder
+
+        anchors.fill: parent
+        anchors.leftMargin: 108
+    }
+}

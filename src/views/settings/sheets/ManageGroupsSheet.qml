@@ -1,0 +1,110 @@
+import QtQuick
+import Varnhold
+
+// Where groups are made, named and deleted. Every change is saved at once.
+Sheet {
+    id: root
+
+    required property ManageGroupsModel form
+
+    Accessible.name: qsTr("Custom Groups")
+    Keys.onReturnPressed: form.dismiss()
+    Keys.onEnterPressed: form.dismiss()
+    onDismissed: form.dismiss()
+
+    Column {
+        id: column
+
+        width: 380
+        spacing: 14
+
+        Label {
+            width: parent.width
+            text: qsTr("Custom Groups")
+            font: Theme.title3
+        }
+
+        Text {
+            width: parent.width
+            topPadding: 18
+            bottomPadding: 18
+            visible: root.form.groups.count === 0
+            horizontalAlignment: Text.AlignHCenter
+            text: qsTr("No groups yet. Add one below.")
+            textFormat: Text.PlainText
+            font: Theme.body
+            color: Theme.secondaryText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        ScrollArea {
+            id: list
+
+            width: parent.width
+            height: Math.min(rows.height, 264)
+            visible: root.form.groups.count > 0
+            alwaysVisible: true
+
+            Column {
+                id: rows
+
+                width: list.width
+                spacing: Theme.gap
+
+                Repeater {
+                    model: root.form.groups
+
+                    ManageGroupsRow {
+                        id: row
+
+                        width: rows.width - (list.scrollable ? 12 : 0)
+                        onRenamed: name => root.form.rename(row.groupId, name)
+                        onRemoved: {
+                            newName.forceActiveFocus(Qt.OtherFocusReason); // this row's is going
+                            root.form.remove(row.groupId);
+                        }
+                    }
+                }
+            }
+        }
+
+        Divider { width: parent.width }
+
+        Item {
+            width: parent.width
+            height: Theme.fieldHeight
+
+            Field {
+                id: newName
+
+                width: parent.width - add.width - 8
+                name: qsTr("New group name")
+                placeholder: qsTr("New group name…")
+                text: root.form.newName
+                onEdited: words => root.form.newName = words
+            }
+
+            TextButton {
+                id: add
+
+                anchors.right: parent.right
+                enabled: root.form.canAdd
+                text: qsTr("Add Group")
+                onClicked: {
+                    newName.forceActiveFocus(Qt.OtherFocusReason); // the button is about to be disabled
+                    root.form.add();
+                }
+            }
+        }
+
+        TextButton {
+            anchors.right: parent.right
+            height: 28
+            width: Math.max(implicitWidth, 80)
+            prominent: true
+            text: qsTr("Done")
+            onClicked: root.form.dismiss()
+        }
+    }
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdlib>
+
+namespace varnhold::testing {
+
+// How many operations a random test makes: `everyday`, or what VARNHOLD_RANDOM_OPERATIONS asks for.
+inline int randomOperations(int everyday) {
+    const char* wanted = std::getenv("VARNHOLD_RANDOM_OPERATIONS");
+    return wanted == nullptr ? everyday : std::atoi(wanted);
+}
+
+} // namespace varnhold::testing

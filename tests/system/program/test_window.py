@@ -1,0 +1,97 @@
+"""A newcomer's first edit in the settings window, as a user makes it: by mouse, and by keys alone.
+
+Each test runs in a sandbox and a process of its own: test_window.py BUILD_FOLDER TEST_NAME
+"""
+
+import json
+import os
+import sys
+import unittest
+
+from accessible import find, focused, middle
+from session import Session, wait_until
+from user_manager import start_session_bus
+
+PROGRAM = "Varnhold"
+MODEL = "Claude Haiku 4.5"
+MODEL_ID = "claude-haiku-4-5"
+CHAIN = "Models of Architect Chain"
+MOST_STEPS = 150  # of the Tab key: more than the window has places
+
+
+class WindowTest(unittest.TestCase):
+    def setUp(self):
+        start_session_bus()
+        os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.session = Session(BUILD)
+        self.addCleanup(self.session.end)
+        (self.session.home / ".claude.json").write_text("{}")  # somebody is signed in
+        self.session.start()
+        self.session.await_title("of 6 bots running")
+        self.open_window()
+
+    def open_window(self):
+        self.session.tool(self.session.prefix / "bin/varnhold")
+        window = wait_until("the window", lambda: self.session.windows("^Varnhold$"))[0]
+        self.session.tool("wmctrl", "-i", "-a", window)
+        # A first run has two sheets to tell what this is.
+        for sheet in ("Welcome to Varnhold", "Welcome to the Model Library"):
+            wait_until(sheet, lambda sheet=sheet: find(PROGRAM, sheet))
+            self.key("Escape")
+            wait_until(f"no {sheet}", lambda sheet=sheet: find(PROGRAM, sheet) is None)
+        self.before = self.chain()
+
+    def key(self, *keys):
+        self.session.tool("xdotool", "key", *keys)
+
+    def chain(self):
+        return json.loads((self.session.support / "architect_preferences.json").read_text())
+
+    def assert_the_model_was_added(self):
+        wait_until("the chain has grown", lambda: len(self.chain()) == len(self.before) + 1)
+        after = self.chain()
+        self.assertEqual(after[:-1], self.before)
+        self.assertEqual(after[-1]["id"], MODEL_ID)
+        library = json.loads((self.session.support / "model_library.json").read_text())["models"]
+        original = next(model for model in library if model["id"] == MODEL_ID)
+        self.assertNotEqual(after[-1]["uniqueId"], original["uniqueId"])
+        self.assertEqual({**after[-1], "uniqueId": original["uniqueId"]}, original)
+
+    def test_a_model_is_added_to_a_chain_by_mouse(self):
+        row = wait_until("the model in the library", lambda: find(PROGRAM, MODEL, "list item"))
+        zone = wait_until("the chain", lambda: find(PROGRAM, CHAIN))
+        (x, y), (to_x, to_y) = middle(row), middle(zone)
+        self.session.tool("xdotool", "mousemove", x, y, "mousedown", 1)
+        for step in range(1, 21):
+            self.session.tool("xdotool", "mousemove", x + (to_x - x) * step // 20,
+                              y + (to_y - y) * step // 20, "sleep", "0.02")
+        self.session.tool("xdotool", "sleep", "0.3", "mouseup", 1)
+        self.assert_the_model_was_added()
+
+    def press_until(self, key, what, arrived):
+        for _ in range(MOST_STEPS):
+            if arrived():
+                return
+            self.key(key)
+        self.fail(f"{key} doesn't lead to {what}")
+
+    def focused_name(self):
+        here = focused(PROGRAM)
+        return here.get_name() if here else ""
+
+    def test_a_model_is_added_to_a_chain_by_keys_alone(self):
+        library = json.loads((self.session.support / "model_library.json").read_text())["models"]
+        rows = {"Whisper (transcription, free/local)", *(model["name"] for model in library)}
+        self.press_until("Tab", "the library", lambda: self.focused_name() in rows)
+        self.press_until("Down", MODEL, lambda: self.focused_name() == MODEL)
+        self.key("space")
+        self.press_until("Tab", CHAIN, lambda: find(PROGRAM, f"{MODEL}: {CHAIN}"))
+        self.key("Return")
+        self.assert_the_model_was_added()
+
+
+if __name__ == "__main__":
+    if os.getpid() > 1000 or os.environ.get("XDG_RUNTIME_DIR") != "/tmp/runtime":
+        sys.exit("Only runs inside tests/system/in-sandbox: it ends processes by their names.")
+    BUILD = sys.argv.pop(1)
+    unittest.main()

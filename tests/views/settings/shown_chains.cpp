@@ -1,0 +1,134 @@
+#include "shown_chains.h"
+
+#include <QMimeData>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+#include "shown_settings.h"
+
+namespace varnhold::testing {
+
+ShownChains::~ShownChains() {
+    delete window.takeCentralWidget();
+}
+
+void ShownChains::show(const QSize& size) {
+    connect();
+    page = new QQuickWidget(&window);
+    page->setResizeMode(QQuickWidget::SizeRootObjectToView);
+    page->setAcceptDrops(true);
+    prepareEngine(*page->engine());
+    const QUrl url = QUrl::fromLocalFile(QStringLiteral(VIEWS_TESTS "/settings/ChainsBoard.qml"));
+    auto* component = new QQmlComponent(page->engine(), url, page);
+    QObject* root = component->createWithInitialProperties(
+        {{QStringLiteral("settings"), QVariant::fromValue(model.get())}});
+    ASSERT_NE(root, nullptr) << qPrintable(component->errorString());
+    page->setContent(url, component, root);
+    window.setCentralWidget(page);
+    window.resize(size);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    page->setFocus();
+}
+
+void ShownChains::settle() {
+    platform.runMain();
+    QTest::qWait(20);
+}
+
+QQuickItem* ShownChains::named(const QString& name, const QString& under) const {
+    QQuickItem* root = page->quickWindow()->contentItem(); // menus stand beside the page
+    if (!under.isEmpty()) {
+        root = ShownSettings::named(root, under);
+    }
+    if (root != nullptr) {
+        for (QQuickItem* child : root->childItems()) {
+            if (QQuickItem* found = ShownSettings::named(child, name)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+QQuickItem* ShownChains::focused() const {
+    return page->quickWindow()->activeFocusItem();
+}
+
+QVariant ShownChains::theme(const char* property) const {
+    const int type = qmlTypeId("Varnhold", 1, 0, "Theme");
+    return page->engine()->singletonInstance<QObject*>(type)->property(property);
+}
+
+QPoint ShownChains::middle(const QQuickItem* item) {
+    return ShownSettings::middle(item);
+}
+
+void ShownChains::click(const QString& name, const QString& under, Qt::MouseButton button) {
+    const QQuickItem* item = named(name, under);
+    ASSERT_NE(item, nullptr) << qPrintable(name);
+    QTest::mouseClick(page, button, {}, middle(item));
+    settle();
+}
+
+void ShownChains::focus(const QString& name, const QString& under) {
+    QQuickItem* item = named(name, under);
+    ASSERT_NE(item, nullptr) << qPrintable(name);
+    item->forceActiveFocus(Qt::TabFocusReason);
+}
+
+void ShownChains::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(page, key, modifiers);
+    settle();
+}
+
+void ShownChains::lift(const QString& name, const QString& under) {
+    const QQuickItem* row = named(name, under);
+    ASSERT_NE(row, nullptr) << qPrintable(name);
+    const QPoint at = middle(row);
+    QTest::mousePress(page, Qt::LeftButton, {}, at);
+    for (int step = 1; step <= 4; ++step) {
+        QTest::mouseMove(page, at + QPoint(0, 5 * step));
+    }
+    QTest::mouseRelease(page, Qt::LeftButton, {}, at + QPoint(0, 20));
+    QTest::qWait(20);
+}
+
+void ShownChains::carryTo(const QPoint& at, const QString& text) {
+    QMimeData data;
+    data.setText(text);
+    if (!carrying_) {
+        QDragEnterEvent enter(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &enter);
+        carrying_ = true;
+    }
+    QDragMoveEvent move(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(page, &move);
+    QTest::qWait(1);
+}
+
+void ShownChains::dropAt(const QPoint& at, const QString& text) {
+    carryTo(at, text);
+    QMimeData data;
+    data.setText(text);
+    QDropEvent drop(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(page, &drop);
+    carrying_ = false;
+    settle();
+}
+
+void ShownChains::drop(const QString& text, const QString& name, const QString& under) {
+    const QQuickItem* item = named(name, under);
+    ASSERT_NE(item, nullptr) << qPrintable(name);
+    dropAt(middle(item), text);
+}
+
+void ShownChains::leave() {
+    QDragLeaveEvent event;
+    QCoreApplication::sendEvent(page, &event);
+    carrying_ = false;
+}
+
+} // namespace varnhold::testing

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QQuickItem>
+#include <QQuickWidget>
+#include <QTest>
+
+#include "settings_parts.h"
+
+namespace varnhold::testing {
+
+// The chains and groups on a record of their own, shown. Fill the record before show().
+struct ShownChains : SettingsParts {
+    QMainWindow window;
+    QQuickWidget* page = nullptr;
+
+    ShownChains() = default;
+    ~ShownChains();
+    ShownChains(const ShownChains&) = delete;
+    ShownChains& operator=(const ShownChains&) = delete;
+
+    void show(const QSize& size = {920, 1700});
+    // Lets springs swing out and rows come and go.
+    void settle();
+
+    // The first item, from the front, that is announced under this name; null if there is none.
+    // `under` is such a name too, of something around it, which isn't meant itself.
+    [[nodiscard]] QQuickItem* named(const QString& name, const QString& under = {}) const;
+    [[nodiscard]] QQuickItem* focused() const;
+    // A colour or measure of the window's theme.
+    [[nodiscard]] QVariant theme(const char* property) const;
+    // On the page.
+    [[nodiscard]] static QPoint middle(const QQuickItem* item);
+
+    void click(const QString& name, const QString& under = {},
+               Qt::MouseButton button = Qt::LeftButton);
+    void focus(const QString& name, const QString& under = {});
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+
+    // A press and a pull on the row, as far as its being noted that it is dragged.
+    void lift(const QString& name, const QString& under);
+    // What a platform's drag does to the page, from coming over it to the drop.
+    void carryTo(const QPoint& at, const QString& text);
+    void dropAt(const QPoint& at, const QString& text);
+    // From coming over the item to the drop in its middle.
+    void drop(const QString& text, const QString& name, const QString& under = {});
+    void leave();
+
+private:
+    bool carrying_ = false;
+};
+
+} // namespace varnhold::testing

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <algorithm>
+
+#include "shown_settings.h"
+#include "views/qt_text.h"
+
+namespace varnhold::testing {
+
+// A shown window with the hands that its sheets need.
+struct ShownSheets : ShownSettings {
+    using ShownSettings::click;
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(page, key, modifiers);
+    }
+
+    [[nodiscard]] QQuickItem* focused() const { return page->quickWindow()->activeFocusItem(); }
+
+    // How what has the focus is announced.
+    [[nodiscard]] std::string focusedName() const { return spokenName(focused()); }
+
+    [[nodiscard]] static std::string spokenName(QObject* item) {
+        const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(item);
+        return spoken == nullptr ? "" : spoken->text(QAccessible::Name).toStdString();
+    }
+
+    [[nodiscard]] bool shows(const char* name) const {
+        return named(QString::fromUtf8(name)) != nullptr;
+    }
+
+    // The control of that name; what it is called may stand beside it as a text of its own.
+    [[nodiscard]] QQuickItem* control(const char* name) const {
+        return control(page->rootObject(), QString::fromUtf8(name));
+    }
+
+    void click(const char* name) const {
+        const QQuickItem* item = control(name);
+        ASSERT_NE(item, nullptr) << name;
+        click(item);
+    }
+
+    // Puts the focus on it, as Tab does.
+    void focus(const char* name) const {
+        QQuickItem* item = control(name);
+        ASSERT_NE(item, nullptr) << name;
+        item->forceActiveFocus(Qt::TabFocusReason);
+        ASSERT_EQ(focusedName(), name);
+    }
+
+    // Replaces what stands in the field by typing.
+    void fillIn(const char* name, const char* text) const {
+        click(name);
+        press(Qt::Key_A, Qt::ControlModifier);
+        press(Qt::Key_Delete);
+        type(QString::fromUtf8(text));
+    }
+
+    [[nodiscard]] std::string valueOf(const char* name, const char* property = "text") const {
+        const QQuickItem* item = control(name);
+        return item == nullptr ? "(none)" : item->property(property).toString().toStdString();
+    }
+
+    [[nodiscard]] bool isEnabled(const char* name) const {
+        const QQuickItem* item = control(name);
+        return item != nullptr && item->isEnabled();
+    }
+
+    // How often everything was saved.
+    [[nodiscard]] long saves() const {
+        const auto& keys = platform.defaults.written;
+        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
+    }
+
+private:
+    [[nodiscard]] static QQuickItem* control(QQuickItem* under, const QString& name) {
+        if (!under->isVisible()) {
+            return nullptr;
+        }
+        if (const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(under);
+            spoken != nullptr && spoken->text(QAccessible::Name) == name &&
+            spoken->role() != QAccessible::StaticText) {
+            return under;
+        }
+        for (QQuickItem* child : under->childItems()) {
+            if (QQuickItem* found = control(child, name)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+};
+
+} // namespace varnhold::testing

@@ -1,0 +1,127 @@
+#include <QApplication>
+#include <filesystem>
+
+#include "../pictures.h"
+#include "shown_sheets.h"
+#include "views/colours.h"
+
+namespace varnhold::testing {
+namespace {
+
+struct WindowPictures : ::testing::TestWithParam<bool>, ShownSheets {
+    void SetUp() override {
+        QApplication::setPalette(GetParam() ? darkPalette() : lightPalette());
+        QApplication::setCursorFlashTime(0); // a cursor that stays
+    }
+    void TearDown() override {
+        QApplication::setCursorFlashTime(1000);
+        QApplication::setPalette(lightPalette());
+    }
+
+    void expect(const char* name, const QRect& part = {}) {
+        platform.settle();
+        expectPicture(QString::fromLatin1(name) +
+                          (GetParam() ? QStringLiteral("-dark") : QString()),
+                      part.isNull() ? page->grab() : page->grab(part));
+    }
+
+    // The sheet of that name when it has come, with some of what it dims.
+    void expectSheet(const char* name, const QSize& size) {
+        view->changed();
+        const auto* place = page->rootObject()->findChild<QQuickItem*>(QStringLiteral("overlay"));
+        ASSERT_NE(place, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([place] { return qFuzzyCompare(place->opacity(), 1.0); }));
+        QRect part(QPoint(), size + QSize(80, 80));
+        part.moveCenter(page->rect().center());
+        expect(name, part);
+    }
+
+    void takeSampleFleet() {
+        std::filesystem::copy(VIEWS_TESTS "/../../examples/fleet", constants.appSupportDir,
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+        open();
+        view->loadSettings();
+        view->refresh();
+    }
+};
+
+TEST_P(WindowPictures, WithNothingInIt) {
+    show();
+    expect("window-empty");
+}
+
+TEST_P(WindowPictures, WithTheSampleFleet) {
+    takeSampleFleet();
+    show();
+    expect("window-fleet");
+}
+
+TEST_P(WindowPictures, WithHints) {
+    takeSampleFleet();
+    view->showHints = true;
+    show();
+    expect("window-hints");
+}
+
+TEST_P(WindowPictures, Alert) {
+    show();
+    view->alertMsg = "Cerebras models are thinking/reasoning only — they cannot execute tool calls "
+                     "or process media. Place them in the Architect or Governor chain only.";
+    view->showAlert = true;
+    expectSheet("sheet-alert", {320, 180});
+}
+
+TEST_P(WindowPictures, TokenSheet) {
+    show();
+    view->tokenSheetBot = varnhold::testing::bot("ops");
+    expectSheet("sheet-token", {480, 210});
+}
+
+TEST_P(WindowPictures, PromptEditor) {
+    show();
+    view->editingBot = view->userBots.front();
+    expectSheet("sheet-prompt", {500, 400});
+}
+
+TEST_P(WindowPictures, Welcome) {
+    show();
+    view->showWelcome = true;
+    expectSheet("sheet-welcome", {560, 620});
+}
+
+TEST_P(WindowPictures, EndOfTheWelcome) {
+    show();
+    view->showWelcome = true;
+    view->changed();
+    press(Qt::Key_PageDown);
+    press(Qt::Key_PageDown);
+    expectSheet("sheet-welcome-end", {560, 620});
+}
+
+TEST_P(WindowPictures, LibraryTip) {
+    show();
+    view->showLibraryTip = true;
+    expectSheet("sheet-tip", {420, 400});
+}
+
+TEST_P(WindowPictures, AddModel) {
+    show();
+    view->showAddModelSheet = true;
+    view->changed();
+    type(QStringLiteral("gpt-5"));
+    expectSheet("sheet-add-model", {380, 300});
+}
+
+TEST_P(WindowPictures, Groups) {
+    takeSampleFleet();
+    show();
+    view->showManageGroupsSheet = true;
+    expectSheet("sheet-groups", {420, 240});
+}
+
+INSTANTIATE_TEST_SUITE_P(All, WindowPictures, ::testing::Bool(),
+                         [](const auto& which) { return which.param ? "Dark" : "Light"; });
+
+} // namespace
+} // namespace varnhold::testing
