@@ -1,8 +1,6 @@
 #pragma once
 
 #include <QMimeData>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <algorithm>
 
 #include "announced.h"
@@ -10,9 +8,9 @@
 
 namespace varnhold::testing {
 
-// The left pane and the top block on a record of their own. Agents named in `running` are alive.
+// The window, with what its left pane and its top block need of their surroundings. Agents named in
+// `running` are alive.
 struct ShownColumns : ShownSettings {
-    QQuickItem* columns = nullptr;
     std::vector<std::string> running;
 
     ShownColumns() {
@@ -27,18 +25,11 @@ struct ShownColumns : ShownSettings {
         };
     }
 
-    void show(const QSize& size = {1200, 850}, int paneWidth = 280) {
-        ShownSettings::show(size);
-        QQmlComponent component(page->engine(),
-                                QUrl::fromLocalFile(QStringLiteral(VIEWS_TESTS) +
-                                                    QStringLiteral("/settings/Columns.qml")));
-        QObject* made = component.createWithInitialProperties(
-            {{QStringLiteral("settings"), QVariant::fromValue(model.get())},
-             {QStringLiteral("paneWidth"), paneWidth},
-             {QStringLiteral("parent"), QVariant::fromValue(page->rootObject())}});
-        ASSERT_NE(made, nullptr) << qPrintable(component.errorString());
-        made->setParent(page);
-        columns = qobject_cast<QQuickItem*>(made);
+    void show(int paneWidth = 280) {
+        ShownSettings::show();
+        auto* pane = page->rootObject()->findChild<QQuickItem*>(QStringLiteral("leftPane"));
+        ASSERT_NE(pane, nullptr);
+        pane->parentItem()->setProperty("leftWidth", paneWidth);
         settle();
     }
 
