@@ -21,7 +21,10 @@ namespace {
 // drivers of one would more than double what the supervisor takes of memory. QT_QUICK_BACKEND has
 // the last word.
 QWidget* drawnBySoftware(QWidget* parent) {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    if (QQuickWindow::sceneGraphBackend().isEmpty() &&
+        !qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
     return parent;
 }
 

@@ -139,7 +139,9 @@ TEST(BotsBlock, OffersToConnectABotWithoutAToken) {
     EXPECT_NE(fleet.inRow("🤖 ops"_q, "Telegram"_q), nullptr);
     fleet.click(fleet.inRow("🤖 dev"_q, "Connect"_q));
     EXPECT_EQ(fleet.view->tokenSheetBot->role, "dev");
-    fleet.view->tokenSheetBot.reset();
+    fleet.press(Qt::Key_Escape);
+    EXPECT_FALSE(fleet.view->tokenSheetBot);
+    fleet.settle();
     fleet.openMenu("🤖 dev"_q);
     fleet.chooseFromMenu("Set Token…"_q);
     EXPECT_EQ(fleet.view->tokenSheetBot->role, "dev");

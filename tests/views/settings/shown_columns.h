@@ -37,7 +37,7 @@ struct ShownColumns : ShownSettings {
     void settle() {
         platform.settle();
         QCoreApplication::processEvents();
-        static_cast<void>(page->grab());
+        static_cast<void>(page->grabFramebuffer());
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
