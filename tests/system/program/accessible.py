@@ -53,6 +53,6 @@ def focused(program):
     return found
 
 
-def middle(each):
-    area = each.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
-    return area.x + area.width // 2, area.y + area.height // 2
+def area_of(each):
+    """Where it is on the screen; what is scrolled away has a place too, though not one to click at."""
+    return each.get_component_iface().get_extents(Atspi.CoordType.SCREEN)

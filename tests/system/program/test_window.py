@@ -8,14 +8,16 @@ import os
 import sys
 import unittest
 
-from accessible import find, focused, middle
+from accessible import area_of, find, focused
 from session import Session, wait_until
 from user_manager import start_session_bus
 
 PROGRAM = "Varnhold"
 MODEL = "Claude Haiku 4.5"
 MODEL_ID = "claude-haiku-4-5"
-CHAIN = "Models of Architect Chain"
+CHAIN = "End of Architect Chain"  # under its last model, where a drop appends
+EDGE = 70  # nearer to it the page scrolls while something is dragged
+WHEEL_AT = (900, 700)  # over the chains, on the screen of the session
 MOST_STEPS = 150  # of the Tab key: more than the window has places
 
 
@@ -57,10 +59,25 @@ class WindowTest(unittest.TestCase):
         self.assertNotEqual(after[-1]["uniqueId"], original["uniqueId"])
         self.assertEqual({**after[-1], "uniqueId": original["uniqueId"]}, original)
 
+    def scroll_to(self, name):
+        """Turns the wheel over the chains until the lower end of a zone is in sight."""
+        bottom = area_of(wait_until("the bar at the bottom", lambda: find(PROGRAM, "Reset"))).y - EDGE
+        self.session.tool("xdotool", "mousemove", WHEEL_AT[0], WHEEL_AT[1])
+        for _ in range(MOST_STEPS):
+            zone = find(PROGRAM, name)
+            if zone:
+                area = area_of(zone)
+                if area.y + area.height < bottom:
+                    return area
+            self.session.tool("xdotool", "click", "5", "sleep", "0.05")
+        self.fail(f"the wheel doesn't lead to {name}")
+
     def test_a_model_is_added_to_a_chain_by_mouse(self):
-        row = wait_until("the model in the library", lambda: find(PROGRAM, MODEL, "list item"))
-        zone = wait_until("the chain", lambda: find(PROGRAM, CHAIN))
-        (x, y), (to_x, to_y) = middle(row), middle(zone)
+        row = area_of(wait_until("the model in the library",
+                                 lambda: find(PROGRAM, MODEL, "list item")))
+        zone = self.scroll_to(CHAIN)
+        x, y = row.x + row.width // 3, row.y + row.height // 2
+        to_x, to_y = zone.x + zone.width // 2, zone.y + zone.height - 12
         self.session.tool("xdotool", "mousemove", x, y, "mousedown", 1)
         for step in range(1, 21):
             self.session.tool("xdotool", "mousemove", x + (to_x - x) * step // 20,
