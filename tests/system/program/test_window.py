@@ -1,4 +1,4 @@
-"""A newcomer's first edit in the settings window, as a user makes it: by mouse, and by keys alone.
+"""What is dragged in the settings window, as a user drags it: by mouse, and by keys alone.
 
 Each test runs in a sandbox and a process of its own: test_window.py BUILD_FOLDER TEST_NAME
 """
@@ -8,8 +8,8 @@ import os
 import sys
 import unittest
 
-from accessible import area_of, find, focused
-from session import Session, wait_until
+from accessible import area_of, everything, find, focused
+from session import Session, label_of, wait_until
 from user_manager import start_session_bus
 
 PROGRAM = "Varnhold"
@@ -76,14 +76,55 @@ class WindowTest(unittest.TestCase):
         row = area_of(wait_until("the model in the library",
                                  lambda: find(PROGRAM, MODEL, "list item")))
         zone = self.scroll_to(CHAIN)
+        self.drag(row, zone)
+        self.assert_the_model_was_added()
+
+    def drag(self, row, zone):
+        """From the row to the lower end of the zone, which has no rows."""
         x, y = row.x + row.width // 3, row.y + row.height // 2
-        to_x, to_y = zone.x + zone.width // 2, zone.y + zone.height - 12
+        to_x, to_y = zone.x + zone.width // 2, zone.y + zone.height - 8
         self.session.tool("xdotool", "mousemove", x, y, "mousedown", 1)
         for step in range(1, 21):
             self.session.tool("xdotool", "mousemove", x + (to_x - x) * step // 20,
                               y + (to_y - y) * step // 20, "sleep", "0.02")
         self.session.tool("xdotool", "sleep", "0.3", "mouseup", 1)
-        self.assert_the_model_was_added()
+
+    def place_of(self, name, role):
+        return area_of(wait_until(name, lambda: find(PROGRAM, name, role)))
+
+    def test_a_model_is_put_at_the_head_of_a_chain_by_mouse(self):
+        strip = self.scroll_to("Top of Architect Chain")
+        self.drag(self.place_of(MODEL, "list item"), strip)
+        wait_until("the chain has grown", lambda: len(self.chain()) == len(self.before) + 1)
+        self.assertEqual(self.chain()[0]["id"], MODEL_ID)
+        self.assertEqual(self.chain()[1:], self.before)
+
+    def test_a_model_leaves_its_chain_by_being_dragged_to_the_library(self):
+        chain = self.scroll_to(CHAIN)
+        areas = [area_of(each) for each in everything(PROGRAM)
+                 if each.get_name() == self.before[-1]["name"]
+                 and each.get_role_name() == "list item"]
+        row = next(area for area in areas if chain.x <= area.x < chain.x + chain.width
+                   and chain.y <= area.y < chain.y + chain.height)
+        library = self.place_of("Library", "panel")
+        library.height = 60  # its other end lies under the window's edge
+        self.drag(row, library)
+        wait_until("the chain has shrunk", lambda: self.chain() == self.before[:-1])
+
+    def test_a_bot_is_assigned_to_a_chain_by_mouse(self):
+        zone = self.scroll_to("Bots of Coding Chain")
+        self.drag(self.place_of("🧭 Planner", "list item"), zone)
+        assignments = self.session.support / "chain_bot_assignments.json"
+        wait_until("the bot is assigned", lambda: label_of("planner") in json.loads(
+            assignments.read_text())["worker"])
+
+    def test_a_bot_is_assigned_to_a_group_by_mouse(self):
+        zone = self.place_of("Bots of Launch Crew", "panel")
+        self.drag(self.place_of("🔬 Researcher", "list item"), zone)
+        groups = self.session.support / "custom_groups.json"
+        wait_until("the bot is in the group", lambda: label_of("researcher") in next(
+            group for group in json.loads(groups.read_text())
+            if group["name"] == "Launch Crew")["assignedBotLabels"])
 
     def press_until(self, key, what, arrived):
         for _ in range(MOST_STEPS):
