@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <cstdlib>
+#include <optional>
 #include <unistd.h>
 
 #include "app/app_delegate.h"
@@ -13,7 +14,27 @@
 
 namespace {
 
-constexpr const char* platformVariable = "QT_QPA_PLATFORM";
+// Under X11 the strip can be placed, even by a Wayland desktop's own X server. The toolkit is told
+// so as it starts, and children must not inherit it: their toolkits know better.
+class PreferX11 final {
+public:
+    PreferX11() {
+        if (!userHasChosen_) {
+            qputenv(variable, "xcb;wayland");
+        }
+    }
+    ~PreferX11() {
+        if (!userHasChosen_) {
+            qunsetenv(variable);
+        }
+    }
+    PreferX11(const PreferX11&) = delete;
+    PreferX11& operator=(const PreferX11&) = delete;
+
+private:
+    static constexpr const char* variable = "QT_QPA_PLATFORM";
+    const bool userHasChosen_ = qEnvironmentVariableIsSet(variable);
+};
 
 } // namespace
 
@@ -25,16 +46,9 @@ int main(int argc, char** argv) {
     const varnhold::Constants constants(system->homeDirectory());
     const varnhold::Roster roster;
 
-    // Under X11 the strip can be placed, even by a Wayland desktop's own X server. Children must
-    // not inherit this: their toolkits know better.
-    const bool platformIsChosen = qEnvironmentVariableIsSet(platformVariable);
-    if (!platformIsChosen) {
-        qputenv(platformVariable, "xcb;wayland");
-    }
+    std::optional<PreferX11> preference(std::in_place);
     QApplication app(argc, argv);
-    if (!platformIsChosen) {
-        qunsetenv(platformVariable);
-    }
+    preference.reset();
     QApplication::setApplicationName(QStringLiteral("Varnhold"));
     QApplication::setDesktopFileName(QStringLiteral("varnhold"));
     // Closing the settings window must never take the fleet down.
