@@ -343,8 +343,9 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual(second.returncode, 0)
         wait_until("the window", lambda: desktop.windows("^Varnhold$"))
         self.assertEqual(len(desktop.instances()), 1)
-        new = [call for call in desktop.calls("")[len(before):] if call != "list"]
-        self.assertEqual(new, [])
+        # Polls and the window's look after each agent go on; nothing is started, stopped or loaded.
+        new = {call.split()[0] for call in desktop.calls("")[len(before):]}
+        self.assertLessEqual(new, {"list"})
 
     def test_second_start_shows_the_window_of_the_first_through_the_socket(self):
         desktop, _ = self.with_strip()

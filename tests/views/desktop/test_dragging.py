@@ -27,8 +27,8 @@ class Guest:
         self.lines = queue.Queue()
         threading.Thread(target=self.read, daemon=True).start()
         self.places = {}
-        for line in self.hear_until("ready")[:-1]:
-            _, name, x, y = line.split()
+        told = [line.split() for line in self.hear_until("ready")]
+        for _, name, x, y in (words for words in told if words[0] == "at"):
             self.places[name] = (int(x), int(y))
 
     def read(self):
