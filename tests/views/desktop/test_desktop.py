@@ -368,6 +368,10 @@ class DesktopTest(unittest.TestCase):
         def stamps():
             return {path: path.lstat().st_mtime_ns for path in desktop.support.rglob("*")}
         desktop.await_launched()
+        # The window saves when it first opens; what a save writes last shows that this is over.
+        desktop.run_second()
+        last = desktop.support / ".preferred-provider.json"
+        wait_until("the first save", lambda: last.exists() and last.stat().st_size)
         before = stamps()
         self.second_start(desktop)
         self.assertEqual(stamps(), before)
