@@ -363,19 +363,6 @@ class DesktopTest(unittest.TestCase):
         desktop.strip()
         self.second_start(desktop)
 
-    def test_second_start_touches_no_file(self):
-        desktop, _ = self.with_strip()
-        def stamps():
-            return {path: path.lstat().st_mtime_ns for path in desktop.support.rglob("*")}
-        desktop.await_launched()
-        # The window saves when it first opens; what a save writes last shows that this is over.
-        desktop.run_second()
-        last = desktop.support / ".preferred-provider.json"
-        wait_until("the first save", lambda: last.exists() and last.stat().st_size)
-        before = stamps()
-        self.second_start(desktop)
-        self.assertEqual(stamps(), before)
-
     def test_start_after_a_crash_is_stopped_by_nothing_left_behind(self):
         for bus in (False, True):
             with self.subTest(bus=bus):
