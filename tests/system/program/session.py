@@ -33,6 +33,19 @@ def command_lines():
     return lines
 
 
+def await_window_manager(tool):
+    """Waits until a window manager acts on what it is asked, given a function that runs a tool.
+
+    It tells that it is there before it is. What comes in between openbox reads and then lets lie until
+    something else happens: a window that is mapped just then would never be seen.
+    """
+    for desk in ("1", "0"):
+        def switched():
+            tool("xdotool", "set_desktop", desk)
+            return tool("xdotool", "get_desktop").stdout.strip() == desk
+        wait_until("the window manager", switched)
+
+
 class Session:
     def __init__(self, build, bots=None):
         """With the sample fleet, or with a number of plain bots instead."""
@@ -55,7 +68,7 @@ class Session:
         self.window_manager = subprocess.Popen(["openbox"], env=self.environment,
                                                stdout=subprocess.DEVNULL,
                                                stderr=subprocess.DEVNULL)
-        wait_until("the window manager", lambda: self.tool("wmctrl", "-m").returncode == 0)
+        await_window_manager(self.tool)
         self.supervisor = None
 
     # -- the supervisor -------------------------------------------------------------------------

@@ -14,7 +14,7 @@ import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(SOURCE / "tests/system/program"))
-from session import command_lines, wait_until  # noqa: E402
+from session import await_window_manager, command_lines, wait_until  # noqa: E402
 
 DISPLAY = ":99"
 BUS = "unix:path=/tmp/runtime/bus"
@@ -60,8 +60,7 @@ class Desktop:
             wait_until("the bus", lambda: self.bus_names())
         if manager:
             self.spawn("openbox")
-            wait_until("the window manager", lambda: "_NET_SUPPORTING_WM_CHECK(WINDOW)" in
-                       self.tool("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").stdout)
+            await_window_manager(self.tool)
 
     # -- the fleet ------------------------------------------------------------------------------
 
