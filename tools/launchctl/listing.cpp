@@ -9,7 +9,7 @@ namespace varnhold::services {
 
 namespace {
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string out = "\"";
     // A reader that finds anything but UTF-8 gives up the whole listing.
     for (const char c : unicode::repaired(text)) {
@@ -34,7 +34,7 @@ std::string quoted(std::string_view text) {
 }
 
 std::string line(std::string_view key, const std::string& value) {
-    return "\t" + quoted(key) + " = " + value + ";\n";
+    return "\t" + inQuotes(key) + " = " + value + ";\n";
 }
 
 } // namespace
@@ -54,19 +54,19 @@ std::string jobTable(const std::vector<JobState>& jobs) {
 
 std::string jobProperties(const JobState& state, const PropertyList& list) {
     std::string out = "{\n";
-    out += line("StandardOutPath", quoted(list.standardOutPath));
-    out += line("LimitLoadToSessionType", quoted("Aqua"));
-    out += line("StandardErrorPath", quoted(list.standardErrorPath));
-    out += line("Label", quoted(state.label));
+    out += line("StandardOutPath", inQuotes(list.standardOutPath));
+    out += line("LimitLoadToSessionType", inQuotes("Aqua"));
+    out += line("StandardErrorPath", inQuotes(list.standardErrorPath));
+    out += line("Label", inQuotes(state.label));
     out += line("OnDemand", list.keepAlive ? "false" : "true");
     out += line("LastExitStatus", std::to_string(state.lastEnd));
     if (state.process) {
         out += line("PID", std::to_string(*state.process));
     }
-    out += line("Program", quoted(list.programArguments.front()));
+    out += line("Program", inQuotes(list.programArguments.front()));
     out += "\t\"ProgramArguments\" = (\n";
     for (const std::string& argument : list.programArguments) {
-        out += "\t\t" + quoted(argument) + ";\n";
+        out += "\t\t" + inQuotes(argument) + ";\n";
     }
     return out + "\t);\n};\n";
 }

@@ -22,7 +22,7 @@ namespace {
 using namespace std::chrono_literals;
 
 // An agent that ignores a polite end is killed after this; longer would hold up Quit.
-constexpr const char* exitTimeout = "5000"; // milliseconds
+constexpr const char* killTimeout = "5000"; // milliseconds
 constexpr auto supervisorLimit = 10s;
 constexpr auto unloadLimit = 30s; // the exit timeout and a loaded machine
 
@@ -134,7 +134,7 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
         return writeScript(job.folder() + "/finish",
                            helper + " --ended " + folder + " \"$1\" \"$2\"");
     });
-    then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", exitTimeout); });
+    then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", killTimeout); });
     then([&] { return files::writeInPlace(job.folder() + "/timeout-finish", "0"); }); // no limit
     then([&] { return job.askToListen(); });
     then([&] { return starts ? Result<void>() : files::writeInPlace(job.folder() + "/down", ""); });

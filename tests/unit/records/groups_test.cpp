@@ -13,7 +13,7 @@ using ::testing::IsEmpty;
 
 constexpr Color gray{0.94, 0.94, 0.94};
 
-CustomBotGroup withColor(const char* hex) {
+CustomBotGroup groupOfColor(const char* hex) {
     return {.name = "g", .colorHex = hex};
 }
 
@@ -41,21 +41,21 @@ TEST(Group, BeginsEmptyWithAFreshIdentityAndAPastel) {
 }
 
 TEST(PastelColor, IsTheSameForSmallAndCapitalDigits) {
-    EXPECT_EQ(withColor("ffe8cc").pastelColor(), withColor("FFE8CC").pastelColor());
-    EXPECT_EQ(withColor("FFE8CC").pastelColor(), (Color{1.0, 232 / 255.0, 204 / 255.0}));
-    EXPECT_EQ(withColor("000000").pastelColor(), (Color{0, 0, 0}));
+    EXPECT_EQ(groupOfColor("ffe8cc").pastelColor(), groupOfColor("FFE8CC").pastelColor());
+    EXPECT_EQ(groupOfColor("FFE8CC").pastelColor(), (Color{1.0, 232 / 255.0, 204 / 255.0}));
+    EXPECT_EQ(groupOfColor("000000").pastelColor(), (Color{0, 0, 0}));
 }
 
 TEST(PastelColor, IsGrayWithALeadingNumberSignOrForNoDigits) {
-    EXPECT_EQ(withColor("#FFE8CC").pastelColor(), gray);
-    EXPECT_EQ(withColor("FFZZZZ").pastelColor(), gray);
-    EXPECT_EQ(withColor("ghijkl").pastelColor(), gray);
+    EXPECT_EQ(groupOfColor("#FFE8CC").pastelColor(), gray);
+    EXPECT_EQ(groupOfColor("FFZZZZ").pastelColor(), gray);
+    EXPECT_EQ(groupOfColor("ghijkl").pastelColor(), gray);
 }
 
 TEST(PastelColor, IsGrayForAnythingThatNumberParsersLetThrough) {
     for (const char* hex :
          {"", "FFF", "0xFFFF", " FFFFF", "FFFFF ", "+FFFFF", "-FFFFF", "FFD6D6D"}) {
-        EXPECT_EQ(withColor(hex).pastelColor(), gray) << hex;
+        EXPECT_EQ(groupOfColor(hex).pastelColor(), gray) << hex;
     }
 }
 

@@ -17,7 +17,7 @@ const AIModelItem full{.uniqueId = "U",
                        .type = "cli",
                        .provider_key = "claude"};
 
-AIModelItem withColor(std::string color) {
+AIModelItem modelOfColor(std::string color) {
     return {.id = "i", .name = "n", .family = "f", .color = std::move(color)};
 }
 
@@ -41,18 +41,18 @@ TEST(Model, IsShownByItsNameUnchanged) {
 TEST(Model, HasTheThemeColourOfThatName) {
     for (const char* each :
          {"purple", "blue", "green", "orange", "cyan", "red", "teal", "indigo", "pink", "yellow"}) {
-        EXPECT_EQ(name(withColor(each).themeColor()), each);
+        EXPECT_EQ(name(modelOfColor(each).themeColor()), each);
     }
 }
 
 TEST(Model, IsIndigoForAColourSpelledWithACapital) {
-    EXPECT_EQ(withColor("Purple").themeColor(), ThemeColor::indigo);
+    EXPECT_EQ(modelOfColor("Purple").themeColor(), ThemeColor::indigo);
 }
 
 TEST(Model, IsIndigoForAnyOtherColour) {
-    EXPECT_EQ(withColor("").themeColor(), ThemeColor::indigo);
-    EXPECT_EQ(withColor("purple ").themeColor(), ThemeColor::indigo);
-    EXPECT_EQ(withColor("mauve").themeColor(), ThemeColor::indigo);
+    EXPECT_EQ(modelOfColor("").themeColor(), ThemeColor::indigo);
+    EXPECT_EQ(modelOfColor("purple ").themeColor(), ThemeColor::indigo);
+    EXPECT_EQ(modelOfColor("mauve").themeColor(), ThemeColor::indigo);
 }
 
 TEST(Model, DiffersByEachOfItsSevenFieldsInEqualityAndHash) {
@@ -88,12 +88,13 @@ TEST(Model, IsAbsentWhereAnOptionalFieldIsNullOrMissing) {
     const auto model = decodeChain(
         R"([{"id":"i","name":"n","family":"f","color":"c","type":null,"uniqueId":null}])");
     ASSERT_TRUE(model) << model.error();
-    EXPECT_EQ(model->front(), withColor("c"));
+    EXPECT_EQ(model->front(), modelOfColor("c"));
 }
 
 TEST(Model, LeavesAbsentFieldsOutAndKeepsEmptyOnes) {
-    EXPECT_EQ(encodeChain({withColor("c")}), R"([{"id":"i","name":"n","family":"f","color":"c"}])");
-    AIModelItem model = withColor("");
+    EXPECT_EQ(encodeChain({modelOfColor("c")}),
+              R"([{"id":"i","name":"n","family":"f","color":"c"}])");
+    AIModelItem model = modelOfColor("");
     model.uniqueId = "";
     model.type = "";
     model.provider_key = "";

@@ -7,8 +7,8 @@ using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-struct Rows : Editing {
-    Rows() {
+struct RowDrops : Editing {
+    RowDrops() {
         view->workerModels = {libraryModel("a", "A"), libraryModel("b", "B"),
                               libraryModel("c", "C")};
         view->photoModels = {libraryModel("p", "P")};
@@ -24,7 +24,7 @@ struct Rows : Editing {
 };
 
 TEST(Drag, GivesTheUidAndMarksTheRow) {
-    Rows settings;
+    RowDrops settings;
     EXPECT_EQ(settings.drag(settings.view->workerModels[0]), "A");
     EXPECT_EQ(settings.drag(libraryModel("plain")), "plain");
     EXPECT_EQ(settings.view->draggingItem, libraryModel("plain"));
@@ -33,7 +33,7 @@ TEST(Drag, GivesTheUidAndMarksTheRow) {
 }
 
 TEST(Drag, ThatIsGivenUpEndsAfterTwoSecondsAndFadesIn) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     EXPECT_THAT(settings.platform.record, ElementsAre("post main after 2000"));
     settings.platform.advance(1999ms);
@@ -46,7 +46,7 @@ TEST(Drag, ThatIsGivenUpEndsAfterTwoSecondsAndFadesIn) {
 }
 
 TEST(Drag, OutlivesTheTwoSecondsOfAnEarlierOne) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.platform.advance(1s);
     settings.drag(settings.view->workerModels[1]);
@@ -59,7 +59,7 @@ TEST(Drag, OutlivesTheTwoSecondsOfAnEarlierOne) {
 }
 
 TEST(Drag, OfTheSameRowAgainEndsWithTheFirstTwoSeconds) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.platform.advance(1500ms);
     settings.drag(settings.view->workerModels[0]);
@@ -68,7 +68,7 @@ TEST(Drag, OfTheSameRowAgainEndsWithTheFirstTwoSeconds) {
 }
 
 TEST(Drag, ThatHasEndedIsNotEndedAgain) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.view->handleLibraryDrop({});
     settings.animations.clear();
@@ -77,7 +77,7 @@ TEST(Drag, ThatHasEndedIsNotEndedAgain) {
 }
 
 TEST(Drag, OfAStateThatHasGoneEndsNothing) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.view.reset();
     settings.platform.advance(2s);
@@ -85,7 +85,7 @@ TEST(Drag, OfAStateThatHasGoneEndsNothing) {
 }
 
 TEST(RowDrop, ReordersLiveWithoutSaving) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.enter(1);
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("b", "a", "c"));
@@ -97,7 +97,7 @@ TEST(RowDrop, ReordersLiveWithoutSaving) {
 }
 
 TEST(RowDrop, AnnouncesEachLiveStepAsAMove) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.animations.clear();
     settings.enter(2);
@@ -109,7 +109,7 @@ TEST(RowDrop, AnnouncesEachLiveStepAsAMove) {
 }
 
 TEST(RowDrop, IsSavedWhereTheDraggedRowBelongs) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[2]);
     settings.enter(0);
     EXPECT_TRUE(settings.release(0));
@@ -120,7 +120,7 @@ TEST(RowDrop, IsSavedWhereTheDraggedRowBelongs) {
 }
 
 TEST(RowDrop, OfALibraryRowOrAnotherChainsRowInsertsNothing) {
-    Rows settings;
+    RowDrops settings;
     settings.view->directModels = {libraryModel("m")};
     for (const AIModelItem& item : {libraryModel("m"), settings.view->photoModels[0]}) {
         settings.drag(item);
@@ -136,7 +136,7 @@ TEST(RowDrop, OfALibraryRowOrAnotherChainsRowInsertsNothing) {
 }
 
 TEST(RowDrop, EndsItsLiveReorderingWhenTheDragLastsTooLong) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
     settings.platform.advance(2s);
     settings.enter(2);
@@ -146,7 +146,7 @@ TEST(RowDrop, EndsItsLiveReorderingWhenTheDragLastsTooLong) {
 }
 
 TEST(RowDrop, OnTheDraggedRowItselfMovesNothing) {
-    Rows settings;
+    RowDrops settings;
     settings.drag(settings.view->workerModels[1]);
     settings.enter(1);
     EXPECT_THAT(settings.moves, IsEmpty());
@@ -155,7 +155,7 @@ TEST(RowDrop, OnTheDraggedRowItselfMovesNothing) {
 }
 
 TEST(RowDrop, OnARowThatHasGoneMovesNothing) {
-    Rows settings;
+    RowDrops settings;
     auto target =
         settings.view->rowDropDelegate(settings.view->workerModels[2], TargetList::worker);
     settings.drag(settings.view->workerModels[0]);
@@ -166,7 +166,7 @@ TEST(RowDrop, OnARowThatHasGoneMovesNothing) {
 }
 
 TEST(RowDrop, ProposesTheMoveOperation) {
-    Rows settings;
+    RowDrops settings;
     const auto row =
         settings.view->rowDropDelegate(settings.view->workerModels[0], TargetList::worker);
     EXPECT_EQ(row.dropUpdated(), DropProposal::move);
@@ -186,7 +186,7 @@ TEST(RowDrop, WorksOnAnyListWithoutWatchers) {
 }
 
 TEST(RowDrop, ReleasedOutsideAnyRowIsWrittenByTheNextSave) {
-    Rows settings;
+    RowDrops settings;
     settings.view->save();
     settings.drag(settings.view->workerModels[0]);
     settings.enter(2);

@@ -13,8 +13,6 @@ using ::testing::IsEmpty;
 using ::testing::Property;
 using ::testing::SizeIs;
 
-constexpr const char* opsLabel = "com.ostrelleai.ops.telegramd";
-
 void typeInForm(ModelSelectorView& view, const std::string& role, const std::string& token) {
     view.newBotRole = role;
     view.newBotToken = token;

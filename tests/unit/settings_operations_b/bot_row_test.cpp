@@ -9,8 +9,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
-constexpr const char* opsLabel = "com.ostrelleai.ops.telegramd";
-
 BotConfig ops(const std::string& token = "1:a") {
     BotConfig record = bot("ops");
     record.token = token;

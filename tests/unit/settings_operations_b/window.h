@@ -10,6 +10,9 @@
 
 namespace varnhold::testing {
 
+// Of the bot that most tests are about.
+inline constexpr const char* opsLabel = "com.ostrelleai.ops.telegramd";
+
 // An open settings window with a fleet: the built-in governor and whoever a test adds.
 struct Window : SettingsHome {
     Window() { open(); }

@@ -17,7 +17,7 @@ using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 constexpr std::uint64_t ownId = 501;
-constexpr const char* label = "com.example.agent";
+constexpr const char* agentLabel = "com.example.agent";
 constexpr const char* inputOutputError = "Bootstrap failed: 5: Input/output error\n";
 
 class Perform : public ::testing::Test {
@@ -46,7 +46,8 @@ protected:
     }
 
     void loadRunning() {
-        manager.loaded[label] = {JobState{.label = label, .process = 447}, listOf(label)};
+        manager.loaded[agentLabel] = {JobState{.label = agentLabel, .process = 447},
+                                      listOf(agentLabel)};
     }
 
     void expectNothingDone(const Said& said) {
@@ -86,7 +87,7 @@ TEST_F(Perform, ListOfAManagerThatIsAwayGivesNoTable) {
 
 TEST_F(Perform, ListOfALabelShowsItsProperties) {
     loadRunning();
-    const Said said = say(ListJob{label});
+    const Said said = say(ListJob{agentLabel});
     EXPECT_EQ(said.code, 0);
     EXPECT_THAT(said.out, HasSubstr("\t\"PID\" = 447;\n"));
     EXPECT_EQ(said.error, "");
@@ -100,7 +101,7 @@ TEST_F(Perform, ListOfAnUnknownLabelSaysSo) {
 }
 
 TEST_F(Perform, BootstrapHandsTheFileOverAsItIs) {
-    const std::string path = writeList(label);
+    const std::string path = writeList(agentLabel);
     const Said said = say(Bootstrap{ownId, {path}});
     EXPECT_EQ(said.code, 0);
     EXPECT_EQ(said.out + said.error, "");
@@ -109,7 +110,7 @@ TEST_F(Perform, BootstrapHandsTheFileOverAsItIs) {
 
 TEST_F(Perform, BootstrapOfALoadedJobFailsAndTouchesNothing) {
     loadRunning();
-    const Said said = say(Bootstrap{ownId, {writeList(label)}});
+    const Said said = say(Bootstrap{ownId, {writeList(agentLabel)}});
     EXPECT_EQ(said.code, 5);
     EXPECT_EQ(said.error, std::string(inputOutputError) +
                               "Try re-running the command as root for richer errors.\n");
@@ -166,7 +167,7 @@ TEST_F(Perform, BootstrapOfAFolderLoadsItsPropertyListsInTheOrderOfTheirNames) {
 
 TEST_F(Perform, BootstrapOfAFolderGoesOnAfterAFileThatIsLoadedAlreadyOrBad) {
     loadRunning();
-    writeList(label);
+    writeList(agentLabel);
     writeList("com.z");
     home.write(home.at("bad.plist"), "");
     const Said said = say(Bootstrap{ownId, {home.path()}});
@@ -183,7 +184,7 @@ TEST_F(Perform, BootstrapOfAnEmptyFolderHasNothingToDo) {
 
 TEST_F(Perform, BootstrapTellsWhyAManagerRefused) {
     manager.broken = "the disk is full";
-    const std::string path = writeList(label);
+    const std::string path = writeList(agentLabel);
     const Said said = say(Bootstrap{ownId, {path}});
     EXPECT_EQ(said.code, 5);
     EXPECT_EQ(said.error, inputOutputError + path + ": the disk is full\n");
@@ -191,9 +192,9 @@ TEST_F(Perform, BootstrapTellsWhyAManagerRefused) {
 
 TEST_F(Perform, BootoutKickstartAndStopOfALoadedJobSayNothing) {
     loadRunning();
-    for (const Command& command :
-         std::initializer_list<Command>{Bootout{ownId, label}, Kickstart{ownId, label, false},
-                                        Kickstart{ownId, label, true}, Stop{label}}) {
+    for (const Command& command : std::initializer_list<Command>{
+             Bootout{ownId, agentLabel}, Kickstart{ownId, agentLabel, false},
+             Kickstart{ownId, agentLabel, true}, Stop{agentLabel}}) {
         const Said said = say(command);
         EXPECT_EQ(said.code, 0);
         EXPECT_EQ(said.out + said.error, "");
@@ -226,10 +227,10 @@ TEST_F(Perform, AnotherUsersDomainIsRefused) {
     const Said bootstrap = say(Bootstrap{502, {writeList("com.new")}});
     EXPECT_EQ(bootstrap.code, 125);
     EXPECT_EQ(bootstrap.error, "Bootstrap failed" + rest);
-    const Said bootout = say(Bootout{502, label});
+    const Said bootout = say(Bootout{502, agentLabel});
     EXPECT_EQ(bootout.code, 125);
     EXPECT_EQ(bootout.error, "Boot-out failed" + rest);
-    const Said kickstart = say(Kickstart{0, label, true});
+    const Said kickstart = say(Kickstart{0, agentLabel, true});
     EXPECT_EQ(kickstart.code, 125);
     EXPECT_EQ(kickstart.error, "Kickstart failed" + rest);
     expectNothingDone(kickstart);
@@ -238,7 +239,7 @@ TEST_F(Perform, AnotherUsersDomainIsRefused) {
 TEST_F(Perform, AManagerThatIsAwayIsTold) {
     manager.broken = "no answer";
     for (const Command& command : std::initializer_list<Command>{
-             Bootout{ownId, label}, Kickstart{ownId, label, false}, Stop{label}}) {
+             Bootout{ownId, agentLabel}, Kickstart{ownId, agentLabel, false}, Stop{agentLabel}}) {
         const Said said = say(command);
         EXPECT_EQ(said.code, 69);
         EXPECT_EQ(said.error, "launchctl: no answer\n");

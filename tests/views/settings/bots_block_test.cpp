@@ -6,15 +6,12 @@
 namespace varnhold::testing {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-
-QString operator""_q(const char* text, std::size_t length) {
-    return QString::fromUtf8(text, static_cast<qsizetype>(length));
-}
 
 // The governor, ops with a token, and dev without one.
 struct Fleet : ShownColumns {
@@ -33,7 +30,7 @@ struct Fleet : ShownColumns {
         return named(row(name), control);
     }
     void openMenu(const QString& name) {
-        click(inRow(name, "Actions for "_q + name.section(QChar(32), 1)));
+        click(inRow(name, u"Actions for "_s + name.section(QChar(32), 1)));
         settle();
     }
 };
@@ -42,37 +39,38 @@ TEST(BotsBlock, ShowsARowForEachBotWithItsNameAndState) {
     Fleet fleet;
     fleet.running = {"com.ostrelleai.ops.telegramd"};
     fleet.show();
-    ASSERT_NE(fleet.row("🤖 ops"_q), nullptr);
-    EXPECT_EQ(spoken(fleet.row("🤖 ops"_q), QAccessible::Description), "Online, ops, Telegram"_q);
-    EXPECT_EQ(spoken(fleet.row("🤖 dev"_q), QAccessible::Description),
-              "Offline, dev, Not connected"_q);
-    ASSERT_NE(fleet.row("⚖️ Governor AI"_q), nullptr);
-    EXPECT_NE(fleet.inRow("🤖 ops"_q, "Online"_q), nullptr); // the dot
+    ASSERT_NE(fleet.row(u"🤖 ops"_s), nullptr);
+    EXPECT_EQ(spoken(fleet.row(u"🤖 ops"_s), QAccessible::Description),
+              u"Online, ops, Telegram"_s);
+    EXPECT_EQ(spoken(fleet.row(u"🤖 dev"_s), QAccessible::Description),
+              u"Offline, dev, Not connected"_s);
+    ASSERT_NE(fleet.row(u"⚖️ Governor AI"_s), nullptr);
+    EXPECT_NE(fleet.inRow(u"🤖 ops"_s, u"Online"_s), nullptr); // the dot
 }
 
 TEST(BotsBlock, SelectsABotByAPressAnywhereOnItsRow) {
     Fleet fleet;
     fleet.show();
-    fleet.clickRow("🤖 dev"_q);
+    fleet.clickRow(u"🤖 dev"_s);
     EXPECT_EQ(fleet.view->selectedBot->role, "dev");
     QTest::mouseClick(fleet.page, Qt::LeftButton, {},
-                      fleet.row("🤖 ops"_q)->mapToScene({30, 16}).toPoint()); // on its name
+                      fleet.row(u"🤖 ops"_s)->mapToScene({30, 16}).toPoint()); // on its name
     EXPECT_EQ(fleet.view->selectedBot->role, "ops");
     EXPECT_EQ(fleet.view->selectedBotPrompt, "Watch.");
-    EXPECT_TRUE(fleet.row("🤖 ops"_q)->property("isSelected").toBool());
-    EXPECT_FALSE(fleet.row("🤖 dev"_q)->property("isSelected").toBool());
+    EXPECT_TRUE(fleet.row(u"🤖 ops"_s)->property("isSelected").toBool());
+    EXPECT_FALSE(fleet.row(u"🤖 dev"_s)->property("isSelected").toBool());
 }
 
 TEST(BotsBlock, LeavesTheSelectionAloneWhenAControlOfTheRowIsPressed) {
     Fleet fleet;
     fleet.show();
-    fleet.clickRow("🤖 dev"_q);
-    fleet.click(fleet.inRow("🤖 ops"_q,
-                            "Keepalive ON — cache kept warm (uses tokens). Click to disable."_q));
+    fleet.clickRow(u"🤖 dev"_s);
+    fleet.click(fleet.inRow(u"🤖 ops"_s,
+                            u"Keepalive ON — cache kept warm (uses tokens). Click to disable."_s));
     EXPECT_EQ(fleet.view->selectedBot->role, "dev");
     EXPECT_EQ(fleet.botsOnDisk()[1].keepaliveEnabled, false);
-    EXPECT_NE(fleet.inRow("🤖 ops"_q,
-                          "Keepalive OFF — saves tokens, cache may go cold. Click to enable."_q),
+    EXPECT_NE(fleet.inRow(u"🤖 ops"_s,
+                          u"Keepalive OFF — saves tokens, cache may go cold. Click to enable."_s),
               nullptr);
 }
 
@@ -80,11 +78,11 @@ TEST(BotsBlock, SwitchesKeepaliveForAllOnUnlessAllAreOn) {
     Fleet fleet;
     fleet.view->userBots[1].keepaliveEnabled = false;
     fleet.show();
-    fleet.click("Keepalive OFF for some/all bots — click to enable for all."_q);
+    fleet.click(u"Keepalive OFF for some/all bots — click to enable for all."_s);
     for (const BotConfig& each : fleet.botsOnDisk()) {
         EXPECT_EQ(each.keepaliveEnabled, true);
     }
-    fleet.click("Keepalive ON for all bots — click to disable for all (saves tokens)."_q);
+    fleet.click(u"Keepalive ON for all bots — click to disable for all (saves tokens)."_s);
     for (const BotConfig& each : fleet.botsOnDisk()) {
         EXPECT_EQ(each.keepaliveEnabled, false);
     }
@@ -93,40 +91,40 @@ TEST(BotsBlock, SwitchesKeepaliveForAllOnUnlessAllAreOn) {
 TEST(BotsBlock, AddsTheBotThatWasTyped) {
     Fleet fleet;
     fleet.show();
-    fleet.click("Role"_q);
-    fleet.type("hr"_q);
+    fleet.click(u"Role"_s);
+    fleet.type(u"hr"_s);
     fleet.press(Qt::Key_Tab);
-    fleet.type("2:b"_q);
-    fleet.click("Add bot"_q);
+    fleet.type(u"2:b"_s);
+    fleet.click(u"Add bot"_s);
     EXPECT_EQ(fleet.botsOnDisk().back().launchdLabel, "com.ostrelleai.hr.telegramd");
     EXPECT_EQ(fleet.botsOnDisk().back().token, "2:b");
-    EXPECT_EQ(fleet.named("Role"_q)->property("text"), QVariant(QString()));
-    EXPECT_EQ(fleet.named("Token"_q)->property("text"), QVariant(QString()));
+    EXPECT_EQ(fleet.named(u"Role"_s)->property("text"), QVariant(QString()));
+    EXPECT_EQ(fleet.named(u"Token"_s)->property("text"), QVariant(QString()));
     fleet.settle();
-    EXPECT_NE(fleet.row("🤖 New Bot"_q), nullptr);
+    EXPECT_NE(fleet.row(u"🤖 New Bot"_s), nullptr);
 }
 
 TEST(BotsBlock, BeginsABotOnTelegramAlsoWhereSlackWasPicked) {
     Fleet fleet;
     fleet.show();
-    fleet.named("Service"_q)->forceActiveFocus(Qt::TabFocusReason);
+    fleet.named(u"Service"_s)->forceActiveFocus(Qt::TabFocusReason);
     fleet.press(Qt::Key_Down);
     EXPECT_EQ(fleet.view->newBotService, BotService::slack);
-    fleet.click("Role"_q);
-    fleet.type("hr"_q);
+    fleet.click(u"Role"_s);
+    fleet.type(u"hr"_s);
     fleet.press(Qt::Key_Return); // on to the token
-    fleet.type(" "_q);
+    fleet.type(u" "_s);
     fleet.press(Qt::Key_Return);
     EXPECT_EQ(fleet.botsOnDisk().back().role, "hr");
     EXPECT_EQ(fleet.botsOnDisk().back().token, " ");
     EXPECT_EQ(fleet.botsOnDisk().back().service, BotService::telegram);
-    EXPECT_EQ(fleet.named("Service"_q)->property("current"), QVariant("Slack"_q));
+    EXPECT_EQ(fleet.named(u"Service"_s)->property("current"), QVariant(u"Slack"_s));
 }
 
 TEST(BotsBlock, AsksForWhatIsMissing) {
     Fleet fleet;
     fleet.show();
-    fleet.click("Add bot"_q);
+    fleet.click(u"Add bot"_s);
     EXPECT_TRUE(fleet.view->showAlert);
     EXPECT_EQ(fleet.view->alertMsg, "Please fill in both the Role and the Token fields.");
     EXPECT_THAT(fleet.botsOnDisk(), SizeIs(3));
@@ -135,60 +133,60 @@ TEST(BotsBlock, AsksForWhatIsMissing) {
 TEST(BotsBlock, OffersToConnectABotWithoutAToken) {
     Fleet fleet;
     fleet.show();
-    EXPECT_EQ(fleet.inRow("🤖 ops"_q, "Connect"_q), nullptr);
-    EXPECT_NE(fleet.inRow("🤖 ops"_q, "Telegram"_q), nullptr);
-    fleet.click(fleet.inRow("🤖 dev"_q, "Connect"_q));
+    EXPECT_EQ(fleet.inRow(u"🤖 ops"_s, u"Connect"_s), nullptr);
+    EXPECT_NE(fleet.inRow(u"🤖 ops"_s, u"Telegram"_s), nullptr);
+    fleet.click(fleet.inRow(u"🤖 dev"_s, u"Connect"_s));
     EXPECT_EQ(fleet.view->tokenSheetBot->role, "dev");
     fleet.press(Qt::Key_Escape);
     EXPECT_FALSE(fleet.view->tokenSheetBot);
     fleet.settle();
-    fleet.openMenu("🤖 dev"_q);
-    fleet.chooseFromMenu("Set Token…"_q);
+    fleet.openMenu(u"🤖 dev"_s);
+    fleet.chooseFromMenu(u"Set Token…"_s);
     EXPECT_EQ(fleet.view->tokenSheetBot->role, "dev");
 }
 
 TEST(BotsBlock, PausesRestartsAndStopsFromTheMenu) {
     Fleet fleet;
     fleet.show();
-    fleet.openMenu("🤖 ops"_q);
-    fleet.chooseFromMenu("Pause"_q);
+    fleet.openMenu(u"🤖 ops"_s);
+    fleet.chooseFromMenu(u"Pause"_s);
     EXPECT_EQ(fleet.botsOnDisk()[1].isPaused, true);
-    EXPECT_NE(fleet.inRow("🤖 ops"_q, "Paused"_q), nullptr);
+    EXPECT_NE(fleet.inRow(u"🤖 ops"_s, u"Paused"_s), nullptr);
     fleet.platform.children.clear();
-    fleet.openMenu("🤖 ops"_q);
-    fleet.chooseFromMenu("Restart"_q);
-    fleet.openMenu("🤖 ops"_q);
-    fleet.chooseFromMenu("Stop"_q);
+    fleet.openMenu(u"🤖 ops"_s);
+    fleet.chooseFromMenu(u"Restart"_s);
+    fleet.openMenu(u"🤖 ops"_s);
+    fleet.chooseFromMenu(u"Stop"_s);
     EXPECT_THAT(fleet.platform.commandLines(),
                 ElementsAre("launchctl kickstart -k gui/501/com.ostrelleai.ops.telegramd",
                             "launchctl stop com.ostrelleai.ops.telegramd"));
-    fleet.openMenu("🤖 ops"_q);
-    fleet.chooseFromMenu("Resume"_q);
+    fleet.openMenu(u"🤖 ops"_s);
+    fleet.chooseFromMenu(u"Resume"_s);
     EXPECT_EQ(fleet.botsOnDisk()[1].isPaused, false);
 }
 
 TEST(BotsBlock, DeletesABotButNeverOneOfTheSystem) {
     Fleet fleet;
     fleet.show();
-    fleet.openMenu("⚖️ Governor AI"_q);
-    EXPECT_NE(fleet.named("Restart"_q, QAccessible::MenuItem), nullptr);
-    EXPECT_EQ(fleet.named("Delete"_q, QAccessible::MenuItem), nullptr);
+    fleet.openMenu(u"⚖️ Governor AI"_s);
+    EXPECT_NE(fleet.named(u"Restart"_s, QAccessible::MenuItem), nullptr);
+    EXPECT_EQ(fleet.named(u"Delete"_s, QAccessible::MenuItem), nullptr);
     fleet.press(Qt::Key_Escape);
     fleet.settle();
-    fleet.openMenu("🤖 ops"_q);
-    fleet.chooseFromMenu("Delete"_q);
+    fleet.openMenu(u"🤖 ops"_s);
+    fleet.chooseFromMenu(u"Delete"_s);
     EXPECT_THAT(fleet.botsOnDisk(), SizeIs(2));
-    EXPECT_EQ(fleet.row("🤖 ops"_q), nullptr);
+    EXPECT_EQ(fleet.row(u"🤖 ops"_s), nullptr);
 }
 
 TEST(BotsBlock, SwitchesTheServiceFromTheMenu) {
     Fleet fleet;
     fleet.show();
-    fleet.clickRow("🤖 ops"_q, Qt::RightButton);
-    fleet.chooseFromMenu("Slack"_q);
+    fleet.clickRow(u"🤖 ops"_s, Qt::RightButton);
+    fleet.chooseFromMenu(u"Slack"_s);
     EXPECT_EQ(fleet.botsOnDisk()[1].service, BotService::slack);
     EXPECT_EQ(fleet.botsOnDisk()[1].launchdLabel, "com.ostrelleai.ops.telegramd");
-    EXPECT_NE(fleet.inRow("🤖 ops"_q, "Slack"_q), nullptr);
+    EXPECT_NE(fleet.inRow(u"🤖 ops"_s, u"Slack"_s), nullptr);
 }
 
 TEST(BotsBlock, OpensTheMenuOfTheRowByKeys) {
@@ -197,39 +195,39 @@ TEST(BotsBlock, OpensTheMenuOfTheRowByKeys) {
     for (const auto& [key, modifiers] :
          {std::pair{Qt::Key_Menu, Qt::KeyboardModifiers()},
           std::pair{Qt::Key_F10, Qt::KeyboardModifiers(Qt::ShiftModifier)}}) {
-        fleet.row("🤖 ops"_q)->forceActiveFocus(Qt::TabFocusReason);
+        fleet.row(u"🤖 ops"_s)->forceActiveFocus(Qt::TabFocusReason);
         fleet.press(key, modifiers);
         fleet.settle();
-        EXPECT_NE(fleet.named("Update Token…"_q, QAccessible::MenuItem), nullptr);
+        EXPECT_NE(fleet.named(u"Update Token…"_s, QAccessible::MenuItem), nullptr);
         fleet.press(Qt::Key_Escape);
         fleet.settle();
-        EXPECT_EQ(fleet.named("Update Token…"_q, QAccessible::MenuItem), nullptr);
+        EXPECT_EQ(fleet.named(u"Update Token…"_s, QAccessible::MenuItem), nullptr);
     }
 }
 
 TEST(BotsBlock, GoesFromRowToRowByArrowsAndSelectsByReturn) {
     Fleet fleet;
     fleet.show();
-    fleet.named("Add bot"_q)->forceActiveFocus(Qt::TabFocusReason);
+    fleet.named(u"Add bot"_s)->forceActiveFocus(Qt::TabFocusReason);
     fleet.press(Qt::Key_Tab);
-    EXPECT_EQ(fleet.focused(), fleet.row("⚖️ Governor AI"_q));
+    EXPECT_EQ(fleet.focused(), fleet.row(u"⚖️ Governor AI"_s));
     fleet.press(Qt::Key_Down);
     fleet.press(Qt::Key_Down);
-    EXPECT_EQ(fleet.focused(), fleet.row("🤖 dev"_q));
+    EXPECT_EQ(fleet.focused(), fleet.row(u"🤖 dev"_s));
     fleet.press(Qt::Key_Down); // there is no further
-    EXPECT_EQ(fleet.focused(), fleet.row("🤖 dev"_q));
+    EXPECT_EQ(fleet.focused(), fleet.row(u"🤖 dev"_s));
     fleet.press(Qt::Key_Up);
     fleet.press(Qt::Key_Return);
     EXPECT_EQ(fleet.view->selectedBot->role, "ops");
     fleet.press(Qt::Key_Tab);
     EXPECT_EQ(spoken(fleet.focused(), QAccessible::Name),
-              "Keepalive ON — cache kept warm (uses tokens). Click to disable."_q);
+              u"Keepalive ON — cache kept warm (uses tokens). Click to disable."_s);
 }
 
 TEST(BotsBlock, CarriesTheLabelToWhereBotsAreTaken) {
     Fleet fleet;
     fleet.show();
-    fleet.row("🤖 ops"_q)->forceActiveFocus(Qt::TabFocusReason);
+    fleet.row(u"🤖 ops"_s)->forceActiveFocus(Qt::TabFocusReason);
     fleet.press(Qt::Key_Space);
     fleet.press(Qt::Key_Space);
     fleet.settle();
@@ -243,10 +241,10 @@ TEST(BotsBlock, ShowsNamesAsTheyStand) {
     fleet.view->userBots[1].title = "Ops & <b>Build</b>";
     fleet.view->userBots[2].title = std::string(200, 'x');
     fleet.show(260);
-    ASSERT_NE(fleet.row("🤖 Ops & <b>Build</b>"_q), nullptr);
-    QQuickItem* longOne = fleet.row("🤖 "_q + QString(200, u'x'));
+    ASSERT_NE(fleet.row(u"🤖 Ops & <b>Build</b>"_s), nullptr);
+    QQuickItem* longOne = fleet.row(u"🤖 "_s + QString(200, u'x'));
     ASSERT_NE(longOne, nullptr);
-    QQuickItem* menu = ShownSettings::named(longOne, "Actions for "_q + QString(200, u'x'));
+    QQuickItem* menu = ShownSettings::named(longOne, u"Actions for "_s + QString(200, u'x'));
     EXPECT_LE(menu->mapToItem(longOne, QPointF(menu->width(), 0)).x(), longOne->width());
 }
 
@@ -259,13 +257,13 @@ TEST(BotsBlock, AsksOnlyAfterAgentsWhoseRowsAreInSight) {
     const auto asked = fleet.platform.children.size();
     EXPECT_GT(asked, 5U);
     EXPECT_LT(asked, 40U);
-    fleet.row("⚖️ Governor AI"_q)->forceActiveFocus(Qt::TabFocusReason);
+    fleet.row(u"⚖️ Governor AI"_s)->forceActiveFocus(Qt::TabFocusReason);
     fleet.press(Qt::Key_End);
     fleet.settle();
-    EXPECT_EQ(fleet.focused(), fleet.row("🤖 b196"_q));
+    EXPECT_EQ(fleet.focused(), fleet.row(u"🤖 b196"_s));
     EXPECT_THAT(fleet.platform.commandLines(),
                 Contains("launchctl list com.ostrelleai.b196.telegramd"));
-    EXPECT_EQ(fleet.row("🤖 ops"_q), nullptr);
+    EXPECT_EQ(fleet.row(u"🤖 ops"_s), nullptr);
 }
 
 TEST(BotsBlock, AsksAgainEveryFifteenSecondsUntilTheRowGoes) {

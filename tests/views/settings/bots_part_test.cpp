@@ -13,10 +13,10 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 // A fleet of the built-in governor, ops and dev; agents named in `running` are alive.
-struct Fleet : ModelledSettings {
+struct BotRows : ModelledSettings {
     std::vector<std::string> running;
 
-    Fleet() {
+    BotRows() {
         platform.answer = [this](const platform::ProcessRequest& request) {
             platform::ProcessResult result;
             result.started = true;
@@ -48,7 +48,7 @@ struct Fleet : ModelledSettings {
 const QString opsLabel = QStringLiteral("com.ostrelleai.ops.telegramd");
 
 TEST(BotsPart, ShowsTheRecordsBotsInTheirOrder) {
-    const Fleet fleet;
+    const BotRows fleet;
     EXPECT_THAT(fleet.shown("title"), ElementsAre("Governor AI", "ops", "dev"));
     EXPECT_THAT(fleet.shown("role"), ElementsAre("governor", "ops", "dev"));
     EXPECT_THAT(fleet.shown("presence"), ElementsAre("offline", "offline", "offline"));
@@ -58,7 +58,7 @@ TEST(BotsPart, ShowsTheRecordsBotsInTheirOrder) {
 }
 
 TEST(BotsPart, OutlinesEachBotInTheColourOfItsBar) {
-    const Fleet fleet;
+    const BotRows fleet;
     const auto colour = fleet.bots().rows()->value(2, QStringLiteral("colour")).value<QColor>();
     EXPECT_NEAR(colour.hsvHueF(), 0.83, 0.01);
     EXPECT_NEAR(colour.hsvSaturationF(), 0.8, 0.01);
@@ -66,7 +66,7 @@ TEST(BotsPart, OutlinesEachBotInTheColourOfItsBar) {
 }
 
 TEST(BotsPart, NamesOnlyTheRowThatChanged) {
-    Fleet fleet;
+    BotRows fleet;
     QSignalSpy changes(fleet.bots().rows(), &QAbstractItemModel::dataChanged);
     fleet.view->togglePauseBot(fleet.view->userBots[1]);
     ASSERT_THAT(changes, SizeIs(1));
@@ -75,7 +75,7 @@ TEST(BotsPart, NamesOnlyTheRowThatChanged) {
 }
 
 TEST(BotsPart, WatchesAnAgentOnlyWhileARowOfItCanBeSeen) {
-    Fleet fleet;
+    BotRows fleet;
     fleet.platform.settle();
     EXPECT_THAT(fleet.platform.children, IsEmpty());
     fleet.running = {opsLabel.toStdString()};
@@ -95,7 +95,7 @@ TEST(BotsPart, WatchesAnAgentOnlyWhileARowOfItCanBeSeen) {
 }
 
 TEST(BotsPart, WatchesAnAgentOfTwoRowsOnceAndUntilBothAreGone) {
-    Fleet fleet;
+    BotRows fleet;
     fleet.bots().rowAppeared(opsLabel);
     fleet.bots().rowAppeared(opsLabel);
     fleet.bots().rowDisappeared(opsLabel);
@@ -111,7 +111,7 @@ TEST(BotsPart, WatchesAnAgentOfTwoRowsOnceAndUntilBothAreGone) {
 }
 
 TEST(BotsPart, EndsTheWatchOfABotThatIsRemoved) {
-    Fleet fleet;
+    BotRows fleet;
     fleet.bots().rowAppeared(opsLabel);
     fleet.view->removeBot(fleet.view->userBots[1]);
     fleet.platform.advance(10min);
@@ -122,7 +122,7 @@ TEST(BotsPart, EndsTheWatchOfABotThatIsRemoved) {
 }
 
 TEST(BotsPart, TurnsKeepaliveOnForAllUnlessItIsOnForAll) {
-    Fleet fleet;
+    BotRows fleet;
     QSignalSpy changes(&fleet.bots(), &BotsPart::keepaliveChanged);
     EXPECT_TRUE(fleet.bots().allKeptAlive());
     fleet.bots().toggleKeepalive(1);
@@ -140,7 +140,7 @@ TEST(BotsPart, TurnsKeepaliveOnForAllUnlessItIsOnForAll) {
 }
 
 TEST(BotsPart, KeepsNoBotAliveWhereThereIsNone) {
-    Fleet fleet;
+    BotRows fleet;
     fleet.view->userBots.clear();
     fleet.view->changed();
     EXPECT_FALSE(fleet.bots().allKeptAlive());
@@ -148,7 +148,7 @@ TEST(BotsPart, KeepsNoBotAliveWhereThereIsNone) {
 }
 
 TEST(BotsPart, OffersToDeleteABotUnlessItBelongsToTheSystem) {
-    const Fleet fleet;
+    const BotRows fleet;
     EXPECT_THAT(fleet.menu(0), ElementsAre("Pause", "Restart", "Stop", "Set Token…", "",
                                            "Connection Service", "Telegram", "Slack"));
     EXPECT_THAT(fleet.menu(1),
@@ -158,7 +158,7 @@ TEST(BotsPart, OffersToDeleteABotUnlessItBelongsToTheSystem) {
 }
 
 TEST(BotsPart, DescribesAMenuRowAsItShouldLook) {
-    const Fleet fleet;
+    const BotRows fleet;
     const QVariantList menu = fleet.bots().openMenu(1);
     const auto value = [&menu](int row, const char* name) {
         return menu.at(row).toMap().value(QString::fromLatin1(name));
@@ -172,7 +172,7 @@ TEST(BotsPart, DescribesAMenuRowAsItShouldLook) {
 }
 
 TEST(BotsPart, PerformsTheMenuOnTheBotItWasOpenedFor) {
-    Fleet fleet;
+    BotRows fleet;
     EXPECT_THAT(fleet.menu(1), SizeIs(10));
     fleet.view->userBots.erase(fleet.view->userBots.begin()); // the rows move up meanwhile
     fleet.view->changed();
@@ -184,7 +184,7 @@ TEST(BotsPart, PerformsTheMenuOnTheBotItWasOpenedFor) {
 }
 
 TEST(BotsPart, SelectsConnectsAndSwitchesTheBotOfTheRow) {
-    Fleet fleet;
+    BotRows fleet;
     fleet.bots().select(2);
     EXPECT_THAT(fleet.shown("isSelected"), ElementsAre("false", "false", "true"));
     fleet.bots().connectBot(2);
@@ -198,7 +198,7 @@ TEST(BotsPart, SelectsConnectsAndSwitchesTheBotOfTheRow) {
 }
 
 TEST(BotsPart, AddsABotOnTelegramWhateverTheFormSays) {
-    Fleet fleet;
+    BotRows fleet;
     QSignalSpy changes(&fleet.bots(), &BotsPart::newBotChanged);
     fleet.bots().setNewService(QStringLiteral("Slack"));
     fleet.bots().setNewRole(QStringLiteral("hr"));
@@ -216,7 +216,7 @@ TEST(BotsPart, AddsABotOnTelegramWhateverTheFormSays) {
 }
 
 TEST(BotsPart, KnowsNoOtherServicesThanThoseOffered) {
-    const Fleet fleet;
+    const BotRows fleet;
     EXPECT_EQ(fleet.bots().services(),
               (QStringList{QStringLiteral("Telegram"), QStringLiteral("Slack")}));
     fleet.bots().setNewService(QStringLiteral("slack"));

@@ -16,9 +16,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-const QString coding = QStringLiteral("Coding Chain");
-const QString photo = QStringLiteral("Photo Chain");
-const QString audio = QStringLiteral("Audio Chain");
 const QString codingModels = QStringLiteral("End of Coding Chain");
 const QString codingTop = QStringLiteral("Top of Coding Chain");
 const QString codingBots = QStringLiteral("Bots of Coding Chain");

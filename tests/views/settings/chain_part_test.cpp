@@ -37,14 +37,14 @@ TEST(ChainPart, StandForTheSixChainsInTheOrderOfTheWindow) {
 TEST(ChainPart, ShowsWhatIsFixedAboutItsChain) {
     Chains settings;
     ChainPart& architect = settings.chain(TargetList::architect);
-    ChainPart& audio = settings.chain(TargetList::voice);
+    ChainPart& voice = settings.chain(TargetList::voice);
     EXPECT_EQ(architect.responseValues(),
               QStringList({QStringLiteral("Text"), QStringLiteral("Voice"),
                            QStringLiteral("Text + Voice")}));
     EXPECT_TRUE(settings.coding().responseValues().isEmpty());
     EXPECT_TRUE(settings.coding().builtIns().isEmpty());
-    EXPECT_EQ(audio.builtIns().size(), 2);
-    EXPECT_FALSE(audio.showEffort());
+    EXPECT_EQ(voice.builtIns().size(), 2);
+    EXPECT_FALSE(voice.showEffort());
     EXPECT_EQ(architect.menuLines().size(), 5);
     EXPECT_EQ(settings.coding().tint(), QColor::fromRgbF(0.88F, 1.0F, 0.88F));
     EXPECT_FALSE(settings.chain(TargetList::governor).help().isEmpty());
@@ -66,13 +66,13 @@ TEST(ChainPart, ShowsItsModelsAsRows) {
 
 TEST(ChainPart, TellsOnlyOfWhatIsDifferent) {
     Chains settings;
-    const QSignalSpy coding(&settings.coding(), &ChainPart::shownChanged);
-    const QSignalSpy photo(&settings.chain(TargetList::photo), &ChainPart::shownChanged);
+    const QSignalSpy codingChanges(&settings.coding(), &ChainPart::shownChanged);
+    const QSignalSpy photoChanges(&settings.chain(TargetList::photo), &ChainPart::shownChanged);
     settings.view->changed();
     settings.view->workerContextTokens = 8000;
     settings.view->changed();
-    EXPECT_EQ(coding.count(), 1);
-    EXPECT_EQ(photo.count(), 0);
+    EXPECT_EQ(codingChanges.count(), 1);
+    EXPECT_EQ(photoChanges.count(), 0);
     EXPECT_EQ(settings.coding().context().text, QStringLiteral("8K"));
 }
 

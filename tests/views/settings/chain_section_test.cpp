@@ -9,13 +9,6 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-const QString coding = QStringLiteral("Coding Chain");
-const QString architect = QStringLiteral("Architect Chain");
-const QString audio = QStringLiteral("Audio Chain");
-const QString photo = QStringLiteral("Photo Chain");
-const QString governor = QStringLiteral("⚖️ Governor Chain");
-const QString effort = QStringLiteral("Effort");
-const QString context = QStringLiteral("Context");
 const QString lessContext = QStringLiteral("Less Context");
 const QString moreContext = QStringLiteral("More Context");
 

@@ -10,19 +10,16 @@
 namespace varnhold::testing {
 namespace {
 
-QString operator""_q(const char* text, std::size_t length) {
-    return QString::fromUtf8(text, static_cast<qsizetype>(length));
-}
-
+using namespace Qt::StringLiterals;
 class Dragging : public ::testing::Test {
 protected:
     [[nodiscard]] QPoint libraryRow(int row) const {
-        return board.row("library"_q, row) - QPoint(0, 30);
+        return board.row(u"library"_s, row) - QPoint(0, 30);
     }
-    [[nodiscard]] QPoint freeSpace() const { return board.row("first"_q, 4); }
+    [[nodiscard]] QPoint freeSpace() const { return board.row(u"first"_s, 4); }
     // What was told beside the beginning of the drag.
     [[nodiscard]] QStringList outcome() const {
-        return board.told.filter(QRegularExpression("^(?!began)"_q));
+        return board.told.filter(QRegularExpression(u"^(?!began)"_s));
     }
     [[nodiscard]] bool hovered(const QString& zone) const {
         return board.find(zone)->property("hovered").toBool();
@@ -34,12 +31,12 @@ protected:
 TEST_F(Dragging, TheGestureCarriesTextAndPictureOfItsRow) {
     board.drag(libraryRow(1), [&](ScriptedDrag& drag) {
         EXPECT_TRUE(board.session().active());
-        EXPECT_EQ(board.session().payload(), "l1"_q);
-        EXPECT_EQ(board.session().kind(), "model"_q);
+        EXPECT_EQ(board.session().payload(), u"l1"_s);
+        EXPECT_EQ(board.session().kind(), u"model"_s);
         EXPECT_EQ(drag.picture.deviceIndependentSize(), QSizeF(140, 30));
         EXPECT_EQ(drag.hotSpot, QPoint(60, 15));
     });
-    EXPECT_EQ(board.told, QStringList{"began l1"_q});
+    EXPECT_EQ(board.told, QStringList{u"began l1"_s});
     EXPECT_FALSE(board.session().active());
     EXPECT_EQ(board.session().kind(), QString());
 }
@@ -47,81 +44,81 @@ TEST_F(Dragging, TheGestureCarriesTextAndPictureOfItsRow) {
 TEST_F(Dragging, FreeSpaceUnderTheRowsBelongsToTheZone) {
     EXPECT_TRUE(board.drag(libraryRow(0), [&](ScriptedDrag& drag) {
         EXPECT_TRUE(drag.over(freeSpace()));
-        EXPECT_TRUE(hovered("first"_q));
-        EXPECT_FALSE(hovered("second"_q));
+        EXPECT_TRUE(hovered(u"first"_s));
+        EXPECT_FALSE(hovered(u"second"_s));
         EXPECT_TRUE(drag.drop(freeSpace()));
     }));
-    EXPECT_EQ(outcome(), QStringList{"First zone l0"_q});
-    EXPECT_FALSE(hovered("first"_q));
+    EXPECT_EQ(outcome(), QStringList{u"First zone l0"_s});
+    EXPECT_FALSE(hovered(u"first"_s));
 }
 
 TEST_F(Dragging, SpaceBetweenRowsBelongsToTheZone) {
-    const QPoint between = board.row("first"_q, 1) + QPoint(0, 18);
+    const QPoint between = board.row(u"first"_s, 1) + QPoint(0, 18);
     board.drag(libraryRow(0), [&](ScriptedDrag& drag) {
         EXPECT_TRUE(drag.over(between));
-        EXPECT_TRUE(hovered("first"_q));
+        EXPECT_TRUE(hovered(u"first"_s));
         drag.drop(between);
     });
-    EXPECT_EQ(outcome(), QStringList{"First zone l0"_q});
+    EXPECT_EQ(outcome(), QStringList{u"First zone l0"_s});
 }
 
 TEST_F(Dragging, ARowConsumesWhatIsDroppedOnIt) {
     EXPECT_TRUE(board.drag(libraryRow(0), [&](ScriptedDrag& drag) {
-        EXPECT_TRUE(drag.over(board.row("first"_q, 1)));
-        EXPECT_FALSE(hovered("first"_q));
-        EXPECT_TRUE(drag.drop(board.row("first"_q, 1)));
+        EXPECT_TRUE(drag.over(board.row(u"first"_s, 1)));
+        EXPECT_FALSE(hovered(u"first"_s));
+        EXPECT_TRUE(drag.drop(board.row(u"first"_s, 1)));
     }));
-    EXPECT_EQ(outcome(), (QStringList{"First entered b"_q, "First row b"_q}));
+    EXPECT_EQ(outcome(), (QStringList{u"First entered b"_s, u"First row b"_s}));
 }
 
 TEST_F(Dragging, RowsGoFromListToList) {
-    EXPECT_TRUE(board.drag(board.row("second"_q, 0),
+    EXPECT_TRUE(board.drag(board.row(u"second"_s, 0),
                            [&](ScriptedDrag& drag) { EXPECT_TRUE(drag.drop(freeSpace())); }));
-    EXPECT_EQ(outcome(), QStringList{"First zone x"_q});
+    EXPECT_EQ(outcome(), QStringList{u"First zone x"_s});
 }
 
 TEST_F(Dragging, RowsChangePlacesWhileDraggedAndSwingToRest) {
-    QQuickItem* dragged = board.source("a"_q);
-    EXPECT_TRUE(board.drag(board.row("first"_q, 0), [&](ScriptedDrag& drag) {
-        drag.over(board.row("first"_q, 0));
-        drag.over(board.row("first"_q, 1));
-        EXPECT_EQ(Board::uids(board.first).join(""_q), "bacd"_q);
-        drag.over(board.row("first"_q, 1) + QPoint(3, 3)); // the dragged row itself by now
-        EXPECT_EQ(Board::uids(board.first).join(""_q), "bacd"_q);
-        drag.over(board.row("first"_q, 3));
-        EXPECT_EQ(Board::uids(board.first).join(""_q), "bcda"_q);
+    QQuickItem* dragged = board.source(u"a"_s);
+    EXPECT_TRUE(board.drag(board.row(u"first"_s, 0), [&](ScriptedDrag& drag) {
+        drag.over(board.row(u"first"_s, 0));
+        drag.over(board.row(u"first"_s, 1));
+        EXPECT_EQ(Board::uids(board.first).join(u""_s), u"bacd"_s);
+        drag.over(board.row(u"first"_s, 1) + QPoint(3, 3)); // the dragged row itself by now
+        EXPECT_EQ(Board::uids(board.first).join(u""_s), u"bacd"_s);
+        drag.over(board.row(u"first"_s, 3));
+        EXPECT_EQ(Board::uids(board.first).join(u""_s), u"bcda"_s);
         EXPECT_NE(dragged->y(), 3 * 36); // on its way
-        drag.over(board.row("first"_q, 0));
-        EXPECT_EQ(Board::uids(board.first).join(""_q), "abcd"_q);
-        drag.drop(board.row("first"_q, 2));
+        drag.over(board.row(u"first"_s, 0));
+        EXPECT_EQ(Board::uids(board.first).join(u""_s), u"abcd"_s);
+        drag.drop(board.row(u"first"_s, 2));
     }));
-    EXPECT_EQ(Board::uids(board.first).join(""_q), "bcad"_q);
-    EXPECT_EQ(outcome().last(), "First row a"_q);
+    EXPECT_EQ(Board::uids(board.first).join(u""_s), u"bcad"_s);
+    EXPECT_EQ(outcome().last(), u"First row a"_s);
     EXPECT_TRUE(QTest::qWaitFor([&] { return dragged->y() == 2 * 36; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return board.source("d"_q)->y() == 3 * 36; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board.source(u"d"_s)->y() == 3 * 36; }));
 }
 
 TEST_F(Dragging, AKindThatIsNotTakenIsNotDropped) {
-    EXPECT_FALSE(board.drag(board.middle("bot"_q), [&](ScriptedDrag& drag) {
+    EXPECT_FALSE(board.drag(board.middle(u"bot"_s), [&](ScriptedDrag& drag) {
         EXPECT_FALSE(drag.over(freeSpace()));
-        EXPECT_FALSE(hovered("first"_q));
-        EXPECT_FALSE(drag.over(board.row("first"_q, 1)));
-        EXPECT_TRUE(drag.over(board.middle("bots"_q)));
-        EXPECT_TRUE(hovered("bots"_q));
+        EXPECT_FALSE(hovered(u"first"_s));
+        EXPECT_FALSE(drag.over(board.row(u"first"_s, 1)));
+        EXPECT_TRUE(drag.over(board.middle(u"bots"_s)));
+        EXPECT_TRUE(hovered(u"bots"_s));
         EXPECT_FALSE(drag.drop(freeSpace()));
     }));
     EXPECT_EQ(outcome(), QStringList());
-    EXPECT_TRUE(board.drag(board.middle("bot"_q),
-                           [&](ScriptedDrag& drag) { drag.drop(board.middle("bots"_q)); }));
-    EXPECT_EQ(outcome(), QStringList{"Bots zone com.example.bot"_q});
+    EXPECT_TRUE(board.drag(board.middle(u"bot"_s),
+                           [&](ScriptedDrag& drag) { drag.drop(board.middle(u"bots"_s)); }));
+    EXPECT_EQ(outcome(), QStringList{u"Bots zone com.example.bot"_s});
 }
 
 TEST_F(Dragging, AListWithoutZoneHasItsFreeSpaceForItself) {
-    board.drag(board.middle("bot"_q),
-               [&](ScriptedDrag& drag) { drag.drop(board.middle("alone"_q) + QPoint(0, 40)); });
-    board.drag(board.middle("bot"_q),
-               [&](ScriptedDrag& drag) { drag.drop(board.middle("alone"_q) - QPoint(0, 60)); });
-    EXPECT_EQ(outcome(), (QStringList{"Alone list com.example.bot"_q, "Alone row x"_q}));
+    board.drag(board.middle(u"bot"_s),
+               [&](ScriptedDrag& drag) { drag.drop(board.middle(u"alone"_s) + QPoint(0, 40)); });
+    board.drag(board.middle(u"bot"_s),
+               [&](ScriptedDrag& drag) { drag.drop(board.middle(u"alone"_s) - QPoint(0, 60)); });
+    EXPECT_EQ(outcome(), (QStringList{u"Alone list com.example.bot"_s, u"Alone row x"_s}));
 }
 
 TEST_F(Dragging, ADragThatEndsElsewhereLeavesNothingBehind) {
@@ -129,23 +126,23 @@ TEST_F(Dragging, ADragThatEndsElsewhereLeavesNothingBehind) {
         EXPECT_FALSE(board.drag(libraryRow(0), [&](ScriptedDrag& drag) {
             drag.over(freeSpace());
             drag.leave();
-            EXPECT_FALSE(hovered("first"_q));
+            EXPECT_FALSE(hovered(u"first"_s));
         }));
         EXPECT_FALSE(board.session().active());
     }
-    EXPECT_EQ(board.told, (QStringList{"began l0"_q, "began l0"_q}));
+    EXPECT_EQ(board.told, (QStringList{u"began l0"_s, u"began l0"_s}));
 }
 
 TEST_F(Dragging, OutlivesItsRow) {
-    EXPECT_TRUE(board.drag(board.row("first"_q, 0), [&](ScriptedDrag& drag) {
-        drag.over(board.row("first"_q, 0));
-        Board::fill(board.first, {"b"_q, "c"_q, "d"_q});
+    EXPECT_TRUE(board.drag(board.row(u"first"_s, 0), [&](ScriptedDrag& drag) {
+        drag.over(board.row(u"first"_s, 0));
+        Board::fill(board.first, {u"b"_s, u"c"_s, u"d"_s});
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(board.source("a"_q), nullptr);
-        drag.over(board.row("first"_q, 1));
-        EXPECT_TRUE(drag.drop(board.row("second"_q, 2)));
+        EXPECT_EQ(board.source(u"a"_s), nullptr);
+        drag.over(board.row(u"first"_s, 1));
+        EXPECT_TRUE(drag.drop(board.row(u"second"_s, 2)));
     }));
-    EXPECT_EQ(outcome().last(), "Second zone a"_q);
+    EXPECT_EQ(outcome().last(), u"Second zone a"_s);
 }
 
 TEST_F(Dragging, OutlivesItsRowEvenBeforeThePicture) {
@@ -153,33 +150,33 @@ TEST_F(Dragging, OutlivesItsRowEvenBeforeThePicture) {
     QStringList ended;
     QObject::connect(&board.session(), &DragSession::finished, &board,
                      [&ended](const QString& payload) { ended.append(payload); });
-    board.session().start(board.source("a"_q), "a"_q, "model"_q, 0, 0);
+    board.session().start(board.source(u"a"_s), u"a"_s, u"model"_s, 0, 0);
     Board::fill(board.first, {});
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(QTest::qWaitFor([&ended] { return !ended.isEmpty(); }));
-    EXPECT_EQ(ended, QStringList{"a"_q});
+    EXPECT_EQ(ended, QStringList{u"a"_s});
 }
 
 TEST_F(Dragging, ListsMayChangeInFlight) {
-    EXPECT_TRUE(board.drag(board.row("first"_q, 3), [&](ScriptedDrag& drag) {
-        const QPoint at = board.row("first"_q, 1);
+    EXPECT_TRUE(board.drag(board.row(u"first"_s, 3), [&](ScriptedDrag& drag) {
+        const QPoint at = board.row(u"first"_s, 1);
         for (const char* order : {"abcd", "dcba", "d", "", "edc", "xdyz", "abcd", "badc"}) {
             Board::fill(board.first,
                         QString::fromLatin1(order).split(QString(), Qt::SkipEmptyParts));
             drag.over(at);
         }
-        Board::fill(board.first, {"d"_q, "e"_q});
+        Board::fill(board.first, {u"d"_s, u"e"_s});
         board.told.clear();
         EXPECT_TRUE(drag.drop(at));
     }));
-    EXPECT_EQ(board.told, (QStringList{"First row e"_q}));
+    EXPECT_EQ(board.told, (QStringList{u"First row e"_s}));
 }
 
 TEST_F(Dragging, ThereIsNeverASecondDrag) {
     board.drag(libraryRow(0), [&](ScriptedDrag&) {
-        board.session().start(board.source("a"_q), "a"_q, "model"_q, 0, 0);
-        EXPECT_EQ(board.session().payload(), "l0"_q);
-        board.keys(board.source("a"_q), {Qt::Key_Space});
+        board.session().start(board.source(u"a"_s), u"a"_s, u"model"_s, 0, 0);
+        EXPECT_EQ(board.session().payload(), u"l0"_s);
+        board.keys(board.source(u"a"_s), {Qt::Key_Space});
         EXPECT_FALSE(board.keyboard().active());
     });
     EXPECT_FALSE(board.session().active());
@@ -191,7 +188,7 @@ TEST_F(Dragging, NothingIsDraggedOnceTheButtonIsUp) {
         ++carried;
         return Qt::IgnoreAction;
     });
-    board.session().start(board.source("a"_q), "a"_q, "model"_q, 0, 0);
+    board.session().start(board.source(u"a"_s), u"a"_s, u"model"_s, 0, 0);
     EXPECT_TRUE(board.session().active());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !board.session().active(); }));
     EXPECT_EQ(carried, 0);
@@ -199,28 +196,28 @@ TEST_F(Dragging, NothingIsDraggedOnceTheButtonIsUp) {
 
 TEST_F(Dragging, TextOfOtherProgramsIsTaken) {
     QMimeData text;
-    text.setText("some text\r\n"_q);
+    text.setText(u"some text\r\n"_s);
     for (const char* zone : {"first", "bots"}) {
         ScriptedDrag drag(board.window.windowHandle(), text);
         const QPoint at =
-            QString::fromLatin1(zone) == "first"_q ? freeSpace() : board.middle("bots"_q);
+            QString::fromLatin1(zone) == u"first"_s ? freeSpace() : board.middle(u"bots"_s);
         EXPECT_TRUE(drag.over(at));
         EXPECT_TRUE(hovered(QString::fromLatin1(zone)));
         EXPECT_TRUE(drag.drop(at));
     }
-    EXPECT_EQ(board.told, (QStringList{"First zone some text"_q, "Bots zone some text"_q}));
+    EXPECT_EQ(board.told, (QStringList{u"First zone some text"_s, u"Bots zone some text"_s}));
 }
 
 TEST_F(Dragging, OnlyOneLineBreakIsCutOff) {
-    EXPECT_EQ(DragSession::textOf("a\n\n"_q), "a\n"_q);
-    EXPECT_EQ(DragSession::textOf(" a b \n"_q), " a b "_q);
-    EXPECT_EQ(DragSession::textOf("a"_q), "a"_q);
+    EXPECT_EQ(DragSession::textOf(u"a\n\n"_s), u"a\n"_s);
+    EXPECT_EQ(DragSession::textOf(u" a b \n"_s), u" a b "_s);
+    EXPECT_EQ(DragSession::textOf(u"a"_s), u"a"_s);
     EXPECT_EQ(DragSession::textOf(QString()), QString());
 }
 
 TEST_F(Dragging, FilesOfOtherProgramsAreNoText) {
     QMimeData files;
-    files.setUrls({QUrl("file:///tmp/a"_q)});
+    files.setUrls({QUrl(u"file:///tmp/a"_s)});
     ScriptedDrag drag(board.window.windowHandle(), files);
     EXPECT_FALSE(drag.drop(freeSpace()));
     EXPECT_EQ(board.told, QStringList());
@@ -228,7 +225,7 @@ TEST_F(Dragging, FilesOfOtherProgramsAreNoText) {
 
 TEST(DraggingNearAnEdge, ScrollsAndTellsWhatComesUnderThePointer) {
     Board board({700, 250});
-    QQuickItem* scroll = board.find("scroll"_q);
+    QQuickItem* scroll = board.find(u"scroll"_s);
     const qreal bottom = scroll->property("contentHeight").toReal() - scroll->height();
     ASSERT_GT(bottom, 100);
     const QPoint nearBottom = scroll->mapToScene({60, scroll->height() - 4}).toPoint();
@@ -236,12 +233,12 @@ TEST(DraggingNearAnEdge, ScrollsAndTellsWhatComesUnderThePointer) {
     const auto scrolledTo = [scroll](qreal y) {
         return QTest::qWaitFor([=] { return scroll->property("contentY").toReal() == y; });
     };
-    board.drag(board.row("library"_q, 0) - QPoint(0, 30), [&](ScriptedDrag& drag) {
+    board.drag(board.row(u"library"_s, 0) - QPoint(0, 30), [&](ScriptedDrag& drag) {
         drag.over(nearBottom);
         EXPECT_TRUE(scrolledTo(bottom));
         // The second zone has come under the pointer, which has rested all the while.
-        EXPECT_TRUE(board.find("second"_q)->property("hovered").toBool());
-        EXPECT_FALSE(board.find("first"_q)->property("hovered").toBool());
+        EXPECT_TRUE(board.find(u"second"_s)->property("hovered").toBool());
+        EXPECT_FALSE(board.find(u"first"_s)->property("hovered").toBool());
         drag.over(nearTop);
         EXPECT_TRUE(scrolledTo(0));
     });
@@ -250,17 +247,17 @@ TEST(DraggingNearAnEdge, ScrollsAndTellsWhatComesUnderThePointer) {
 TEST(DraggingInAScrollingArea, UpAndDownDragsAndDoesNotScroll) {
     for (const int by : {16, -16, 120, -120}) {
         Board board({700, 250});
-        QQuickItem* scroll = board.find("scroll"_q);
-        board.drag(board.row("first"_q, 2), [](ScriptedDrag&) {}, {0, by});
-        EXPECT_EQ(board.told, QStringList{"began c"_q});
+        QQuickItem* scroll = board.find(u"scroll"_s);
+        board.drag(board.row(u"first"_s, 2), [](ScriptedDrag&) {}, {0, by});
+        EXPECT_EQ(board.told, QStringList{u"began c"_s});
         EXPECT_EQ(scroll->property("contentY").toReal(), 0);
     }
 }
 
 TEST(DraggingNearAnEdge, ScrollsUnderWhatNobodyThereTakes) {
     Board board({700, 250});
-    QQuickItem* scroll = board.find("scroll"_q);
-    board.drag(board.middle("bot"_q), [&](ScriptedDrag& drag) {
+    QQuickItem* scroll = board.find(u"scroll"_s);
+    board.drag(board.middle(u"bot"_s), [&](ScriptedDrag& drag) {
         EXPECT_FALSE(drag.over(scroll->mapToScene({60, scroll->height() - 4}).toPoint()));
         EXPECT_TRUE(QTest::qWaitFor([=] { return scroll->property("contentY").toReal() > 40; }));
     });

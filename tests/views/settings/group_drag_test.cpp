@@ -9,7 +9,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-const QString crew = QStringLiteral("Crew");
 const QString crewModels = QStringLiteral("End of Crew");
 const QString crewTop = QStringLiteral("Top of Crew");
 const QString crewBots = QStringLiteral("Bots of Crew");

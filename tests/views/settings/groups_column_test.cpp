@@ -12,7 +12,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-const QString crew = QStringLiteral("Crew");
 const QString attach = QStringLiteral("Attach File / Folder");
 const QString objectives = QStringLiteral("Objectives");
 const QString editor = QStringLiteral("Objectives of Crew");
@@ -61,26 +60,24 @@ TEST(GroupsColumn, TellsHowToComeByGroupsWhileThereAreNone) {
 TEST(GroupsColumn, StandsBesideTheGovernor) {
     Column settings;
     settings.show();
-    const QQuickItem* governor = settings.named(QStringLiteral("⚖️ Governor Chain"));
+    const QQuickItem* chain = settings.named(governor);
     const QQuickItem* group = settings.named(crew);
-    EXPECT_GT(group->mapToScene(QPointF()).x(),
-              governor->mapToScene(QPointF(governor->width(), 0)).x());
+    EXPECT_GT(group->mapToScene(QPointF()).x(), chain->mapToScene(QPointF(chain->width(), 0)).x());
 }
 
 TEST(GroupSection, StepsEffortAndSaves) {
     Column settings;
     settings.show();
-    EXPECT_EQ(settings.value(QStringLiteral("Effort")), QStringLiteral("Off"));
+    EXPECT_EQ(settings.value(effort), QStringLiteral("Off"));
     EXPECT_FALSE(settings.named(QStringLiteral("Less Effort"), crew)->isEnabled());
     settings.click(QStringLiteral("More Effort"), crew);
-    EXPECT_EQ(settings.value(QStringLiteral("Effort")), QStringLiteral("Low"));
+    EXPECT_EQ(settings.value(effort), QStringLiteral("Low"));
     EXPECT_THAT(settings.saved(), HasSubstr(R"("effortLevel":"low")"));
 }
 
 TEST(GroupSection, StepsTheBudgetBetweenItsEnds) {
     Column settings;
     settings.show();
-    const QString context = QStringLiteral("Context");
     EXPECT_EQ(settings.value(context), QStringLiteral("Auto"));
     EXPECT_FALSE(settings.named(QStringLiteral("Less Context"), crew)->isEnabled());
     settings.click(QStringLiteral("More Context"), crew);

@@ -64,10 +64,10 @@ TEST(GroupsPart, ShowsNameColourModelsAndSteppers) {
 
 TEST(GroupsPart, TellsOnlyOfTheGroupThatIsDifferent) {
     Groups settings;
-    const QSignalSpy crew(&settings.group(0), &GroupPart::shownChanged);
+    const QSignalSpy changes(&settings.group(0), &GroupPart::shownChanged);
     const QSignalSpy others(&settings.group(1), &GroupPart::shownChanged);
     settings.crew().effortRight();
-    EXPECT_EQ(crew.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(others.count(), 0);
 }
 

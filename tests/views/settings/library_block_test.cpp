@@ -5,13 +5,10 @@
 namespace varnhold::testing {
 namespace {
 
+using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-
-QString operator""_q(const char* text, std::size_t length) {
-    return QString::fromUtf8(text, static_cast<qsizetype>(length));
-}
 
 const QString whisper = QStringLiteral("Whisper (transcription, free/local)");
 const QString say = QStringLiteral("say (voice reply, free/local)");
@@ -25,7 +22,7 @@ struct Library : ShownColumns {
     [[nodiscard]] QQuickItem* row(const QString& name) const {
         return named(name, QAccessible::ListItem);
     }
-    [[nodiscard]] QQuickItem* list() const { return named("Library"_q, QAccessible::List); }
+    [[nodiscard]] QQuickItem* list() const { return named(u"Library"_s, QAccessible::List); }
 };
 
 TEST(LibraryBlock, ShowsTheLocalToolsAloneAndNoDividerWhereTheLibraryIsEmpty) {
@@ -36,7 +33,7 @@ TEST(LibraryBlock, ShowsTheLocalToolsAloneAndNoDividerWhereTheLibraryIsEmpty) {
     EXPECT_EQ(countOf(library.list(), QAccessible::ListItem), 2);
     EXPECT_EQ(countOf(library.list(), QAccessible::Heading), 1);
     EXPECT_FALSE(
-        library.named("Local Tools"_q)->parentItem()->parentItem()->property("divided").toBool());
+        library.named(u"Local Tools"_s)->parentItem()->parentItem()->property("divided").toBool());
 }
 
 TEST(LibraryBlock, HeadsEachSectionAndNotesWhatIsSpecial) {
@@ -44,13 +41,13 @@ TEST(LibraryBlock, HeadsEachSectionAndNotesWhatIsSpecial) {
     library.view->cerebrasModels = {model("b")};
     library.view->openRouterModels = {model("c")};
     library.show();
-    for (const QString& title : {"Local Tools"_q, "Direct"_q, "OpenRouter"_q}) {
+    for (const QString& title : {u"Local Tools"_s, u"Direct"_s, u"OpenRouter"_s}) {
         EXPECT_NE(library.named(title, QAccessible::Heading), nullptr) << qPrintable(title);
     }
-    EXPECT_EQ(library.named("Ollama"_q, QAccessible::Heading), nullptr);
-    EXPECT_NE(library.named("(wafer-scale)"_q), nullptr);
-    EXPECT_NE(library.named("(no tool calls)"_q), nullptr);
-    EXPECT_TRUE(library.named("Direct"_q, QAccessible::Heading)
+    EXPECT_EQ(library.named(u"Ollama"_s, QAccessible::Heading), nullptr);
+    EXPECT_NE(library.named(u"(wafer-scale)"_s), nullptr);
+    EXPECT_NE(library.named(u"(no tool calls)"_s), nullptr);
+    EXPECT_TRUE(library.named(u"Direct"_s, QAccessible::Heading)
                     ->parentItem()
                     ->parentItem()
                     ->property("divided")
@@ -62,42 +59,42 @@ TEST(LibraryBlock, TagsModelsByTheirFamilyUnlessTheyAreReachedDirectly) {
     direct.name = "A & <b>c</b> 🙂";
     Library library({direct, model("b")});
     library.show();
-    EXPECT_EQ(spoken(library.row("A & <b>c</b> 🙂"_q), QAccessible::Description), "Direct"_q);
-    EXPECT_EQ(spoken(library.row("Model b"_q), QAccessible::Description), "Family"_q);
-    EXPECT_EQ(spoken(library.row(say), QAccessible::Description), "Local"_q);
+    EXPECT_EQ(spoken(library.row(u"A & <b>c</b> 🙂"_s), QAccessible::Description), u"Direct"_s);
+    EXPECT_EQ(spoken(library.row(u"Model b"_s), QAccessible::Description), u"Family"_s);
+    EXPECT_EQ(spoken(library.row(say), QAccessible::Description), u"Local"_s);
 }
 
 TEST(LibraryBlock, AsksForTheSheetOfANewModel) {
     Library library({});
     library.show();
-    library.click("Add a model to the library"_q);
+    library.click(u"Add a model to the library"_s);
     EXPECT_TRUE(library.view->showAddModelSheet);
 }
 
 TEST(LibraryBlock, TakesAModelOutOfTheFile) {
     Library library({model("a"), model("b")});
     library.show();
-    library.click(ShownSettings::named(library.row("Model a"_q), "Remove from library"_q));
+    library.click(ShownSettings::named(library.row(u"Model a"_s), u"Remove from library"_s));
     EXPECT_THAT(readLibrary(library.constants.modelLibraryFile)->models, ElementsAre(model("b")));
     library.settle();
-    EXPECT_EQ(library.row("Model a"_q), nullptr);
-    EXPECT_NE(library.row("Model b"_q), nullptr);
+    EXPECT_EQ(library.row(u"Model a"_s), nullptr);
+    EXPECT_NE(library.row(u"Model b"_s), nullptr);
 }
 
 TEST(LibraryBlock, FadesTheRowThatAPointerBeginsToDrag) {
     Library library({model("a")});
     library.show();
-    library.beginDrag(library.row("Model a"_q));
+    library.beginDrag(library.row(u"Model a"_s));
     ASSERT_TRUE(library.view->draggingItem);
     EXPECT_EQ(*library.view->draggingItem, model("a"));
-    EXPECT_TRUE(library.row("Model a"_q)->property("isDragging").toBool());
+    EXPECT_TRUE(library.row(u"Model a"_s)->property("isDragging").toBool());
     QTest::mouseRelease(library.page, Qt::LeftButton);
 }
 
 TEST(LibraryBlock, CarriesTheModelByKeysToWhereItIsTaken) {
     Library library({model("a")});
     library.show();
-    library.row("Model a"_q)->forceActiveFocus(Qt::TabFocusReason);
+    library.row(u"Model a"_s)->forceActiveFocus(Qt::TabFocusReason);
     library.press(Qt::Key_Space);
     EXPECT_EQ(library.view->draggingItem, model("a"));
     library.press(Qt::Key_Tab);
@@ -113,7 +110,7 @@ TEST(LibraryBlock, TakesARowOutOfItsChainByKeys) {
     item.uniqueId = "in-chain";
     library.view->photoModels = {item, model("n")};
     library.show();
-    library.row("Model m"_q)->forceActiveFocus(Qt::TabFocusReason);
+    library.row(u"Model m"_s)->forceActiveFocus(Qt::TabFocusReason);
     library.press(Qt::Key_Space);
     for (int stops = 0; stops < 50 && !library.view->isLibraryTargeted; ++stops) {
         library.press(Qt::Key_Up);
@@ -132,7 +129,7 @@ TEST(LibraryBlock, TakesTextOfOtherProgramsForTheNameOfARow) {
     library.show();
     bool hovered = false;
     library.whileHovering = [&] { hovered = library.view->isLibraryTargeted; };
-    library.dropText("x\n"_q, library.list());
+    library.dropText(u"x\n"_s, library.list());
     library.settle();
     EXPECT_TRUE(hovered);
     EXPECT_FALSE(library.view->isLibraryTargeted);
@@ -150,7 +147,7 @@ TEST(LibraryBlock, ScrollsToTheLastOfManyByKeysAndKeepsOnlyRowsInSight) {
     library.row(whisper)->forceActiveFocus(Qt::TabFocusReason);
     library.press(Qt::Key_End);
     library.settle();
-    ASSERT_EQ(library.focused(), library.row("Model 599"_q));
+    ASSERT_EQ(library.focused(), library.row(u"Model 599"_s));
     EXPECT_LE(library.focused()->mapToItem(library.list(), QPointF(0, 34)).y(),
               library.list()->height());
     library.press(Qt::Key_Home);
@@ -162,7 +159,7 @@ TEST(LibraryBlock, ShowsWhatIsDownloaded) {
     library.show();
     library.view->downloadingModels = {"a"};
     library.view->changed();
-    EXPECT_TRUE(library.row("Model a"_q)->property("isDownloading").toBool());
+    EXPECT_TRUE(library.row(u"Model a"_s)->property("isDownloading").toBool());
     EXPECT_FALSE(library.row(say)->property("isDownloading").toBool());
 }
 

@@ -10,8 +10,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-struct Library : ModelledSettings {
-    explicit Library(const std::vector<AIModelItem>& models) {
+struct LibraryRows : ModelledSettings {
+    explicit LibraryRows(const std::vector<AIModelItem>& models) {
         home.write(constants.modelLibraryFile, encodeLibrary({models}));
         view->refresh();
         modelled();
@@ -26,7 +26,7 @@ struct Library : ModelledSettings {
 TEST(LibraryPart, ShowsTheLocalToolsAloneWhereNoModelIsListed) {
     AIModelItem hidden = model("a");
     hidden.type = "api";
-    const Library settings({hidden});
+    const LibraryRows settings({hidden});
     EXPECT_THAT(settings.shown("name"), ElementsAre("Whisper (transcription, free/local)",
                                                     "say (voice reply, free/local)"));
     EXPECT_THAT(settings.shown("section"), Each("Local Tools"));
@@ -35,7 +35,7 @@ TEST(LibraryPart, ShowsTheLocalToolsAloneWhereNoModelIsListed) {
 }
 
 TEST(LibraryPart, TellsRowsIntoSections) {
-    Library settings({model("b"), model("~a")});
+    LibraryRows settings({model("b"), model("~a")});
     settings.view->openRouterModels = {model("c")};
     settings.view->cerebrasModels = {model("d")};
     settings.view->changed();
@@ -52,14 +52,14 @@ TEST(LibraryPart, TellsRowsIntoSections) {
 }
 
 TEST(LibraryPart, KeepsTwoRowsOfOneModelApart) {
-    Library settings({model("a"), model("a")});
+    LibraryRows settings({model("a"), model("a")});
     EXPECT_THAT(settings.shown("uid"), SizeIs(4));
     settings.library().deleteModel(3);
     EXPECT_THAT(settings.shown("uid"), ElementsAre("LOCAL-WHISPER-0000", "LOCAL-SAY-00000000"));
 }
 
 TEST(LibraryPart, TellsTheRecordWhatIsDragged) {
-    Library settings({model("a")});
+    LibraryRows settings({model("a")});
     settings.library().startDrag(2);
     EXPECT_EQ(settings.view->draggingItem, model("a"));
     EXPECT_THAT(settings.shown("isDragging"), ElementsAre("false", "false", "true"));
@@ -71,7 +71,7 @@ TEST(LibraryPart, TellsTheRecordWhatIsDragged) {
 }
 
 TEST(LibraryPart, TakesADroppedModelOutOfItsChain) {
-    Library settings({model("a")});
+    LibraryRows settings({model("a")});
     settings.view->voiceModels = {model("x"), model("y")};
     settings.library().startDrag(2);
     settings.library().drop(QStringLiteral("x"));
@@ -83,7 +83,7 @@ TEST(LibraryPart, TakesADroppedModelOutOfItsChain) {
 }
 
 TEST(LibraryPart, DeletesAModelFromTheFileAndFromNoChain) {
-    Library settings({model("a"), model("b")});
+    LibraryRows settings({model("a"), model("b")});
     settings.view->voiceModels = {model("a")};
     settings.library().deleteModel(2);
     EXPECT_THAT(settings.shown("uid"),
@@ -93,13 +93,13 @@ TEST(LibraryPart, DeletesAModelFromTheFileAndFromNoChain) {
 }
 
 TEST(LibraryPart, KeepsTheBuiltInToolsWhenTheyAreDeleted) {
-    Library settings({model("b")});
+    LibraryRows settings({model("b")});
     settings.library().deleteModel(0);
     EXPECT_THAT(settings.shown("uid"), SizeIs(3));
 }
 
 TEST(LibraryPart, TellsWhereADragHovers) {
-    Library settings({});
+    LibraryRows settings({});
     QSignalSpy changes(&settings.library(), &LibraryPart::isTargetedChanged);
     settings.library().setTargeted(true);
     settings.library().setTargeted(true);
@@ -111,7 +111,7 @@ TEST(LibraryPart, TellsWhereADragHovers) {
 }
 
 TEST(LibraryPart, AsksForTheSheetOfANewModel) {
-    Library settings({});
+    LibraryRows settings({});
     settings.library().showAddModel();
     EXPECT_TRUE(settings.view->showAddModelSheet);
 }

@@ -5,11 +5,8 @@
 namespace varnhold::testing {
 namespace {
 
+using namespace Qt::StringLiterals;
 using ::testing::SizeIs;
-
-QString operator""_q(const char* text, std::size_t length) {
-    return QString::fromUtf8(text, static_cast<qsizetype>(length));
-}
 
 const std::vector<QString> hints{
     QStringLiteral("Your Telegram AI agents — each bot is a separate assistant"),
@@ -46,7 +43,7 @@ TEST(PromptsBlock, SavesTheMasterPromptAtEachKey) {
     prompts.view->masterPrompt = "Be ";
     prompts.show();
     const long before = prompts.saves();
-    prompts.typeAtTheEnd("Master Prompt Injection"_q, "ok"_q);
+    prompts.typeAtTheEnd(u"Master Prompt Injection"_s, u"ok"_s);
     EXPECT_EQ(prompts.read(prompts.constants.promptFile), "Be ok");
     EXPECT_EQ(prompts.saves() - before, 2);
 }
@@ -54,20 +51,20 @@ TEST(PromptsBlock, SavesTheMasterPromptAtEachKey) {
 TEST(PromptsBlock, ShowsThePromptOfTheBotThatIsSelected) {
     Prompts prompts;
     prompts.show();
-    prompts.clickRow("🤖 ops"_q);
-    EXPECT_EQ(prompts.text("Bot Prompt"_q), "Watch."_q);
-    EXPECT_NE(prompts.named("— 🤖 ops"_q), nullptr);
+    prompts.clickRow(u"🤖 ops"_s);
+    EXPECT_EQ(prompts.text(u"Bot Prompt"_s), u"Watch."_s);
+    EXPECT_NE(prompts.named(u"— 🤖 ops"_s), nullptr);
 }
 
 TEST(PromptsBlock, StoresEachKeyWithTheSelectedBotAlone) {
     Prompts prompts;
     prompts.show();
-    prompts.clickRow("🤖 ops"_q);
-    prompts.typeAtTheEnd("Bot Prompt"_q, " & <b>"_q);
+    prompts.clickRow(u"🤖 ops"_s);
+    prompts.typeAtTheEnd(u"Bot Prompt"_s, u" & <b>"_s);
     EXPECT_EQ(prompts.botsOnDisk()[1].prompt, "Watch. & <b>");
     EXPECT_EQ(prompts.botsOnDisk()[2].prompt, std::nullopt);
-    prompts.clickRow("🤖 dev"_q);
-    EXPECT_EQ(prompts.text("Bot Prompt"_q), QString());
+    prompts.clickRow(u"🤖 dev"_s);
+    EXPECT_EQ(prompts.text(u"Bot Prompt"_s), QString());
     EXPECT_EQ(prompts.botsOnDisk()[1].prompt, "Watch. & <b>");
     EXPECT_EQ(prompts.botsOnDisk()[2].prompt, "");
 }
@@ -76,11 +73,11 @@ TEST(PromptsBlock, KeepsTheCursorWhereTheUserTypes) {
     Prompts prompts;
     prompts.view->masterPrompt = "ac";
     prompts.show();
-    prompts.editor("Master Prompt Injection"_q)->forceActiveFocus(Qt::MouseFocusReason);
+    prompts.editor(u"Master Prompt Injection"_s)->forceActiveFocus(Qt::MouseFocusReason);
     prompts.press(Qt::Key_Home, Qt::ControlModifier);
     prompts.press(Qt::Key_Right);
-    prompts.type("b"_q);
-    prompts.type("b"_q);
+    prompts.type(u"b"_s);
+    prompts.type(u"b"_s);
     EXPECT_EQ(prompts.read(prompts.constants.promptFile), "abbc");
 }
 
@@ -90,7 +87,7 @@ TEST(PromptsBlock, SavesNothingByShowingATextAgain) {
     const long before = prompts.saves();
     prompts.view->masterPrompt = "From elsewhere";
     prompts.view->changed();
-    EXPECT_EQ(prompts.text("Master Prompt Injection"_q), "From elsewhere"_q);
+    EXPECT_EQ(prompts.text(u"Master Prompt Injection"_s), u"From elsewhere"_s);
     EXPECT_EQ(prompts.saves(), before);
 }
 
@@ -101,14 +98,14 @@ TEST(PromptsBlock, ShowsAndHidesTheHintsOfAllColumnsAndNothingElse) {
     for (const QString& hint : hints) {
         EXPECT_EQ(prompts.named(hint), nullptr) << qPrintable(hint);
     }
-    EXPECT_EQ(spoken(prompts.named("Hints"_q), QAccessible::Description), "Show hints"_q);
-    prompts.click("Hints"_q);
+    EXPECT_EQ(spoken(prompts.named(u"Hints"_s), QAccessible::Description), u"Show hints"_s);
+    prompts.click(u"Hints"_s);
     EXPECT_TRUE(prompts.view->showHints);
-    EXPECT_EQ(spoken(prompts.named("Hints"_q), QAccessible::Description), "Hide hints"_q);
+    EXPECT_EQ(spoken(prompts.named(u"Hints"_s), QAccessible::Description), u"Hide hints"_s);
     for (const QString& hint : hints) {
         EXPECT_NE(prompts.named(hint), nullptr) << qPrintable(hint);
     }
-    prompts.named("Hints"_q)->forceActiveFocus(Qt::TabFocusReason);
+    prompts.named(u"Hints"_s)->forceActiveFocus(Qt::TabFocusReason);
     prompts.press(Qt::Key_Space);
     EXPECT_FALSE(prompts.view->showHints);
     EXPECT_EQ(prompts.named(hints.front()), nullptr);
@@ -120,7 +117,7 @@ TEST(PromptsBlock, KeepsTheHintBesideALongNameInSight) {
     prompts.view->userBots[1].title = std::string(300, 'x');
     prompts.view->showHints = true;
     prompts.show();
-    prompts.clickRow("🤖 "_q + QString(300, u'x'));
+    prompts.clickRow(u"🤖 "_s + QString(300, u'x'));
     prompts.settle();
     QQuickItem* hint = prompts.named(hints.back());
     ASSERT_NE(hint, nullptr);

@@ -6,11 +6,8 @@
 namespace varnhold::testing {
 namespace {
 
+using namespace Qt::StringLiterals;
 using ::testing::SizeIs;
-
-QString operator""_q(const char* text, std::size_t length) {
-    return QString::fromUtf8(text, static_cast<qsizetype>(length));
-}
 
 struct Providers : ShownColumns {
     [[nodiscard]] QQuickItem* row(const QString& name) const {
@@ -28,17 +25,17 @@ TEST(ProvidersBlock, ListsTheProvidersInTheirOrder) {
     Providers providers;
     providers.show();
     qreal above = 0;
-    for (const QString& name : {"Anthropic"_q, "Google"_q, "OpenAI"_q, "Qwen"_q, "DeepSeek"_q,
-                                "OpenRouter"_q, "Cerebras"_q}) {
+    for (const QString& name : {u"Anthropic"_s, u"Google"_s, u"OpenAI"_s, u"Qwen"_s, u"DeepSeek"_s,
+                                u"OpenRouter"_s, u"Cerebras"_s}) {
         ASSERT_NE(providers.row(name), nullptr) << qPrintable(name);
         const qreal y = providers.row(name)->mapToScene({}).y();
         EXPECT_GT(y, above);
         above = y;
-        EXPECT_EQ(providers.state(name), "Not signed in"_q);
+        EXPECT_EQ(providers.state(name), u"Not signed in"_s);
     }
-    EXPECT_LE(above + providers.row("Cerebras"_q)->height(), 420);
-    EXPECT_NE(providers.inRow("OpenRouter"_q, "(no tools)"_q), nullptr);
-    EXPECT_NE(providers.inRow("Cerebras"_q, "(governor)"_q), nullptr);
+    EXPECT_LE(above + providers.row(u"Cerebras"_s)->height(), 420);
+    EXPECT_NE(providers.inRow(u"OpenRouter"_s, u"(no tools)"_s), nullptr);
+    EXPECT_NE(providers.inRow(u"Cerebras"_s, u"(governor)"_s), nullptr);
 }
 
 TEST(ProvidersBlock, OpensATerminalForEachPressOfVerify) {
@@ -46,37 +43,37 @@ TEST(ProvidersBlock, OpensATerminalForEachPressOfVerify) {
     providers.view->deepseekMethod = AuthMethod::oauth;
     providers.show();
     providers.platform.children.clear();
-    providers.click(providers.inRow("DeepSeek"_q, "Verify"_q));
-    providers.click(providers.inRow("DeepSeek"_q, "Verify"_q));
+    providers.click(providers.inRow(u"DeepSeek"_s, u"Verify"_s));
+    providers.click(providers.inRow(u"DeepSeek"_s, u"Verify"_s));
     ASSERT_THAT(providers.platform.children, SizeIs(2));
     for (const auto& child : providers.platform.children) {
         EXPECT_EQ(child.request.arguments.back(), "deepseek");
     }
-    EXPECT_EQ(providers.state("DeepSeek"_q), "Not signed in"_q);
+    EXPECT_EQ(providers.state(u"DeepSeek"_s), u"Not signed in"_s);
 }
 
 TEST(ProvidersBlock, ShowsTheFieldOrTheButtonThatTheMethodNeeds) {
     Providers providers;
     providers.show();
-    EXPECT_NE(providers.inRow("Anthropic"_q, "Verify"_q), nullptr);
-    EXPECT_EQ(providers.inRow("Anthropic"_q, "API key of Anthropic"_q), nullptr);
-    providers.click(providers.inRow("Anthropic"_q, "API Key"_q));
+    EXPECT_NE(providers.inRow(u"Anthropic"_s, u"Verify"_s), nullptr);
+    EXPECT_EQ(providers.inRow(u"Anthropic"_s, u"API key of Anthropic"_s), nullptr);
+    providers.click(providers.inRow(u"Anthropic"_s, u"API Key"_s));
     EXPECT_EQ(providers.view->anthropicMethod, AuthMethod::apiKey);
-    EXPECT_EQ(providers.inRow("Anthropic"_q, "Verify"_q), nullptr);
-    EXPECT_NE(providers.inRow("Anthropic"_q, "API key of Anthropic"_q), nullptr);
-    providers.click(providers.inRow("Anthropic"_q, "Login (OAuth)"_q));
+    EXPECT_EQ(providers.inRow(u"Anthropic"_s, u"Verify"_s), nullptr);
+    EXPECT_NE(providers.inRow(u"Anthropic"_s, u"API key of Anthropic"_s), nullptr);
+    providers.click(providers.inRow(u"Anthropic"_s, u"Login (OAuth)"_s));
     EXPECT_EQ(providers.view->anthropicMethod, AuthMethod::oauth);
 }
 
 TEST(ProvidersBlock, KeepsAKeyThatIsTypedUntilTheNextSave) {
     Providers providers;
     providers.show();
-    providers.click("API key of OpenAI"_q);
-    providers.type("sk-1"_q);
+    providers.click(u"API key of OpenAI"_s);
+    providers.type(u"sk-1"_s);
     EXPECT_EQ(providers.view->openaiKey, "sk-1");
-    EXPECT_EQ(providers.state("OpenAI"_q), "Signed in"_q);
-    EXPECT_EQ(providers.named("API key of OpenAI"_q)->property("displayText"),
-              QVariant("sk-1"_q)); // as typed, not hidden
+    EXPECT_EQ(providers.state(u"OpenAI"_s), u"Signed in"_s);
+    EXPECT_EQ(providers.named(u"API key of OpenAI"_s)->property("displayText"),
+              QVariant(u"sk-1"_s)); // as typed, not hidden
     EXPECT_EQ(providers.saves(), 0);
     providers.view->save();
     EXPECT_EQ(readAuthConfig(providers.constants.authConfigFile)->openaiKey, "sk-1");
@@ -85,27 +82,27 @@ TEST(ProvidersBlock, KeepsAKeyThatIsTypedUntilTheNextSave) {
 TEST(ProvidersBlock, TakesTheKeysOfThoseThatKnowNothingElse) {
     Providers providers;
     providers.show();
-    providers.click("API key of OpenRouter"_q);
-    providers.type("or"_q);
-    providers.click("API key of Cerebras"_q);
-    providers.type("ce"_q);
+    providers.click(u"API key of OpenRouter"_s);
+    providers.type(u"or"_s);
+    providers.click(u"API key of Cerebras"_s);
+    providers.type(u"ce"_s);
     EXPECT_EQ(providers.view->openrouterKey, "or");
     EXPECT_EQ(providers.view->cerebrasKey, "ce");
-    EXPECT_EQ(providers.state("Cerebras"_q), "Signed in"_q);
+    EXPECT_EQ(providers.state(u"Cerebras"_s), u"Signed in"_s);
     providers.press(Qt::Key_Backspace);
     providers.press(Qt::Key_Backspace);
-    EXPECT_EQ(providers.state("Cerebras"_q), "Not signed in"_q);
+    EXPECT_EQ(providers.state(u"Cerebras"_s), u"Not signed in"_s);
 }
 
 TEST(ProvidersBlock, KeepsTheCursorWhereTheUserTypes) {
     Providers providers;
     providers.view->qwenKey = "ac";
     providers.show();
-    providers.click("API key of Qwen"_q);
+    providers.click(u"API key of Qwen"_s);
     providers.press(Qt::Key_Home);
     providers.press(Qt::Key_Right);
-    providers.type("b"_q);
-    providers.type("b"_q);
+    providers.type(u"b"_s);
+    providers.type(u"b"_s);
     EXPECT_EQ(providers.view->qwenKey, "abbc");
 }
 
@@ -113,17 +110,17 @@ TEST(ProvidersBlock, LooksForSignInsWhenRefreshed) {
     Providers providers;
     providers.show();
     providers.home.write(providers.home.at(".gemini/oauth_creds.json"), "");
-    EXPECT_EQ(providers.state("Google"_q), "Not signed in"_q);
-    providers.click("Refresh"_q);
-    EXPECT_EQ(providers.state("Google"_q), "Signed in"_q);
+    EXPECT_EQ(providers.state(u"Google"_s), u"Not signed in"_s);
+    providers.click(u"Refresh"_s);
+    EXPECT_EQ(providers.state(u"Google"_s), u"Signed in"_s);
     std::filesystem::remove(providers.home.at(".gemini/oauth_creds.json"));
-    EXPECT_EQ(providers.state("Google"_q), "Signed in"_q); // until the next time
+    EXPECT_EQ(providers.state(u"Google"_s), u"Signed in"_s); // until the next time
 }
 
 TEST(ProvidersBlock, ChoosesTheMethodByArrowKeys) {
     Providers providers;
     providers.show();
-    providers.inRow("Google"_q, "Login (OAuth)"_q)->forceActiveFocus(Qt::TabFocusReason);
+    providers.inRow(u"Google"_s, u"Login (OAuth)"_s)->forceActiveFocus(Qt::TabFocusReason);
     providers.press(Qt::Key_Right);
     EXPECT_EQ(providers.view->googleMethod, AuthMethod::apiKey);
     providers.press(Qt::Key_Left);
@@ -133,8 +130,8 @@ TEST(ProvidersBlock, ChoosesTheMethodByArrowKeys) {
 TEST(ProvidersBlock, CutsNoWordOfTheMethods) {
     Providers providers;
     providers.show();
-    for (const QString& word : {"Login (OAuth)"_q, "API Key"_q}) {
-        QQuickItem* segment = providers.inRow("DeepSeek"_q, word);
+    for (const QString& word : {u"Login (OAuth)"_s, u"API Key"_s}) {
+        QQuickItem* segment = providers.inRow(u"DeepSeek"_s, word);
         ASSERT_NE(segment, nullptr);
         EXPECT_FALSE(
             segment->property("contentItem").value<QQuickItem*>()->property("truncated").toBool());

@@ -9,8 +9,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-struct Providers : ModelledSettings {
-    Providers() { modelled(); }
+struct ProviderRows : ModelledSettings {
+    ProviderRows() { modelled(); }
 
     [[nodiscard]] ProvidersPart& providers() const { return *model->providers(); }
     [[nodiscard]] std::vector<std::string> shown(const char* name) const {
@@ -22,7 +22,7 @@ struct Providers : ModelledSettings {
 };
 
 TEST(ProvidersPart, ShowsThoseWithTwoWaysAboveThoseWithKeysOnly) {
-    const Providers settings;
+    const ProviderRows settings;
     EXPECT_THAT(settings.shown("name"),
                 ElementsAre("Anthropic", "Google", "OpenAI", "Qwen", "DeepSeek"));
     EXPECT_THAT(settings.shown("method"),
@@ -35,7 +35,7 @@ TEST(ProvidersPart, ShowsThoseWithTwoWaysAboveThoseWithKeysOnly) {
 }
 
 TEST(ProvidersPart, TakesAKeyOfAnyKindForASignIn) {
-    Providers settings;
+    ProviderRows settings;
     settings.providers().setApiKey(2, QStringLiteral("k"));
     settings.providers().setOnlyKey(1, QStringLiteral(" "));
     EXPECT_EQ(settings.view->openaiKey, "k");
@@ -46,7 +46,7 @@ TEST(ProvidersPart, TakesAKeyOfAnyKindForASignIn) {
 }
 
 TEST(ProvidersPart, StoresNothingByItself) {
-    Providers settings;
+    ProviderRows settings;
     settings.providers().setApiKey(2, QStringLiteral("k"));
     settings.providers().setMethod(0, QStringLiteral("API Key"));
     settings.providers().setOnlyKey(0, QStringLiteral("k"));
@@ -57,7 +57,7 @@ TEST(ProvidersPart, StoresNothingByItself) {
 }
 
 TEST(ProvidersPart, KeepsKeyAndSignInWhenTheMethodChanges) {
-    Providers settings;
+    ProviderRows settings;
     settings.view->oauthStatuses["openai"] = true;
     settings.providers().setApiKey(2, QStringLiteral("k"));
     settings.providers().setMethod(2, QStringLiteral("Login (OAuth)"));
@@ -71,7 +71,7 @@ TEST(ProvidersPart, KeepsKeyAndSignInWhenTheMethodChanges) {
 }
 
 TEST(ProvidersPart, LooksForSignInsOnlyWhenAsked) {
-    Providers settings;
+    ProviderRows settings;
     settings.home.write(settings.home.at(".claude.json"), ""); // an empty file counts
     settings.view->changed();
     EXPECT_EQ(settings.shown("isAuthorized")[0], "false");
@@ -80,7 +80,7 @@ TEST(ProvidersPart, LooksForSignInsOnlyWhenAsked) {
 }
 
 TEST(ProvidersPart, OpensATerminalForEachVerification) {
-    Providers settings;
+    ProviderRows settings;
     settings.providers().verify(4);
     settings.providers().verify(4);
     ASSERT_THAT(settings.platform.children, SizeIs(2));
@@ -92,7 +92,7 @@ TEST(ProvidersPart, OpensATerminalForEachVerification) {
 }
 
 TEST(ProvidersPart, PassesOverRowsThatAreNone) {
-    Providers settings;
+    ProviderRows settings;
     settings.providers().verify(5);
     settings.providers().setApiKey(-1, QStringLiteral("k"));
     settings.providers().setOnlyKey(2, QStringLiteral("k"));
@@ -102,7 +102,7 @@ TEST(ProvidersPart, PassesOverRowsThatAreNone) {
 }
 
 TEST(ProvidersPart, NamesOnlyTheRowThatChanged) {
-    Providers settings;
+    ProviderRows settings;
     QSignalSpy changes(settings.providers().authRows(), &QAbstractItemModel::dataChanged);
     settings.providers().setApiKey(3, QStringLiteral("k"));
     ASSERT_THAT(changes, SizeIs(1));

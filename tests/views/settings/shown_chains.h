@@ -9,6 +9,16 @@
 
 namespace varnhold::testing {
 
+// What is announced: sections by their titles, steppers by their labels.
+inline const QString governor = QStringLiteral("⚖️ Governor Chain");
+inline const QString architect = QStringLiteral("Architect Chain");
+inline const QString coding = QStringLiteral("Coding Chain");
+inline const QString photo = QStringLiteral("Photo Chain");
+inline const QString audio = QStringLiteral("Audio Chain");
+inline const QString crew = QStringLiteral("Crew"); // the group that tests make
+inline const QString effort = QStringLiteral("Effort");
+inline const QString context = QStringLiteral("Context");
+
 // The chains and groups on a record of their own, shown. Fill the record before show().
 struct ShownChains : SettingsParts {
     QMainWindow window;

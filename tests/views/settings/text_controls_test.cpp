@@ -10,7 +10,7 @@ QStringList heard(const ShownItem& shown) {
     return shown.root()->property("heard").toStringList();
 }
 
-constexpr auto texts = R"(
+constexpr auto textControls = R"(
 Item {
     id: page
     property string word: "one"
@@ -31,7 +31,7 @@ protected:
 };
 
 TEST_P(TextControls, TellOfWhatTheUserTypes) {
-    ShownItem shown(texts);
+    ShownItem shown(textControls);
     shown.click(name());
     shown.press(Qt::Key_End);
     shown.type(QStringLiteral("ab"));
@@ -41,7 +41,7 @@ TEST_P(TextControls, TellOfWhatTheUserTypes) {
 }
 
 TEST_P(TextControls, AreSilentWhenTheirTextIsSet) {
-    ShownItem shown(texts);
+    ShownItem shown(textControls);
     shown.root()->setProperty("word", QStringLiteral("two"));
     EXPECT_EQ(shown.named(name())->property("text").toString(), QStringLiteral("two"));
     shown.root()->setProperty("word", QString());
@@ -49,7 +49,7 @@ TEST_P(TextControls, AreSilentWhenTheirTextIsSet) {
 }
 
 TEST_P(TextControls, KeepTheCursorWhereTheUserTypes) {
-    ShownItem shown(texts);
+    ShownItem shown(textControls);
     shown.click(name());
     shown.press(Qt::Key_Home);
     shown.press(Qt::Key_Right);
@@ -58,7 +58,7 @@ TEST_P(TextControls, KeepTheCursorWhereTheUserTypes) {
 }
 
 TEST_P(TextControls, AreReachedAndLeftByTab) {
-    ShownItem shown(texts);
+    ShownItem shown(textControls);
     QQuickItem* control = shown.named(name());
     for (int press = 0; press < 3 && shown.focused() != control; ++press) {
         shown.press(Qt::Key_Tab);
@@ -71,7 +71,7 @@ TEST_P(TextControls, AreReachedAndLeftByTab) {
 }
 
 TEST_P(TextControls, OfferToCutAndPasteByASecondaryClick) {
-    ShownItem shown(texts);
+    ShownItem shown(textControls);
     shown.click(name());
     shown.press(Qt::Key_A, Qt::ControlModifier);
     const auto choose = [&shown](const QString& title) {
