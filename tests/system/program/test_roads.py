@@ -36,7 +36,7 @@ class RoadTest(unittest.TestCase):
         self.session.control(self.first, "silent")
         self.session.start()
         self.session.await_up(self.first)
-        self.session.await_title("4 of 6 bots running")
+        self.session.await_title("[45] of 6 bots running")
         flat = wait_until("the bar is drawn", self.bar_height)
         wait_until("the bar lies flat", lambda: 0 < self.bar_height() <= 3)
         self.session.control(self.first, "burst", "40")

@@ -338,6 +338,9 @@ class DesktopTest(unittest.TestCase):
 
     def second_start(self, desktop, **environment):
         desktop.await_launched()
+        self.start_again(desktop, **environment)
+
+    def start_again(self, desktop, **environment):
         before = desktop.calls("")
         second = desktop.run_second(**environment)
         self.assertEqual(second.returncode, 0)
@@ -362,6 +365,20 @@ class DesktopTest(unittest.TestCase):
         desktop.start(DBUS_SESSION_BUS_ADDRESS="none:")
         desktop.strip()
         self.second_start(desktop)
+
+    def test_second_start_touches_no_file(self):
+        desktop, _ = self.with_strip()
+        def stamps_after_a_poll():
+            polls = len(desktop.calls("list"))
+            wait_until("a poll", lambda: len(desktop.calls("list")) > polls)
+            return {path: path.lstat().st_mtime_ns for path in desktop.support.rglob("*")}
+        # The first opening of the window has its own reasons to save.
+        self.second_start(desktop)
+        before = stamps_after_a_poll()
+        while (now := stamps_after_a_poll()) != before:
+            before = now
+        self.start_again(desktop)
+        self.assertEqual(stamps_after_a_poll(), before)
 
     def test_start_after_a_crash_is_stopped_by_nothing_left_behind(self):
         for bus in (False, True):
