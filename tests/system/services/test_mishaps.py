@@ -70,17 +70,21 @@ class MishapsTest(ServicesCase):
         self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
 
-    @only("s6", S6_ONLY)
-    def test_of_a_session_that_was_killed_nothing_counts_as_loaded(self):
-        job = self.load()
-        pid = self.row(job)[0]
-        self.kill_all("s6-svscan", "s6-supervise", "agent-exec")
+    def assert_is_forgotten_and_loads_anew(self, job, pid):
+        """The manager is gone, and with it all that it had loaded, under that process id for one."""
         self.assertEqual(self.jobs(), {})
         self.assertEqual(self.bootout(job).code, 3)
         self.assertEqual(self.bootstrap(job), SILENT)
         self.await_up(job, other_than=pid)
         self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
+
+    @only("s6", S6_ONLY)
+    def test_of_a_session_that_was_killed_nothing_counts_as_loaded(self):
+        job = self.load()
+        pid = self.row(job)[0]
+        self.kill_all("s6-svscan", "s6-supervise", "agent-exec")
+        self.assert_is_forgotten_and_loads_anew(job, pid)
 
     @only("s6", S6_ONLY)
     def test_remains_of_former_jobs_do_not_come_back_with_the_next_one(self):
@@ -119,12 +123,7 @@ class MishapsTest(ServicesCase):
         for agent in self.agents():  # the system's own manager does that at the end of a session
             send(agent)
         self.start_systemd()
-        self.assertEqual(self.jobs(), {})
-        self.assertEqual(self.bootout(job).code, 3)
-        self.assertEqual(self.bootstrap(job), SILENT)
-        self.await_up(job, other_than=pid)
-        self.assertEqual(self.bootout(job), SILENT)
-        self.assert_nothing_is_left()
+        self.assert_is_forgotten_and_loads_anew(job, pid)
 
     @only("systemd", S6_HAS_NONE)
     def test_jobs_outlive_a_reload_and_a_new_execution_of_the_user_manager(self):

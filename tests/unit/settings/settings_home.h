@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
@@ -43,6 +44,14 @@ struct SettingsHome {
                 constants.effortPrefsFile,  constants.contextPrefsFile,
                 constants.governorPrefsFile};
     }
+
+    // How often everything was saved.
+    [[nodiscard]] long saves() const {
+        const auto& keys = platform.defaults.written;
+        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
+    }
+
+    [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
 };
 
 inline AIModelItem model(const std::string& id) {

@@ -17,15 +17,7 @@ inline constexpr const char* opsLabel = "com.ostrelleai.ops.telegramd";
 struct Window : SettingsHome {
     Window() { open(); }
 
-    // How often everything was saved.
-    [[nodiscard]] long saves() const {
-        const auto& keys = platform.defaults.written;
-        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
-    }
-
     BotConfig& add(const BotConfig& record) { return view->userBots.emplace_back(record); }
-
-    [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
 
     // The row of the bot with this label.
     [[nodiscard]] BotRow row(const std::string& label) {

@@ -8,7 +8,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr double rainbowEnd = 0.83;
+constexpr double lastHue = 0.83;
 const std::vector<int> sides{16, 22, 24, 32, 48, 64};
 
 std::vector<std::string> rolesOf(int bots) {
@@ -19,19 +19,19 @@ std::vector<std::string> rolesOf(int bots) {
     return roles;
 }
 
-BarImage fleetOf(int bots, const std::string& busy = "") {
+BarImage fleetImage(int bots, const std::string& busy = "") {
     BarState bars;
     setOrder(bars, rolesOf(bots));
     if (!busy.empty()) {
         bars.barCurrent[busy] = 1;
     }
-    return barImage(bars, rainbowEnd);
+    return barImage(bars, lastHue);
 }
 
 TEST(TrayBars, AreNeverASmudgeHoweverManyBotsThereAre) {
     for (const int side : sides) {
         for (const int bots : {0, 1, 2, 5, 7, 8, 20, 21, 22, 60}) {
-            const auto bars = trayBars(fleetOf(bots), side);
+            const auto bars = trayBars(fleetImage(bots), side);
             ASSERT_FALSE(bars.empty());
             int end = -1; // a gap of one pixel before the first costs nothing
             for (const TrayBar& bar : bars) {
@@ -48,7 +48,7 @@ TEST(TrayBars, AreNeverASmudgeHoweverManyBotsThereAre) {
 TEST(TrayBars, StandInTheMiddleOfTheirSquare) {
     for (const int side : sides) {
         for (const int bots : {1, 5, 20, 60}) {
-            const auto bars = trayBars(fleetOf(bots, "0"), side);
+            const auto bars = trayBars(fleetImage(bots, "0"), side);
             const int left = bars.front().x;
             const int right = side - bars.back().x - bars.back().width;
             EXPECT_LE(std::abs(left - right), 1);
@@ -60,24 +60,23 @@ TEST(TrayBars, StandInTheMiddleOfTheirSquare) {
 }
 
 TEST(TrayBars, AreOneForEachBotAsLongAsTheyFit) {
-    EXPECT_EQ(trayBars(fleetOf(5), 16).size(), 5U);
-    EXPECT_EQ(trayBars(fleetOf(6), 16).size(), 5U);
-    EXPECT_EQ(trayBars(fleetOf(7), 22).size(), 7U);
-    EXPECT_EQ(trayBars(fleetOf(20), 64).size(), 20U);
-    EXPECT_EQ(trayBars(fleetOf(60), 64).size(), 21U);
+    EXPECT_EQ(trayBars(fleetImage(5), 16).size(), 5U);
+    EXPECT_EQ(trayBars(fleetImage(6), 16).size(), 5U);
+    EXPECT_EQ(trayBars(fleetImage(7), 22).size(), 7U);
+    EXPECT_EQ(trayBars(fleetImage(20), 64).size(), 20U);
+    EXPECT_EQ(trayBars(fleetImage(60), 64).size(), 21U);
 }
 
 TEST(TrayBars, OfAFullSquareHaveTheStripsMeasure) {
-    EXPECT_THAT(trayBars(fleetOf(5), 16),
-                ElementsAre(TrayBar{1, 7, 2, 2, 0.0}, TrayBar{4, 7, 2, 2, rainbowEnd / 4},
-                            TrayBar{7, 7, 2, 2, rainbowEnd / 2},
-                            TrayBar{10, 7, 2, 2, 0.75 * rainbowEnd},
-                            TrayBar{13, 7, 2, 2, rainbowEnd}));
+    EXPECT_THAT(trayBars(fleetImage(5), 16),
+                ElementsAre(TrayBar{1, 7, 2, 2, 0.0}, TrayBar{4, 7, 2, 2, lastHue / 4},
+                            TrayBar{7, 7, 2, 2, lastHue / 2}, TrayBar{10, 7, 2, 2, 0.75 * lastHue},
+                            TrayBar{13, 7, 2, 2, lastHue}));
 }
 
 TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
     for (int busy = 0; busy < 20; ++busy) {
-        const auto bars = trayBars(fleetOf(20, std::to_string(busy)), 16);
+        const auto bars = trayBars(fleetImage(20, std::to_string(busy)), 16);
         ASSERT_EQ(bars.size(), 5U);
         for (std::size_t i = 0; i < bars.size(); ++i) {
             const bool shared = static_cast<int>(i) == busy / 4;
@@ -87,18 +86,18 @@ TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
 }
 
 TEST(TrayBars, ThatAreSharedKeepTheOrderOfTheRainbow) {
-    const auto bars = trayBars(fleetOf(60), 22);
+    const auto bars = trayBars(fleetImage(60), 22);
     for (std::size_t i = 1; i < bars.size(); ++i) {
         EXPECT_GT(bars[i].hue, bars[i - 1].hue);
     }
     EXPECT_GE(bars.front().hue, 0.0);
-    EXPECT_LE(bars.back().hue, rainbowEnd);
+    EXPECT_LE(bars.back().hue, lastHue);
 }
 
 TEST(TrayBars, FillMostOfTheirSquare) {
     for (const int side : sides) {
         for (const int bots : {5, 8, 20, 60}) {
-            const auto bars = trayBars(fleetOf(bots), side);
+            const auto bars = trayBars(fleetImage(bots), side);
             const int used = bars.back().x + bars.back().width - bars.front().x;
             EXPECT_GE(used, side * 2 / 3) << side << " pixels, " << bots << " bots";
         }
@@ -107,7 +106,7 @@ TEST(TrayBars, FillMostOfTheirSquare) {
 
 TEST(TrayBars, OfASmallFleetAreBroadButNoWall) {
     for (const int side : sides) {
-        EXPECT_EQ(trayBars(fleetOf(1), side).front().width, side / 4);
+        EXPECT_EQ(trayBars(fleetImage(1), side).front().width, side / 4);
     }
 }
 

@@ -80,7 +80,7 @@ TEST_F(AddModelInTheWindow, OffersItsProvidersInAMenu) {
     const auto* menu = control("Provider")->property("popup").value<QObject*>();
     ASSERT_NE(menu, nullptr);
     ASSERT_TRUE(QTest::qWaitFor([menu] { return menu->property("opened").toBool(); }));
-    EXPECT_NE(named(page->quickWindow()->contentItem(), QStringLiteral("ollama")), nullptr);
+    EXPECT_NE(announced(page->quickWindow()->contentItem(), QStringLiteral("ollama")), nullptr);
     press(Qt::Key_Down);
     press(Qt::Key_Return); // the menu has it first
     EXPECT_EQ(valueOf("Provider", "current"), "openai");

@@ -14,23 +14,40 @@ inline QAccessible::Role roleOf(QQuickItem* item) {
     return QAccessible::queryAccessibleInterface(item)->role();
 }
 
-// The first item, from the front, that is announced under this name in this role; null if there is
-// none.
-inline QQuickItem* announced(QQuickItem* under, const QString& name, QAccessible::Role role) {
+// The first item, from the front, that a screen reader finds to be so; null if there is none. The
+// test is a function of a QAccessibleInterface.
+template <typename Test>
+QQuickItem* firstAnnounced(QQuickItem* under, const Test& test) {
     if (!under->isVisible()) {
         return nullptr;
     }
-    if (const auto* accessible = QAccessible::queryAccessibleInterface(under);
-        accessible != nullptr && accessible->role() == role &&
-        accessible->text(QAccessible::Name) == name) {
+    if (const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(under);
+        spoken != nullptr && test(*spoken)) {
         return under;
     }
     for (QQuickItem* child : under->childItems()) {
-        if (QQuickItem* found = announced(child, name, role)) {
+        if (QQuickItem* found = firstAnnounced(child, test)) {
             return found;
         }
     }
     return nullptr;
+}
+
+inline QQuickItem* announced(QQuickItem* under, const QString& name) {
+    return firstAnnounced(under, [&](const QAccessibleInterface& spoken) {
+        return spoken.text(QAccessible::Name) == name;
+    });
+}
+
+inline QQuickItem* announced(QQuickItem* under, const QString& name, QAccessible::Role role) {
+    return firstAnnounced(under, [&](const QAccessibleInterface& spoken) {
+        return spoken.role() == role && spoken.text(QAccessible::Name) == name;
+    });
+}
+
+// Where the item's middle is in its window.
+inline QPoint middleOf(const QQuickItem* item) {
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
 }
 
 // How many stand under it in that role.

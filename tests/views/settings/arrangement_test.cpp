@@ -44,7 +44,7 @@ TEST_F(Arrangement, HasItsResetAtTheFootOfTheRightPane) {
 
 TEST_F(Arrangement, TheDividerFollowsThePointerBetweenItsBounds) {
     show();
-    const QPoint grip = middle(named(QString::fromUtf8(divider)));
+    const QPoint grip = middleOf(named(QString::fromUtf8(divider)));
     drag(grip, grip + QPoint(25, 0));
     EXPECT_EQ(widthOf("leftPane"), 305);
     drag(grip + QPoint(25, 0), grip + QPoint(300, 0));

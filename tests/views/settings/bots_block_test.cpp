@@ -27,7 +27,7 @@ struct Fleet : ShownColumns {
         return named(name, QAccessible::ListItem);
     }
     [[nodiscard]] QQuickItem* inRow(const QString& name, const QString& control) const {
-        return named(row(name), control);
+        return announced(row(name), control);
     }
     void openMenu(const QString& name) {
         click(inRow(name, u"Actions for "_s + name.section(QChar(32), 1)));
@@ -244,7 +244,7 @@ TEST(BotsBlock, ShowsNamesAsTheyStand) {
     ASSERT_NE(fleet.row(u"🤖 Ops & <b>Build</b>"_s), nullptr);
     QQuickItem* longOne = fleet.row(u"🤖 "_s + QString(200, u'x'));
     ASSERT_NE(longOne, nullptr);
-    QQuickItem* menu = ShownSettings::named(longOne, u"Actions for "_s + QString(200, u'x'));
+    QQuickItem* menu = announced(longOne, u"Actions for "_s + QString(200, u'x'));
     EXPECT_LE(menu->mapToItem(longOne, QPointF(menu->width(), 0)).x(), longOne->width());
 }
 

@@ -14,18 +14,8 @@ using ::testing::SizeIs;
 
 // A fleet of the built-in governor, ops and dev; agents named in `running` are alive.
 struct BotRows : ModelledSettings {
-    std::vector<std::string> running;
-
     BotRows() {
-        platform.answer = [this](const platform::ProcessRequest& request) {
-            platform::ProcessResult result;
-            result.started = true;
-            const auto& label = request.arguments.back();
-            if (std::find(running.begin(), running.end(), label) != running.end()) {
-                result.standardOutput = "\"PID\" = 12;";
-            }
-            return result;
-        };
+        answerForAgents();
         view->userBots = {builtInGovernorBot(), bot("ops"), bot("dev")};
         view->userBots[1].token = "1:a";
         view->save();

@@ -22,8 +22,8 @@ const QString codingBots = QStringLiteral("Bots of Coding Chain");
 const QString photoModels = QStringLiteral("End of Photo Chain");
 const QString photoTop = QStringLiteral("Top of Photo Chain");
 
-struct Drag : ShownChains {
-    Drag() {
+struct ChainDrags : ShownChains {
+    ChainDrags() {
         view->workerModels = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")};
         view->directModels = {testing::model("x"), rowModel("y", "Y")};
         view->openrouterKey = "key";
@@ -50,7 +50,7 @@ struct Drag : ShownChains {
         return out;
     }
     [[nodiscard]] QPoint row(const char* id) const {
-        return middle(named(QStringLiteral("Model ") + QString::fromUtf8(id)));
+        return middleOf(named(QStringLiteral("Model ") + QString::fromUtf8(id)));
     }
     // Under the last row of the chain.
     [[nodiscard]] QPoint freeSpace(const QString& zone) const {
@@ -68,7 +68,7 @@ struct Drag : ShownChains {
 };
 
 TEST(ChainDrag, PutsALibraryRowAtTheEndOfAChain) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.dropFree("x", codingModels);
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b", "c", "x"));
@@ -78,7 +78,7 @@ TEST(ChainDrag, PutsALibraryRowAtTheEndOfAChain) {
 }
 
 TEST(ChainDrag, PutsARowAtTheHeadByTheTopStrip) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.dropTop("x", codingTop);
     EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("x", "a", "b", "c"));
@@ -87,7 +87,7 @@ TEST(ChainDrag, PutsARowAtTheHeadByTheTopStrip) {
 }
 
 TEST(ChainDrag, TakesALibraryRowTwiceOnlyIfItHasAnIdentityOfItsOwn) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.dropFree("x", photoModels);
     settings.dropFree("x", photoModels);
@@ -98,7 +98,7 @@ TEST(ChainDrag, TakesALibraryRowTwiceOnlyIfItHasAnIdentityOfItsOwn) {
 }
 
 TEST(ChainDrag, MovesARowFromChainToChain) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.dropFree("B", photoModels);
     settings.dropTop("C", photoTop);
@@ -109,7 +109,7 @@ TEST(ChainDrag, MovesARowFromChainToChain) {
 }
 
 TEST(ChainDrag, OfARowOnItsOwnChainsZonesDoesNothing) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.dropTop("C", codingTop);
     settings.dropFree("A", codingModels);
@@ -118,7 +118,7 @@ TEST(ChainDrag, OfARowOnItsOwnChainsZonesDoesNothing) {
 }
 
 TEST(ChainDrag, IsRefusedWithAnAlertWhereNobodyIsSignedIn) {
-    Drag settings;
+    ChainDrags settings;
     settings.view->directModels[0].provider_key = "claude";
     settings.view->directModels[0].family = "Claude";
     settings.show();
@@ -130,7 +130,7 @@ TEST(ChainDrag, IsRefusedWithAnAlertWhereNobodyIsSignedIn) {
 }
 
 TEST(ChainDrag, OfACerebrasModelIsRefusedFromTheLibraryButMovesBetweenChains) {
-    Drag settings;
+    ChainDrags settings;
     settings.view->directModels[0].family = "Cerebras";
     settings.view->governorModels = {rowModel("z", "Z")};
     settings.view->governorModels[0].family = "Cerebras";
@@ -145,7 +145,7 @@ TEST(ChainDrag, OfACerebrasModelIsRefusedFromTheLibraryButMovesBetweenChains) {
 }
 
 TEST(ChainDrag, ReleasedOnARowOfAnotherChainIsConsumedThere) {
-    Drag settings;
+    ChainDrags settings;
     settings.view->photoModels = {rowModel("p", "P")};
     settings.show();
     settings.dropAt(settings.row("p"), QStringLiteral("A"));
@@ -155,7 +155,7 @@ TEST(ChainDrag, ReleasedOnARowOfAnotherChainIsConsumedThere) {
 }
 
 TEST(ChainDrag, OverRowsOfItsChainReordersAndSavesAtTheDrop) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.lift(QStringLiteral("Model a"), coding);
     EXPECT_TRUE(settings.faint("A"));
@@ -172,7 +172,7 @@ TEST(ChainDrag, OverRowsOfItsChainReordersAndSavesAtTheDrop) {
 }
 
 TEST(ChainDrag, ReleasedBesideTheRowsKeepsTheNewOrderForTheNextSave) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.lift(QStringLiteral("Model a"), coding);
     settings.carryTo(settings.row("b"), QStringLiteral("A"));
@@ -184,7 +184,7 @@ TEST(ChainDrag, ReleasedBesideTheRowsKeepsTheNewOrderForTheNextSave) {
 }
 
 TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     const int type = qmlTypeId("Varnhold", 1, 0, "DragSession");
     auto* session = settings.page->engine()->singletonInstance<DragSession*>(type);
@@ -194,7 +194,7 @@ TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
     session->setCarrier([&](QDrag& drag) {
         carried = drag.mimeData()->text();
         pictured = !drag.pixmap().isNull();
-        settings.carryTo(settings.middle(settings.named(codingBots)), carried);
+        settings.carryTo(middleOf(settings.named(codingBots)), carried);
         EXPECT_FALSE(settings.view->chainBotDropTargeted["worker"]) << "no place for a model";
         settings.dropAt(settings.freeSpace(photoModels), carried);
         return Qt::MoveAction;
@@ -215,7 +215,7 @@ TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
 }
 
 TEST(ChainDrag, NoLongerReordersAfterTwoSeconds) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.lift(QStringLiteral("Model a"), coding);
     settings.platform.advance(2s);
@@ -225,7 +225,7 @@ TEST(ChainDrag, NoLongerReordersAfterTwoSeconds) {
 }
 
 TEST(ChainDrag, OnBuiltInRowsGoesToTheChainAroundThem) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.drop(QStringLiteral("A"), QStringLiteral("say (voice reply, free/local)"), audio);
     EXPECT_THAT(settings.saved(TargetList::voice), ElementsAre("a"));
@@ -233,7 +233,7 @@ TEST(ChainDrag, OnBuiltInRowsGoesToTheChainAroundThem) {
 }
 
 TEST(ChainDrag, OfABotAssignsItOnce) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.drop(QStringLiteral("com.ostrelleai.cto.telegramd"), codingBots);
     const std::string saved = settings.read(settings.constants.chainBotAssignmentsFile);
@@ -247,7 +247,7 @@ TEST(ChainDrag, OfABotAssignsItOnce) {
 }
 
 TEST(ChainDrag, OfTextFromElsewhereCountsAsWhatItSays) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.drop(QStringLiteral("something else"), codingBots);
     settings.dropFree("something else", codingModels);
@@ -258,21 +258,21 @@ TEST(ChainDrag, OfTextFromElsewhereCountsAsWhatItSays) {
 }
 
 TEST(ChainDrag, MarksTheStripAndTheBotsZoneWhileItHoversThere) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
-    settings.carryTo(settings.middle(settings.named(codingTop)), QStringLiteral("x"));
+    settings.carryTo(middleOf(settings.named(codingTop)), QStringLiteral("x"));
     EXPECT_TRUE(settings.view->workerTopTargeted);
     EXPECT_FALSE(settings.view->photoTopTargeted);
     settings.carryTo(settings.freeSpace(codingModels), QStringLiteral("x"));
     EXPECT_FALSE(settings.view->workerTopTargeted);
-    settings.carryTo(settings.middle(settings.named(codingBots)), QStringLiteral("x"));
+    settings.carryTo(middleOf(settings.named(codingBots)), QStringLiteral("x"));
     EXPECT_TRUE(settings.view->chainBotDropTargeted["worker"]);
     settings.leave();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !settings.view->chainBotDropTargeted["worker"]; }));
 }
 
 TEST(ChainDrag, ChecksForALocalModelOnlyAfterAFreshDrop) {
-    Drag settings;
+    ChainDrags settings;
     settings.view->ollamaModels = {testing::model("llama")};
     settings.view->ollamaModels[0].type = "ollama";
     settings.view->ollamaModels[0].provider_key = "openrouter";
@@ -288,7 +288,7 @@ TEST(ChainDrag, ChecksForALocalModelOnlyAfterAFreshDrop) {
 }
 
 TEST(ChainDrag, ToTheLibraryTakesTheRowOut) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.view->handleLibraryDrop({platform::textPayload("B")});
     settings.settle();
@@ -297,7 +297,7 @@ TEST(ChainDrag, ToTheLibraryTakesTheRowOut) {
 }
 
 TEST(ChainKeyboardDrag, ReordersByArrowsAndSavesAtTheDrop) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.focus(QStringLiteral("Model a"), coding);
     settings.key(Qt::Key_Space);
@@ -310,7 +310,7 @@ TEST(ChainKeyboardDrag, ReordersByArrowsAndSavesAtTheDrop) {
 }
 
 TEST(ChainKeyboardDrag, ReachesOtherChains) {
-    Drag settings;
+    ChainDrags settings;
     settings.show();
     settings.focus(QStringLiteral("Model c"), coding);
     settings.key(Qt::Key_Space);
@@ -322,7 +322,7 @@ TEST(ChainKeyboardDrag, ReachesOtherChains) {
 }
 
 TEST(ChainDrag, InAChainOfAHundredMovesOneRow) {
-    Drag settings;
+    ChainDrags settings;
     settings.view->workerModels.clear();
     for (int i = 0; i < 100; ++i) {
         const std::string number = std::to_string(i);

@@ -1,6 +1,6 @@
 #include <QSignalSpy>
 
-#include "settings_parts.h"
+#include "modelled_settings.h"
 
 namespace varnhold::testing {
 namespace {
@@ -9,16 +9,16 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-struct Chains : SettingsParts {
+struct Chains : ModelledSettings {
     Chains() {
         view->workerModels = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")};
         view->userBots = {bot("ops"), bot("cto")};
-        connect();
+        modelled();
     }
 
     ChainPart& coding() { return chain(TargetList::worker); }
     [[nodiscard]] std::vector<std::string> uids(TargetList list) const {
-        return values(*chain(list).models(), "uid");
+        return column(*chain(list).models(), "uid");
     }
 };
 
@@ -58,10 +58,10 @@ TEST(ChainPart, ShowsItsModelsAsRows) {
     settings.view->downloadingModels = {"b"};
     settings.view->changed();
     const KeyedListModel& rows = *settings.coding().models();
-    EXPECT_THAT(settings.values(rows, "name"), ElementsAre("Model a", "Model b", "Model c"));
-    EXPECT_THAT(settings.values(rows, "tag"), ElementsAre("Direct", "Family", "Family"));
-    EXPECT_THAT(settings.values(rows, "ground"), ElementsAre("red", "blue", "blue"));
-    EXPECT_THAT(settings.values(rows, "isDownloading"), ElementsAre("false", "true", "false"));
+    EXPECT_THAT(column(rows, "name"), ElementsAre("Model a", "Model b", "Model c"));
+    EXPECT_THAT(column(rows, "tag"), ElementsAre("Direct", "Family", "Family"));
+    EXPECT_THAT(column(rows, "ground"), ElementsAre("red", "blue", "blue"));
+    EXPECT_THAT(column(rows, "isDownloading"), ElementsAre("false", "true", "false"));
 }
 
 TEST(ChainPart, TellsOnlyOfWhatIsDifferent) {
@@ -121,9 +121,9 @@ TEST(ChainPart, AssignsAndReleasesBots) {
     settings.coding().dropOnBots(QStringLiteral("com.ostrelleai.cto.telegramd"));
     settings.coding().dropOnBots(QStringLiteral("com.ostrelleai.ops.telegramd"));
     settings.platform.runMain();
-    EXPECT_THAT(settings.values(*settings.coding().bots(), "title"), ElementsAre("ops", "cto"));
+    EXPECT_THAT(column(*settings.coding().bots(), "title"), ElementsAre("ops", "cto"));
     settings.coding().unassignBot(QStringLiteral("com.ostrelleai.ops.telegramd"));
-    EXPECT_THAT(settings.values(*settings.coding().bots(), "title"), ElementsAre("cto"));
+    EXPECT_THAT(column(*settings.coding().bots(), "title"), ElementsAre("cto"));
     EXPECT_THAT(settings.read(settings.constants.chainBotAssignmentsFile),
                 ::testing::Not(HasSubstr("ops")));
 }
@@ -131,7 +131,7 @@ TEST(ChainPart, AssignsAndReleasesBots) {
 TEST(ChainPart, ReordersUnderTheDraggedRowAndSavesAtTheDrop) {
     Chains settings;
     EXPECT_EQ(settings.coding().startDrag(QStringLiteral("A")), QStringLiteral("A"));
-    EXPECT_THAT(settings.values(*settings.coding().models(), "isDragging"),
+    EXPECT_THAT(column(*settings.coding().models(), "isDragging"),
                 ElementsAre("true", "false", "false"));
     settings.coding().rowEntered(QStringLiteral("C"));
     EXPECT_THAT(settings.uids(TargetList::worker), ElementsAre("B", "C", "A"));

@@ -231,8 +231,8 @@ TEST(ChainBotsZone, ListsItsBotsInOrderAndReleasesThem) {
     settings.view->chainBotAssignments["worker"] = {bot("cto").launchdLabel,
                                                     bot("ops").launchdLabel, "gone"};
     settings.show();
-    EXPECT_LT(settings.middle(settings.named(QStringLiteral("ops"), coding)).y(),
-              settings.middle(settings.named(QStringLiteral("cto"), coding)).y());
+    EXPECT_LT(middleOf(settings.named(QStringLiteral("ops"), coding)).y(),
+              middleOf(settings.named(QStringLiteral("cto"), coding)).y());
     EXPECT_EQ(settings.named(QStringLiteral("Drag bots here"), coding), nullptr);
     settings.click(QStringLiteral("Remove ops from Coding Chain"));
     EXPECT_EQ(settings.named(QStringLiteral("ops"), coding), nullptr);
@@ -260,9 +260,8 @@ TEST(ChainModels, OfAudioBeginWithTheToolsOfThisMachine) {
     const QQuickItem* say = settings.named(QStringLiteral("say (voice reply, free/local)"), audio);
     ASSERT_NE(whisper, nullptr);
     ASSERT_NE(say, nullptr);
-    EXPECT_LT(settings.middle(whisper).y(), settings.middle(say).y());
-    EXPECT_LT(settings.middle(say).y(),
-              settings.middle(settings.named(QStringLiteral("Model v"), audio)).y());
+    EXPECT_LT(middleOf(whisper).y(), middleOf(say).y());
+    EXPECT_LT(middleOf(say).y(), middleOf(settings.named(QStringLiteral("Model v"), audio)).y());
     settings.lift(QStringLiteral("Whisper (transcription, free/local)"), audio);
     EXPECT_FALSE(settings.view->draggingItem);
 }

@@ -6,10 +6,6 @@
 namespace varnhold::testing {
 namespace {
 
-QStringList heard(const ShownItem& shown) {
-    return shown.root()->property("heard").toStringList();
-}
-
 QString text(QQuickItem* item, QAccessible::Text kind) {
     return QAccessible::queryAccessibleInterface(item)->text(kind);
 }
@@ -41,8 +37,8 @@ TEST(Stepper, GoesOneStepForEachPressOfAnArrow) {
     shown.click(QStringLiteral("More Effort"));
     shown.click(QStringLiteral("More Effort"));
     shown.click(QStringLiteral("Less Effort"));
-    EXPECT_EQ(heard(shown), QStringList({QStringLiteral("right"), QStringLiteral("right"),
-                                         QStringLiteral("left")}));
+    EXPECT_EQ(shown.heard(), QStringList({QStringLiteral("right"), QStringLiteral("right"),
+                                          QStringLiteral("left")}));
 }
 
 TEST(Stepper, StopsAtTheEndsOfItsLadder) {
@@ -50,11 +46,11 @@ TEST(Stepper, StopsAtTheEndsOfItsLadder) {
     EXPECT_FALSE(shown.named(QStringLiteral("Less Effort"))->isEnabled());
     EXPECT_DOUBLE_EQ(shown.named(QStringLiteral("Less Effort"))->opacity(), 0.3);
     shown.click(QStringLiteral("Less Effort"));
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
     for (int press = 0; press < 5; ++press) {
         shown.click(QStringLiteral("More Effort"));
     }
-    EXPECT_EQ(heard(shown).size(), 2);
+    EXPECT_EQ(shown.heard().size(), 2);
     EXPECT_FALSE(shown.named(QStringLiteral("More Effort"))->isEnabled());
 }
 
@@ -63,11 +59,11 @@ TEST(Stepper, TakesTheArrowKeysAndStopsAtTheEnds) {
     shown.press(Qt::Key_Tab);
     ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("Effort")));
     shown.press(Qt::Key_Left);
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
     for (int press = 0; press < 5; ++press) {
         shown.press(Qt::Key_Right);
     }
-    EXPECT_EQ(heard(shown).size(), 2);
+    EXPECT_EQ(shown.heard().size(), 2);
     shown.press(Qt::Key_Left);
     EXPECT_EQ(shown.root()->property("step").toInt(), 1);
 }
@@ -112,7 +108,7 @@ TEST(Segmented, ChoosesByPress) {
     ShownItem shown(services);
     shown.click(QStringLiteral("slack"));
     shown.click(QStringLiteral("slack"));
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("slack")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("slack")));
 }
 
 TEST(Segmented, ChoosesTheNeighbourByArrowKeys) {
@@ -120,12 +116,12 @@ TEST(Segmented, ChoosesTheNeighbourByArrowKeys) {
     shown.press(Qt::Key_Tab);
     ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("telegram")));
     shown.press(Qt::Key_Left);
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
     shown.press(Qt::Key_Right);
     EXPECT_EQ(shown.focused(), shown.named(QStringLiteral("slack")));
     shown.press(Qt::Key_Right);
     shown.press(Qt::Key_Right);
-    EXPECT_EQ(heard(shown), QStringList({QStringLiteral("slack"), QStringLiteral("none")}));
+    EXPECT_EQ(shown.heard(), QStringList({QStringLiteral("slack"), QStringLiteral("none")}));
 }
 
 TEST(Segmented, TellsWhichIsChosen) {
@@ -147,7 +143,7 @@ TEST(Picker, ChoosesFromItsMenuByKeys) {
     shown.press(Qt::Key_Space);
     shown.press(Qt::Key_Down);
     shown.press(Qt::Key_Return);
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("slack")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("slack")));
 }
 
 TEST(Picker, KeepsShowingTheValueThatTheRecordHas) {
@@ -156,7 +152,7 @@ TEST(Picker, KeepsShowingTheValueThatTheRecordHas) {
     QQuickItem* picker = shown.named(QStringLiteral("Service to pick"));
     picker->forceActiveFocus();
     shown.press(Qt::Key_Down);
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("slack")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("slack")));
     EXPECT_EQ(text(picker, QAccessible::Description), QStringLiteral("telegram"));
 }
 
@@ -168,7 +164,7 @@ Item {
 })");
     EXPECT_EQ(role(shown.named(QStringLiteral("notes"))), QAccessible::ListItem);
     shown.click(QStringLiteral("Remove notes"));
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("removed")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("removed")));
 }
 
 TEST(ModelBlock, AsksToBeRemovedByTheKeyboardToo) {
@@ -183,7 +179,7 @@ Item {
     shown.press(Qt::Key_Tab);
     ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("Remove from library")));
     shown.press(Qt::Key_Return);
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("removed")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("removed")));
 }
 
 TEST(Buttons, ShowARingOnlyWhereTheKeyboardIs) {

@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 
+#include "announced.h"
+
 namespace varnhold::testing {
 
 namespace {
@@ -207,8 +209,7 @@ QPoint Board::row(const QString& list, int number) const {
 }
 
 QPoint Board::middle(const QString& item) const {
-    const QQuickItem* found = find(item);
-    return found->mapToScene(QPointF(found->width() / 2, found->height() / 2)).toPoint();
+    return middleOf(find(item));
 }
 
 DragSession& Board::session() const {

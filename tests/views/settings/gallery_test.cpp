@@ -16,7 +16,7 @@ protected:
 TEST_P(SettingsPictures, GalleryOfTheControls) {
     ShownItem shown("Gallery {}", {960, 820});
     shown.press(Qt::Key_Tab); // a ring to see
-    QTest::mouseMove(&shown.widget, shown.middle(shown.named(QStringLiteral("Delete"))));
+    QTest::mouseMove(&shown.widget, middleOf(shown.named(QStringLiteral("Delete"))));
     expectPicture(GetParam() ? QStringLiteral("gallery-dark") : QStringLiteral("gallery"),
                   QPixmap::fromImage(shown.widget.grabFramebuffer()));
 }

@@ -13,8 +13,8 @@ const QString crewModels = QStringLiteral("End of Crew");
 const QString crewTop = QStringLiteral("Top of Crew");
 const QString crewBots = QStringLiteral("Bots of Crew");
 
-struct Drag : ShownChains {
-    Drag() {
+struct GroupDrags : ShownChains {
+    GroupDrags() {
         view->customGroups = {
             CustomBotGroup{.name = "Crew",
                            .models = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")}}};
@@ -33,7 +33,7 @@ struct Drag : ShownChains {
     }
     [[nodiscard]] std::string saved() const { return read(constants.customGroupsFile); }
     [[nodiscard]] QPoint row(const char* id) const {
-        return middle(named(QStringLiteral("Model ") + QString::fromUtf8(id), crew));
+        return middleOf(named(QStringLiteral("Model ") + QString::fromUtf8(id), crew));
     }
     void dropFree(const char* text) {
         const QQuickItem* area = named(crewModels);
@@ -43,7 +43,7 @@ struct Drag : ShownChains {
 };
 
 TEST(GroupDrag, PutsLibraryModelsAtTheEndOrTheHead) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.dropFree("x");
     settings.drop(QStringLiteral("Y"), crewTop);
@@ -53,7 +53,7 @@ TEST(GroupDrag, PutsLibraryModelsAtTheEndOrTheHead) {
 }
 
 TEST(GroupDrag, TakesAModelTwiceOnlyByAnIdentityOfItsOwn) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.dropFree("x");
     settings.dropFree("x");
@@ -63,7 +63,7 @@ TEST(GroupDrag, TakesAModelTwiceOnlyByAnIdentityOfItsOwn) {
 }
 
 TEST(GroupDrag, AsksForNoSignIn) {
-    Drag settings;
+    GroupDrags settings;
     settings.view->allLibraryModels[0].family = "Cerebras";
     settings.view->allLibraryModels[0].provider_key = "cerebras";
     settings.show();
@@ -73,7 +73,7 @@ TEST(GroupDrag, AsksForNoSignIn) {
 }
 
 TEST(GroupDrag, TakesNoRowOfAChain) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.dropFree("W");
     EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c"));
@@ -82,7 +82,7 @@ TEST(GroupDrag, TakesNoRowOfAChain) {
 }
 
 TEST(GroupDrag, EndsADragOutOfTheChainsToo) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.lift(QStringLiteral("Model w"), QStringLiteral("Coding Chain"));
     EXPECT_TRUE(settings.view->draggingItem);
@@ -91,7 +91,7 @@ TEST(GroupDrag, EndsADragOutOfTheChainsToo) {
 }
 
 TEST(GroupDrag, OverRowsReordersAndSavesAtTheDrop) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.lift(QStringLiteral("Model a"), crew);
     const QPoint third = settings.row("c");
@@ -103,7 +103,7 @@ TEST(GroupDrag, OverRowsReordersAndSavesAtTheDrop) {
 }
 
 TEST(GroupDrag, NoLongerReordersAfterHalfASecond) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.lift(QStringLiteral("Model a"), crew);
     settings.platform.advance(500ms);
@@ -112,14 +112,14 @@ TEST(GroupDrag, NoLongerReordersAfterHalfASecond) {
 }
 
 TEST(GroupDrag, ReleasedOnARowIsConsumedThere) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.dropAt(settings.row("b"), QStringLiteral("x"));
     EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c"));
 }
 
 TEST(GroupDrag, OfABotAssignsItOnce) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.drop(QStringLiteral("com.ostrelleai.cto.telegramd"), crewBots);
     settings.drop(QStringLiteral("com.ostrelleai.cto.telegramd"), crewBots);
@@ -129,7 +129,7 @@ TEST(GroupDrag, OfABotAssignsItOnce) {
 }
 
 TEST(GroupDrag, ByKeysReordersToo) {
-    Drag settings;
+    GroupDrags settings;
     settings.show();
     settings.focus(QStringLiteral("Model c"), crew);
     settings.key(Qt::Key_Space);

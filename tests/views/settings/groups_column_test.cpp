@@ -205,7 +205,7 @@ TEST(GroupAttach, TakesFilesDroppedOnTheButtonOnce) {
     Column settings;
     settings.home.makeFolder(settings.home.at("notes"));
     settings.show();
-    const QPoint at = settings.middle(settings.named(attach, crew));
+    const QPoint at = middleOf(settings.named(attach, crew));
     for (int turn = 0; turn < 2; ++turn) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(toQString(settings.home.at("notes")))});

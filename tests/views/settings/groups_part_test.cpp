@@ -3,7 +3,7 @@
 #include <QSignalSpy>
 #include <QUrl>
 
-#include "settings_parts.h"
+#include "modelled_settings.h"
 
 namespace varnhold::testing {
 namespace {
@@ -13,7 +13,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-struct Groups : SettingsParts {
+struct Groups : ModelledSettings {
     Groups() {
         view->customGroups = {
             CustomBotGroup{.name = "Crew",
@@ -22,11 +22,11 @@ struct Groups : SettingsParts {
             CustomBotGroup{.name = "Others"}};
         view->allLibraryModels = {testing::model("x"), testing::model("y")};
         view->userBots = {bot("ops"), bot("cto")};
-        connect();
+        modelled();
     }
 
     [[nodiscard]] GroupPart& crew() const { return group(0); }
-    [[nodiscard]] std::vector<std::string> ids() const { return values(*crew().models(), "name"); }
+    [[nodiscard]] std::vector<std::string> ids() const { return column(*crew().models(), "name"); }
     [[nodiscard]] std::string saved() const { return read(constants.customGroupsFile); }
 };
 
@@ -90,10 +90,10 @@ TEST(GroupsPart, TakesAndReleasesBots) {
     settings.crew().dropOnBots(QStringLiteral("com.ostrelleai.cto.telegramd"));
     settings.crew().dropOnBots(QStringLiteral("nobody"));
     settings.platform.runMain();
-    EXPECT_THAT(settings.values(*settings.crew().bots(), "title"), ElementsAre("cto"));
+    EXPECT_THAT(column(*settings.crew().bots(), "title"), ElementsAre("cto"));
     EXPECT_THAT(settings.saved(), HasSubstr("com.ostrelleai.cto.telegramd"));
     settings.crew().unassignBot(QStringLiteral("com.ostrelleai.cto.telegramd"));
-    EXPECT_THAT(settings.values(*settings.crew().bots(), "title"), IsEmpty());
+    EXPECT_THAT(column(*settings.crew().bots(), "title"), IsEmpty());
 }
 
 TEST(GroupsPart, TakesModelsOfTheLibraryAtTheEndAndAtTheHead) {
@@ -111,7 +111,7 @@ TEST(GroupsPart, TakesModelsOfTheLibraryAtTheEndAndAtTheHead) {
 TEST(GroupsPart, ReordersUnderTheDraggedRowAndSavesAtTheDrop) {
     Groups settings;
     EXPECT_EQ(settings.crew().startDrag(QStringLiteral("C")), QStringLiteral("C"));
-    EXPECT_THAT(settings.values(*settings.crew().models(), "isDragging"),
+    EXPECT_THAT(column(*settings.crew().models(), "isDragging"),
                 ElementsAre("false", "false", "true"));
     settings.crew().rowEntered(QStringLiteral("A"));
     EXPECT_THAT(settings.ids(), ElementsAre("Model c", "Model a", "Model b"));
@@ -124,10 +124,10 @@ TEST(GroupsPart, ForgetsADragThatReportsNoEndAfterHalfASecond) {
     Groups settings;
     settings.crew().startDrag(QStringLiteral("C"));
     settings.platform.advance(499ms);
-    EXPECT_THAT(settings.values(*settings.crew().models(), "isDragging"),
+    EXPECT_THAT(column(*settings.crew().models(), "isDragging"),
                 ElementsAre("false", "false", "true"));
     settings.platform.advance(1ms);
-    EXPECT_THAT(settings.values(*settings.crew().models(), "isDragging"),
+    EXPECT_THAT(column(*settings.crew().models(), "isDragging"),
                 ElementsAre("false", "false", "false"));
     settings.crew().rowEntered(QStringLiteral("A"));
     EXPECT_THAT(settings.ids(), ElementsAre("Model a", "Model b", "Model c"));
@@ -141,10 +141,9 @@ TEST(GroupsPart, AttachesDroppedFilesAndTheirDoctrine) {
                            QUrl(QStringLiteral("https://example.org/x.txt"))};
     settings.crew().attachUrls(urls);
     settings.crew().attachUrls(urls);
-    EXPECT_THAT(settings.values(*settings.crew().attachments(), "name"), ElementsAre("notes"));
-    EXPECT_THAT(settings.values(*settings.crew().attachments(), "image"),
-                ElementsAre("folder.fill"));
-    EXPECT_THAT(settings.values(*settings.crew().doctrine(), "name"), ElementsAre("doctrine.txt"));
+    EXPECT_THAT(column(*settings.crew().attachments(), "name"), ElementsAre("notes"));
+    EXPECT_THAT(column(*settings.crew().attachments(), "image"), ElementsAre("folder.fill"));
+    EXPECT_THAT(column(*settings.crew().doctrine(), "name"), ElementsAre("doctrine.txt"));
     settings.crew().removeAttachment(toQString(folder));
     EXPECT_EQ(settings.crew().attachments()->count(), 0);
     EXPECT_EQ(settings.crew().doctrine()->count(), 1) << "what came from it stays";

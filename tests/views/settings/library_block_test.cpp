@@ -74,7 +74,7 @@ TEST(LibraryBlock, AsksForTheSheetOfANewModel) {
 TEST(LibraryBlock, TakesAModelOutOfTheFile) {
     Library library({model("a"), model("b")});
     library.show();
-    library.click(ShownSettings::named(library.row(u"Model a"_s), u"Remove from library"_s));
+    library.click(announced(library.row(u"Model a"_s), u"Remove from library"_s));
     EXPECT_THAT(readLibrary(library.constants.modelLibraryFile)->models, ElementsAre(model("b")));
     library.settle();
     EXPECT_EQ(library.row(u"Model a"_s), nullptr);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-
 #include "unit/settings/settings_home.h"
 #include "views/qt_text.h"
 #include "views/settings/settings_model.h"
@@ -10,9 +8,10 @@ namespace varnhold::testing {
 
 // The bridge on a record of its own, without a window. Fill the record before modelled().
 struct ModelledSettings : SettingsHome {
-    ModelledSettings() { open(); }
-
     std::unique_ptr<SettingsModel> model;
+    std::vector<std::string> running; // labels of the agents that are alive, once answerForAgents()
+
+    ModelledSettings() { open(); }
 
     SettingsModel& modelled() {
         model = std::make_unique<SettingsModel>(
@@ -20,13 +19,31 @@ struct ModelledSettings : SettingsHome {
         return *model;
     }
 
-    // How often everything was saved.
-    [[nodiscard]] long saves() const {
-        const auto& keys = platform.defaults.written;
-        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
+    void answerForAgents() {
+        platform.answer = [this](const platform::ProcessRequest& request) {
+            platform::ProcessResult result;
+            result.started = true;
+            const auto& label = request.arguments.back();
+            if (std::find(running.begin(), running.end(), label) != running.end()) {
+                result.standardOutput = "\"PID\" = 12;";
+            }
+            return result;
+        };
     }
 
-    [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
+    [[nodiscard]] ChainPart& chain(TargetList list) const {
+        QQmlListProperty<ChainPart> chains = model->chains();
+        for (qsizetype i = 0;; ++i) {
+            ChainPart* part = chains.at(&chains, i);
+            if (part->key().toStdString() == chainKey(list)) {
+                return *part;
+            }
+        }
+    }
+
+    [[nodiscard]] GroupPart& group(int row) const {
+        return *model->groups()->groups()->value(row, QStringLiteral("group")).value<GroupPart*>();
+    }
 };
 
 // Values of that name, from the first row to the last.
@@ -36,6 +53,12 @@ inline std::vector<std::string> column(const KeyedListModel& rows, const char* n
         values.push_back(rows.value(row, QString::fromLatin1(name)).toString().toStdString());
     }
     return values;
+}
+
+inline AIModelItem rowModel(const std::string& id, const std::string& uid) {
+    AIModelItem item = model(id);
+    item.uniqueId = uid;
+    return item;
 }
 
 } // namespace varnhold::testing

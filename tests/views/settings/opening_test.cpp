@@ -38,8 +38,7 @@ struct Opening : ::testing::Test, SettingsHome {
     }
     [[nodiscard]] static bool shows(const char* name) {
         const auto* page = shown() ? shown()->findChild<SettingsPage*>() : nullptr;
-        return page != nullptr &&
-               ShownSettings::named(page->rootObject(), QString::fromUtf8(name)) != nullptr;
+        return page != nullptr && announced(page->rootObject(), QString::fromUtf8(name)) != nullptr;
     }
 };
 

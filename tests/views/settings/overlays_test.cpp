@@ -3,10 +3,6 @@
 namespace varnhold::testing {
 namespace {
 
-QStringList heard(const ShownItem& shown) {
-    return shown.root()->property("heard").toStringList();
-}
-
 // A page with a button, and over it a sheet with a field and two buttons.
 constexpr auto sheet = R"(
 Item {
@@ -34,7 +30,7 @@ TEST(Sheet, IsDismissedByEscapeAndGivesTheKeyboardBack) {
     shown.root()->setProperty("asked", true);
     EXPECT_EQ(shown.focused(), shown.named(QStringLiteral("Name")));
     shown.press(Qt::Key_Escape);
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("dismissed")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("dismissed")));
     EXPECT_EQ(shown.focused(), behind);
 }
 
@@ -58,9 +54,9 @@ TEST(Sheet, KeepsPressesFromThePage) {
     ShownItem shown(sheet);
     shown.root()->setProperty("asked", true);
     shown.click(QStringLiteral("Behind"));
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
     shown.click(QStringLiteral("Cancel"));
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("cancel")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("cancel")));
 }
 
 TEST(Sheet, IsADialogOfItsName) {
@@ -94,7 +90,7 @@ TEST(ContextMenu, TellsWhichRowWasPressed) {
     shown.click(QStringLiteral("More"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return shown.named(QStringLiteral("slack")) != nullptr; }));
     shown.click(QStringLiteral("slack"));
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("4")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("4")));
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown.named(QStringLiteral("slack")) == nullptr; }));
 }
 
@@ -105,7 +101,7 @@ TEST(ContextMenu, GoesFromActionToActionByTheArrowKeys) {
     shown.press(Qt::Key_Down);
     shown.press(Qt::Key_Down);
     shown.press(Qt::Key_Return);
-    EXPECT_EQ(heard(shown), QStringList(QStringLiteral("3")));
+    EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("3")));
 }
 
 TEST(ContextMenu, IsLeftByEscapeWithNothingChosen) {
@@ -116,7 +112,7 @@ TEST(ContextMenu, IsLeftByEscapeWithNothingChosen) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return shown.named(QStringLiteral("Pause")) != nullptr; }));
     shown.press(Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown.named(QStringLiteral("Pause")) == nullptr; }));
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
     EXPECT_EQ(shown.focused(), more);
 }
 

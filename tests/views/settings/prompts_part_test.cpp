@@ -8,8 +8,8 @@ namespace {
 
 using ::testing::SizeIs;
 
-struct Prompts : ModelledSettings {
-    Prompts() {
+struct PromptRows : ModelledSettings {
+    PromptRows() {
         view->userBots = {bot("ops"), bot("dev")};
         view->userBots[0].prompt = "Watch.";
         view->selectedBot.reset();
@@ -20,7 +20,7 @@ struct Prompts : ModelledSettings {
 };
 
 TEST(PromptsPart, SavesTheMasterPromptAtEachChange) {
-    Prompts settings;
+    PromptRows settings;
     QSignalSpy changes(&settings.prompts(), &PromptsPart::masterPromptChanged);
     settings.prompts().setMasterPrompt(QStringLiteral("Be kind 🙂"));
     EXPECT_EQ(settings.read(settings.constants.promptFile), "Be kind 🙂");
@@ -32,7 +32,7 @@ TEST(PromptsPart, SavesTheMasterPromptAtEachChange) {
 }
 
 TEST(PromptsPart, NamesTheBotBeforeItGivesItsPrompt) {
-    Prompts settings;
+    PromptRows settings;
     QString subject;
     QObject::connect(&settings.prompts(), &PromptsPart::botPromptChanged,
                      [&] { subject = settings.prompts().botSubject(); });
@@ -43,7 +43,7 @@ TEST(PromptsPart, NamesTheBotBeforeItGivesItsPrompt) {
 }
 
 TEST(PromptsPart, StoresEachEditWithTheSelectedBot) {
-    Prompts settings;
+    PromptRows settings;
     settings.model->bots()->select(0);
     settings.prompts().setBotPrompt(QStringLiteral("Watch & wait <b>"));
     EXPECT_EQ(settings.botsOnDisk()[0].prompt, "Watch & wait <b>");
@@ -51,7 +51,7 @@ TEST(PromptsPart, StoresEachEditWithTheSelectedBot) {
 }
 
 TEST(PromptsPart, LeavesTheBotsAloneWhileNoneIsSelected) {
-    Prompts settings;
+    PromptRows settings;
     settings.prompts().setBotPrompt(QStringLiteral("Lost"));
     EXPECT_EQ(settings.prompts().botPrompt(), QStringLiteral("Lost"));
     EXPECT_EQ(settings.saves(), 0);
@@ -61,7 +61,7 @@ TEST(PromptsPart, LeavesTheBotsAloneWhileNoneIsSelected) {
 }
 
 TEST(PromptsPart, GivesABotWithoutAPromptAnEmptyOneAfterAnothersText) {
-    Prompts settings;
+    PromptRows settings;
     settings.model->bots()->select(0);
     settings.model->bots()->select(1);
     EXPECT_EQ(settings.botsOnDisk()[0].prompt, "Watch.");

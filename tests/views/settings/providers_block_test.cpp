@@ -14,7 +14,7 @@ struct Providers : ShownColumns {
         return named(name, QAccessible::ListItem);
     }
     [[nodiscard]] QQuickItem* inRow(const QString& name, const QString& control) const {
-        return ShownSettings::named(row(name), control);
+        return announced(row(name), control);
     }
     [[nodiscard]] QString state(const QString& name) const {
         return spoken(row(name), QAccessible::Description);

@@ -76,7 +76,7 @@ TEST_F(Sheets, AVeryLongAlertKeepsItsButtonInTheWindow) {
 TEST_F(Sheets, KeepThePageFromBeingClicked) {
     view->workerModels = {varnhold::testing::model("worker")};
     show();
-    const QPoint reset = middle(named(QStringLiteral("Reset")));
+    const QPoint reset = middleOf(named(QStringLiteral("Reset")));
     raiseAlert("Something.");
     QTest::mouseClick(page, Qt::LeftButton, {}, reset);
     EXPECT_THAT(view->workerModels, SizeIs(1));

@@ -6,7 +6,7 @@
 #include <QQmlExpression>
 #include <QQuickWindow>
 
-#include "shown_settings.h"
+#include "views/settings/settings_page.h"
 
 namespace varnhold::testing {
 
@@ -15,7 +15,7 @@ ShownChains::~ShownChains() {
 }
 
 void ShownChains::show(const QSize& size) {
-    connect();
+    modelled();
     page = new QQuickWidget(&window);
     page->setResizeMode(QQuickWidget::SizeRootObjectToView);
     page->setAcceptDrops(true);
@@ -42,11 +42,11 @@ void ShownChains::settle() {
 QQuickItem* ShownChains::named(const QString& name, const QString& under) const {
     QQuickItem* root = page->quickWindow()->contentItem(); // menus stand beside the page
     if (!under.isEmpty()) {
-        root = ShownSettings::named(root, under);
+        root = announced(root, under);
     }
     if (root != nullptr) {
         for (QQuickItem* child : root->childItems()) {
-            if (QQuickItem* found = ShownSettings::named(child, name)) {
+            if (QQuickItem* found = announced(child, name)) {
                 return found;
             }
         }
@@ -65,14 +65,10 @@ QVariant ShownChains::theme(const char* property) const {
         .evaluate();
 }
 
-QPoint ShownChains::middle(const QQuickItem* item) {
-    return ShownSettings::middle(item);
-}
-
 void ShownChains::click(const QString& name, const QString& under, Qt::MouseButton button) {
     const QQuickItem* item = named(name, under);
     ASSERT_NE(item, nullptr) << qPrintable(name);
-    QTest::mouseClick(page, button, {}, middle(item));
+    QTest::mouseClick(page, button, {}, middleOf(item));
     settle();
 }
 
@@ -90,7 +86,7 @@ void ShownChains::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 void ShownChains::lift(const QString& name, const QString& under) {
     const QQuickItem* row = named(name, under);
     ASSERT_NE(row, nullptr) << qPrintable(name);
-    const QPoint at = middle(row);
+    const QPoint at = middleOf(row);
     QTest::mousePress(page, Qt::LeftButton, {}, at);
     for (int step = 1; step <= 4; ++step) {
         QTest::mouseMove(page, at + QPoint(0, 5 * step));
@@ -125,7 +121,7 @@ void ShownChains::dropAt(const QPoint& at, const QString& text) {
 void ShownChains::drop(const QString& text, const QString& name, const QString& under) {
     const QQuickItem* item = named(name, under);
     ASSERT_NE(item, nullptr) << qPrintable(name);
-    dropAt(middle(item), text);
+    dropAt(middleOf(item), text);
 }
 
 void ShownChains::leave() {

@@ -5,7 +5,8 @@
 #include <QQuickWidget>
 #include <QTest>
 
-#include "settings_parts.h"
+#include "announced.h"
+#include "modelled_settings.h"
 
 namespace varnhold::testing {
 
@@ -20,7 +21,7 @@ inline const QString effort = QStringLiteral("Effort");
 inline const QString context = QStringLiteral("Context");
 
 // The chains and groups on a record of their own, shown. Fill the record before show().
-struct ShownChains : SettingsParts {
+struct ShownChains : ModelledSettings {
     QMainWindow window;
     QQuickWidget* page = nullptr;
 
@@ -39,8 +40,6 @@ struct ShownChains : SettingsParts {
     [[nodiscard]] QQuickItem* focused() const;
     // A colour or measure of the window's theme.
     [[nodiscard]] QVariant theme(const char* property) const;
-    // On the page.
-    [[nodiscard]] static QPoint middle(const QQuickItem* item);
 
     void click(const QString& name, const QString& under = {},
                Qt::MouseButton button = Qt::LeftButton);

@@ -8,22 +8,9 @@
 
 namespace varnhold::testing {
 
-// The window, with what its left pane and its top block need of their surroundings. Agents named in
-// `running` are alive.
+// The window, with what its left pane and its top block need of their surroundings.
 struct ShownColumns : ShownSettings {
-    std::vector<std::string> running;
-
-    ShownColumns() {
-        platform.answer = [this](const platform::ProcessRequest& request) {
-            platform::ProcessResult result;
-            result.started = true;
-            const auto& label = request.arguments.back();
-            if (std::find(running.begin(), running.end(), label) != running.end()) {
-                result.standardOutput = "\"PID\" = 12;";
-            }
-            return result;
-        };
-    }
+    ShownColumns() { answerForAgents(); }
 
     void show(int paneWidth = 280) {
         ShownSettings::show();
@@ -74,7 +61,7 @@ struct ShownColumns : ShownSettings {
     void dropText(const QString& text, const QQuickItem* target) {
         QMimeData dragged;
         dragged.setText(text);
-        const QPoint at = middle(target);
+        const QPoint at = middleOf(target);
         QDragEnterEvent entered(at, Qt::CopyAction, &dragged, Qt::LeftButton, {});
         QCoreApplication::sendEvent(page, &entered);
         QDragMoveEvent moved(at, Qt::CopyAction, &dragged, Qt::LeftButton, {});
@@ -87,7 +74,7 @@ struct ShownColumns : ShownSettings {
 
     // A press and a move far enough to be a drag.
     void beginDrag(const QQuickItem* item) {
-        const QPoint from = middle(item) - QPoint(40, 0);
+        const QPoint from = middleOf(item) - QPoint(40, 0);
         QTest::mousePress(page, Qt::LeftButton, {}, from);
         for (const int by : {4, 8, 12}) {
             const QPoint at = from + QPoint(by, by);
@@ -96,14 +83,6 @@ struct ShownColumns : ShownSettings {
             QCoreApplication::sendEvent(page, &moved);
         }
     }
-
-    // How often everything was saved.
-    [[nodiscard]] long saves() const {
-        const auto& keys = platform.defaults.written;
-        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
-    }
-
-    [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
 };
 
 } // namespace varnhold::testing

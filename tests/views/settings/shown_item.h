@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAccessible>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -9,6 +8,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include "announced.h"
 #include "views/settings/settings_page.h"
 
 namespace varnhold::testing {
@@ -37,35 +37,18 @@ struct ShownItem {
     [[nodiscard]] QQuickItem* root() const { return widget.rootObject(); }
     [[nodiscard]] QQuickItem* focused() const { return widget.quickWindow()->activeFocusItem(); }
 
+    // What the piece has noted in a property of that name.
+    [[nodiscard]] QStringList heard() const { return root()->property("heard").toStringList(); }
+
     // The first item, from the back, that is announced under this name, pop-ups included.
     [[nodiscard]] QQuickItem* named(const QString& name) const {
-        return named(widget.quickWindow()->contentItem(), name);
-    }
-
-    [[nodiscard]] static QQuickItem* named(QQuickItem* under, const QString& name) {
-        if (!under->isVisible()) {
-            return nullptr;
-        }
-        if (const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(under);
-            spoken != nullptr && spoken->text(QAccessible::Name) == name) {
-            return under;
-        }
-        for (QQuickItem* child : under->childItems()) {
-            if (QQuickItem* found = named(child, name)) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
-
-    [[nodiscard]] static QPoint middle(const QQuickItem* item) {
-        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+        return announced(widget.quickWindow()->contentItem(), name);
     }
 
     void click(const QString& name, Qt::MouseButton button = Qt::LeftButton) {
         const QQuickItem* item = named(name);
         ASSERT_NE(item, nullptr) << qPrintable(name);
-        QTest::mouseClick(&widget, button, {}, middle(item));
+        QTest::mouseClick(&widget, button, {}, middleOf(item));
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {

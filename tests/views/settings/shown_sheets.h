@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-
 #include "shown_settings.h"
 #include "views/qt_text.h"
 
@@ -31,7 +29,11 @@ struct ShownSheets : ShownSettings {
 
     // The control of that name; what it is called may stand beside it as a text of its own.
     [[nodiscard]] QQuickItem* control(const char* name) const {
-        return control(page->rootObject(), QString::fromUtf8(name));
+        const QString wanted = QString::fromUtf8(name);
+        return firstAnnounced(page->rootObject(), [&](const QAccessibleInterface& spoken) {
+            return spoken.text(QAccessible::Name) == wanted &&
+                   spoken.role() != QAccessible::StaticText;
+        });
     }
 
     void click(const char* name) const {
@@ -64,30 +66,6 @@ struct ShownSheets : ShownSettings {
     [[nodiscard]] bool isEnabled(const char* name) const {
         const QQuickItem* item = control(name);
         return item != nullptr && item->isEnabled();
-    }
-
-    // How often everything was saved.
-    [[nodiscard]] long saves() const {
-        const auto& keys = platform.defaults.written;
-        return std::count(keys.begin(), keys.end(), "api_key_cerebras");
-    }
-
-private:
-    [[nodiscard]] static QQuickItem* control(QQuickItem* under, const QString& name) {
-        if (!under->isVisible()) {
-            return nullptr;
-        }
-        if (const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(under);
-            spoken != nullptr && spoken->text(QAccessible::Name) == name &&
-            spoken->role() != QAccessible::StaticText) {
-            return under;
-        }
-        for (QQuickItem* child : under->childItems()) {
-            if (QQuickItem* found = control(child, name)) {
-                return found;
-            }
-        }
-        return nullptr;
     }
 };
 

@@ -6,10 +6,6 @@
 namespace varnhold::testing {
 namespace {
 
-QStringList heard(const ShownItem& shown) {
-    return shown.root()->property("heard").toStringList();
-}
-
 constexpr auto textControls = R"(
 Item {
     id: page
@@ -36,8 +32,8 @@ TEST_P(TextControls, TellOfWhatTheUserTypes) {
     shown.press(Qt::Key_End);
     shown.type(QStringLiteral("ab"));
     shown.press(Qt::Key_Backspace);
-    EXPECT_EQ(heard(shown), QStringList({QStringLiteral("onea"), QStringLiteral("oneab"),
-                                         QStringLiteral("onea")}));
+    EXPECT_EQ(shown.heard(), QStringList({QStringLiteral("onea"), QStringLiteral("oneab"),
+                                          QStringLiteral("onea")}));
 }
 
 TEST_P(TextControls, AreSilentWhenTheirTextIsSet) {
@@ -45,7 +41,7 @@ TEST_P(TextControls, AreSilentWhenTheirTextIsSet) {
     shown.root()->setProperty("word", QStringLiteral("two"));
     EXPECT_EQ(shown.named(name())->property("text").toString(), QStringLiteral("two"));
     shown.root()->setProperty("word", QString());
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
 }
 
 TEST_P(TextControls, KeepTheCursorWhereTheUserTypes) {
@@ -66,7 +62,7 @@ TEST_P(TextControls, AreReachedAndLeftByTab) {
     EXPECT_EQ(shown.focused(), control);
     shown.press(Qt::Key_Tab);
     EXPECT_NE(shown.focused(), control);
-    EXPECT_TRUE(heard(shown).isEmpty());
+    EXPECT_TRUE(shown.heard().isEmpty());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(control)->role(), QAccessible::EditableText);
 }
 
@@ -82,10 +78,10 @@ TEST_P(TextControls, OfferToCutAndPasteByASecondaryClick) {
     };
     shown.click(name(), Qt::RightButton);
     choose(QStringLiteral("Cut"));
-    EXPECT_EQ(heard(shown).last(), QString());
+    EXPECT_EQ(shown.heard().last(), QString());
     shown.click(name(), Qt::RightButton);
     choose(QStringLiteral("Paste"));
-    EXPECT_EQ(heard(shown).last(), QStringLiteral("one"));
+    EXPECT_EQ(shown.heard().last(), QStringLiteral("one"));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TextControls, ::testing::Values("Role", "Prompt"),
