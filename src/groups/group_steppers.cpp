@@ -1,7 +1,6 @@
 #include "groups/group_steppers.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 
 #include "records/tokens.h"
@@ -12,13 +11,6 @@ namespace {
 
 constexpr double effortWidth = 36;
 constexpr double contextWidth = 50;
-
-// The fraction is cut off. What no integer can hold, from a file edited by hand, ends at a bound
-// far beyond every ladder.
-std::int64_t wholeTokens(double tokens) {
-    constexpr double bound = 1e15;
-    return std::isnan(tokens) ? 0 : static_cast<std::int64_t>(std::clamp(tokens, -bound, bound));
-}
 
 std::size_t indexOf(EffortLevel level) {
     const auto found = std::find(allEffortLevels.begin(), allEffortLevels.end(), level);
@@ -41,13 +33,13 @@ GroupStepperRow effortRow(const CustomBotGroup& group) {
 }
 
 GroupStepperRow contextRow(const CustomBotGroup& group, std::span<const int> ladder) {
-    const std::int64_t tokens = wholeTokens(group.contextTokens);
+    const std::int64_t tokens = truncatedTokens(group.contextTokens);
     return {.label = "Context",
             .valueText = tokens == 0 ? "Auto" : formatTokenCount(tokens),
             .isInactive = tokens == 0,
             .valueWidth = contextWidth,
-            .canGoLeft = tokens > ladder.front(),
-            .canGoRight = tokens < ladder.back()};
+            .canGoLeft = canStepLeft(ladder, tokens),
+            .canGoRight = canStepRight(ladder, tokens)};
 }
 
 std::optional<EffortLevel> neighbour(EffortLevel level, StepDirection direction) {
@@ -68,14 +60,9 @@ bool stepEffort(CustomBotGroup& group, StepDirection direction) {
 }
 
 void stepContext(CustomBotGroup& group, StepDirection direction, std::span<const int> ladder) {
-    const std::int64_t tokens = wholeTokens(group.contextTokens);
-    if (direction == StepDirection::left) {
-        const auto next = std::lower_bound(ladder.begin(), ladder.end(), tokens);
-        group.contextTokens = next == ladder.begin() ? ladder.front() : *(next - 1);
-    } else {
-        const auto next = std::upper_bound(ladder.begin(), ladder.end(), tokens);
-        group.contextTokens = next == ladder.end() ? ladder.back() : *next;
-    }
+    const std::int64_t tokens = truncatedTokens(group.contextTokens);
+    group.contextTokens =
+        direction == StepDirection::left ? stepLeft(ladder, tokens) : stepRight(ladder, tokens);
 }
 
 } // namespace varnhold
