@@ -141,6 +141,7 @@ TEST(GroupsPart, AttachesDroppedFilesAndTheirDoctrine) {
                            QUrl(QStringLiteral("https://example.org/x.txt"))};
     settings.crew().attachUrls(urls);
     settings.crew().attachUrls(urls);
+    settings.crew().attachUrls({QUrl::fromLocalFile(toQString(folder + "/"))});
     EXPECT_THAT(column(*settings.crew().attachments(), "name"), ElementsAre("notes"));
     EXPECT_THAT(column(*settings.crew().attachments(), "image"), ElementsAre("folder.fill"));
     EXPECT_THAT(column(*settings.crew().doctrine(), "name"), ElementsAre("doctrine.txt"));

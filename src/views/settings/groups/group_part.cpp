@@ -101,7 +101,8 @@ void GroupPart::attachUrls(const QList<QUrl>& urls) {
     QStringList paths;
     for (const QUrl& url : urls) {
         if (url.isLocalFile()) {
-            paths.append(url.toLocalFile());
+            // A folder may come with a slash at its end, which a chosen one has not.
+            paths.append(url.adjusted(QUrl::StripTrailingSlash).toLocalFile());
         }
     }
     if (!paths.isEmpty()) {
