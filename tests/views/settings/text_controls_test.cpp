@@ -119,6 +119,50 @@ Item {
     }
 }
 
+TEST(ScrollArea, ShowsFieldsAndRowsThatTheKeyboardGoesTo) {
+    ShownItem shown(R"(
+Item {
+    ScrollArea {
+        objectName: "area"; width: 200; height: 100
+        Column {
+            spacing: 40
+            Field { name: "First" }
+            DragSource { width: 100; height: 30; payload: "a"; kind: "model"; name: "Second" }
+            Field { name: "Third" }
+        }
+    }
+})");
+    const auto* area = shown.root()->findChild<QQuickItem*>(QStringLiteral("area"));
+    for (const char* name : {"First", "Second", "Third", "First"}) {
+        shown.press(Qt::Key_Tab);
+        const QQuickItem* row = shown.named(QString::fromLatin1(name));
+        ASSERT_EQ(shown.focused(), row);
+        const qreal top = row->mapToItem(area, {}).y();
+        EXPECT_GE(top, 0) << name;
+        EXPECT_LE(top + row->height(), area->height()) << name;
+    }
+}
+
+TEST(ScrollArea, StaysWhereItIsWhenAFieldIsClicked) {
+    ShownItem shown(R"(
+Item {
+    ScrollArea {
+        objectName: "area"; width: 200; height: 100
+        Column {
+            spacing: 40
+            Field { name: "First" }
+            Field { name: "Second" }
+            Item { width: 10; height: 100 }
+        }
+    }
+})");
+    auto* area = shown.root()->findChild<QQuickItem*>(QStringLiteral("area"));
+    area->setProperty("contentY", 10); // which leaves little of the first to be seen
+    QTest::mouseClick(&shown.widget, Qt::LeftButton, {}, QPoint(30, 8));
+    ASSERT_EQ(shown.focused(), shown.named(QStringLiteral("First")));
+    EXPECT_EQ(area->property("contentY").toReal(), 10);
+}
+
 TEST(ScrollArea, LeavesTheWheelToTheAreaAroundItAtItsEnd) {
     ShownItem shown(R"(
 Item {

@@ -26,7 +26,9 @@ Flickable {
     }
 
     function reveal(item: var) {
-        if (item.visualFocus !== true || !holds(item))
+        // What is clicked must not run away from the pointer, and an editor follows its own cursor.
+        const byKeyboard = item.visualFocus ?? item.focusReason !== Qt.MouseFocusReason;
+        if (!byKeyboard || item.height > height || !holds(item))
             return;
         const top = item.mapToItem(contentItem, 0, 0).y - Theme.pad;
         const bottom = top + item.height + 2 * Theme.pad;
