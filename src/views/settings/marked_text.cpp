@@ -27,6 +27,11 @@ QString withEmoji(const QString& text) {
     return marked + text.mid(done).toHtmlEscaped();
 }
 
+const QRegularExpression& inlineMarks() {
+    static const QRegularExpression marks(QStringLiteral(R"(\*\*(.+?)\*\*|`(.+?)`)"));
+    return marks;
+}
+
 QString keepBlanks(const QString& marked) {
     return QStringLiteral("<span style=\"white-space:pre-wrap\">%1</span>").arg(marked);
 }
@@ -40,10 +45,9 @@ QString MarkedText::plain(const QString& text) const {
 }
 
 QString MarkedText::inlineMarkup(const QString& source, const QString& codeFamily) const {
-    static const QRegularExpression marks(QStringLiteral(R"(\*\*(.+?)\*\*|`(.+?)`)"));
     QString marked;
     qsizetype done = 0;
-    for (auto found = marks.globalMatch(source); found.hasNext();) {
+    for (auto found = inlineMarks().globalMatch(source); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
         marked += withEmoji(source.mid(done, match.capturedStart() - done));
         marked += match.capturedStart(1) >= 0
@@ -53,7 +57,12 @@ QString MarkedText::inlineMarkup(const QString& source, const QString& codeFamil
         done = match.capturedEnd();
     }
     marked += withEmoji(source.mid(done));
-    return keepBlanks(marked.replace(QLatin1Char('\n'), QStringLiteral("<br>")));
+    marked.replace(QLatin1Char('\n'), QStringLiteral("<br>"));
+    return QStringLiteral("<p style=\"line-height:115%\">%1</p>").arg(keepBlanks(marked));
+}
+
+QString MarkedText::spoken(const QString& source) const {
+    return QString(source).replace(inlineMarks(), QStringLiteral("\\1\\2"));
 }
 
 QString MarkedText::textFamily() const {

@@ -20,6 +20,8 @@ public:
     // anything.
     Q_INVOKABLE [[nodiscard]] QString inlineMarkup(const QString& source,
                                                    const QString& codeFamily) const;
+    // The words of such lines without their marks, as they are read out.
+    Q_INVOKABLE [[nodiscard]] QString spoken(const QString& source) const;
     // The family of the desktop's text.
     Q_INVOKABLE [[nodiscard]] QString textFamily() const;
     // The family of a font whose characters are all of one width.

@@ -69,14 +69,53 @@ TEST(ChainSections, KeepTheirValuesApart) {
     }
 }
 
-TEST(ChainSections, AllHaveAHintAndATintAndOnlyTheGovernorHasHelp) {
+TEST(ChainSections, EachHaveATintOfTheirOwn) {
+    EXPECT_EQ(chainSection(TargetList::governor).tint, (Color{1.0, 0.93, 0.55}));
+    EXPECT_EQ(chainSection(TargetList::architect).tint, (Color{0.85, 0.92, 1.0}));
+    EXPECT_EQ(chainSection(TargetList::worker).tint, (Color{0.88, 1.0, 0.88}));
+    EXPECT_EQ(chainSection(TargetList::photo).tint, (Color{1.0, 0.95, 0.82}));
+    EXPECT_EQ(chainSection(TargetList::video).tint, (Color{1.0, 0.88, 0.95}));
+    EXPECT_EQ(chainSection(TargetList::voice).tint, (Color{0.88, 0.95, 1.0}));
+}
+
+TEST(ChainSections, TellWhatTheyAreFor) {
+    const auto hint = [](TargetList list) { return chainSection(list).hint; };
+    EXPECT_EQ(hint(TargetList::governor),
+              "The system brain. Runs code blocks locally, synthesizes worker output into your "
+              "replies, and decides failover. Pick a fast, capable model — it runs on every "
+              "request.");
+    EXPECT_EQ(hint(TargetList::architect),
+              "The model that talks to you. Tried top-to-bottom — first success wins. Falls over "
+              "to the next on failure.");
+    EXPECT_EQ(hint(TargetList::worker),
+              "Silent worker — executes code and shell commands on your Mac. Never talks to you "
+              "directly.");
+    EXPECT_EQ(hint(TargetList::photo),
+              "Analyzes images you send to your bots before passing a description to the "
+              "Architect.");
+    EXPECT_EQ(hint(TargetList::video),
+              "Analyzes videos you send to your bots before passing a description to the "
+              "Architect.");
+    EXPECT_EQ(hint(TargetList::voice),
+              "Handles voice messages. Whisper transcribes speech-to-text; say converts replies "
+              "back to audio.");
+}
+
+TEST(ChainSections, ExplainTheGovernorAlone) {
     for (const ChainSection& section : chainSections()) {
-        EXPECT_FALSE(section.hint.empty());
-        EXPECT_NE(section.tint, Color{});
         EXPECT_EQ(section.help.empty(), section.list != TargetList::governor);
     }
-    EXPECT_EQ(chainSection(TargetList::governor).tint, (Color{1.0, 0.93, 0.55}));
-    EXPECT_EQ(chainSection(TargetList::voice).tint, (Color{0.88, 0.95, 1.0}));
+    EXPECT_EQ(chainSection(TargetList::governor).help,
+              "The Governor is the system-level AI that:\n"
+              "  • Intercepts code blocks from architect responses and runs them locally\n"
+              "  • Synthesizes worker output into clean replies for you\n"
+              "  • Sends failover notifications when chains move down\n"
+              "  • Decides when to escalate problems\n"
+              "\n"
+              "Picking a fast, capable Governor matters MORE than any individual chain entry. It "
+              "runs on every multi-step request. A bad Governor breaks every flow.\n"
+              "\n"
+              "Best picks: Cerebras Qwen 3 235B (fastest), Claude Sonnet 4.6, GPT-5.5-Pro.");
 }
 
 TEST(ChainSections, ShowAnEffortForAllButAudio) {

@@ -69,6 +69,19 @@ TEST_P(WindowPictures, WithHints) {
     expect("window-hints");
 }
 
+// On a screen high enough for all of it.
+TEST_P(WindowPictures, EveryChainAndAGroupWithAllItCanHold) {
+    takeSampleFleet();
+    CustomBotGroup& group = view->customGroups.front();
+    group.attachedPaths = {home.at("launch plan"), home.at("figures.ods")};
+    home.makeFolder(group.attachedPaths.front());
+    group.doctrine = {home.at("launch plan/doctrine.txt")};
+    group.objectives = "Ship it by spring.\nKeep everybody sane.";
+    show({1200, 2000});
+    this->group(0).toggleObjectives();
+    expect("window-chains", {280, 420, 920, 1220});
+}
+
 TEST_P(WindowPictures, Alert) {
     show();
     view->alertMsg = "Cerebras models are thinking/reasoning only — they cannot execute tool calls "

@@ -51,6 +51,7 @@ Item {
         width: parent.width + 4
         height: Math.min(360, parent.height - y)
         contentHeight: rows.height + 4
+        alwaysVisible: true // with hints a row may end just at the edge
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Providers")
 

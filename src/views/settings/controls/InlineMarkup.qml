@@ -13,7 +13,7 @@ Item {
     implicitWidth: 320
     implicitHeight: Math.ceil(words.implicitHeight)
     Accessible.role: Accessible.StaticText
-    Accessible.name: root.source
+    Accessible.name: MarkedText.spoken(root.source)
 
     Text {
         id: words

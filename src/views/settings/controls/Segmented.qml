@@ -14,6 +14,13 @@ Item {
     signal chosen(string value)
 
     readonly property int currentIndex: values.indexOf(current)
+    property bool settled: false // what is only being made doesn't slide into its place
+
+    Timer {
+        interval: 0
+        running: true
+        onTriggered: root.settled = true
+    }
 
     function goTo(index: int) {
         if (index >= 0 && index < values.length) {
@@ -64,7 +71,10 @@ Item {
             color: Theme.control
             border.color: Theme.separator
 
-            Behavior on x { NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic } }
+            Behavior on x {
+                enabled: root.settled
+                NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic }
+            }
         }
     }
 

@@ -57,7 +57,9 @@ FocusScope {
     Item {
         id: panel
 
-        anchors.centerIn: parent
+        // On whole pixels at every scale, or frames would lose a line to their clipping.
+        x: 2 * Math.round((parent.width - width) / 4)
+        y: 2 * Math.round((parent.height - height) / 4)
         width: holder.childrenRect.width + 2 * root.padding
         height: (heading.visible ? heading.height + root.spacing : 0) + holder.childrenRect.height
             + 2 * root.padding

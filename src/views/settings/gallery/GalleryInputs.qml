@@ -71,4 +71,19 @@ ColumnLayout {
             text: "You are the head of a small house.\nBe brief.\nBe kind.\nBe right.\nBe back soon."
         }
     }
+
+    GalleryGroup {
+        title: "PLACES TO DROP ON"
+
+        TopStrip { Layout.fillWidth: true; owner: "Rest"; targeted: false }
+        TopStrip { Layout.fillWidth: true; owner: "Drag"; targeted: true }
+        AssignedBot {
+            Layout.fillWidth: true
+            label: "com.example.planner"; icon: "🧭"; title: "Planner"; role: "planner"; paused: false; owner: "Rest"
+        }
+        AssignedBot {
+            Layout.fillWidth: true
+            label: "com.example.night"; icon: "🌙"; title: "Night Watch"; role: "night-watch"; paused: true; owner: "Rest"
+        }
+    }
 }
