@@ -25,5 +25,9 @@ int main(int argc, char** argv) {
     const char* const xdgRuntime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
     const std::string runtime = platform::runtimeDirectory(xdgRuntime, ::getuid());
     const auto manager = services::chooseManager(runtime, agentExec);
-    return services::perform(*command, *manager, ::getuid(), std::cout, std::cerr);
+    if (!manager) {
+        std::cerr << "launchctl: " << manager.error() << "\n";
+        return services::exitUnavailable;
+    }
+    return services::perform(*command, **manager, ::getuid(), std::cout, std::cerr);
 }

@@ -190,7 +190,7 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
             return failure(done.error());
         }
     }
-    auto done = store_.make(name, content);
+    auto done = store_.make(name, content).and_then([&files] { return files.markAsUnit(); });
     if (done && !list.runAtLoad && !list.keepAlive) {
         done = files.putToRest();
     }

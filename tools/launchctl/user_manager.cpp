@@ -72,6 +72,13 @@ bool hasManager(sd_bus* bus) {
                               service) >= 0;
 }
 
+// A connection to the manager's own socket is made also while nobody is there to read from it.
+bool answers(sd_bus* bus) {
+    Message reply;
+    return sd_bus_call_method(bus, service, object, "org.freedesktop.DBus.Peer", "Ping", nullptr,
+                              reply.out(), nullptr) >= 0;
+}
+
 } // namespace
 
 struct UserManager::Connection {
@@ -179,6 +186,9 @@ Result<UserManager> UserManager::connect(const std::string& runtimeFolder) {
     if (!connection->bus || !hasManager(connection->bus.get())) {
         // A bus that has crashed mustn't make a running fleet look gone.
         connection->bus = open(runtimeFolder + "/systemd/private", false);
+        if (connection->bus && !answers(connection->bus.get())) {
+            connection->bus = nullptr;
+        }
     }
     if (!connection->bus) {
         return failure("no user manager answers");
