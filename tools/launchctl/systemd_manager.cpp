@@ -196,21 +196,33 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
     }
     auto outcome = done ? start(list, files.folder()) : failure(done.error());
     if (!outcome) {
-        store_.remove(name);
+        takeBack(list.label, name);
     }
     return outcome;
 }
 
+// After a start that has failed. The manager may have the unit all the same and would start it
+// again for ever, in vain once its folder has gone. So the folder stays where the unit can't be
+// ended, and the job is listed as loaded.
+void SystemdManager::takeBack(const std::string& label, const std::string& name) {
+    const auto units = unitsOf(label);
+    const bool gone = units && std::all_of(units->begin(), units->end(),
+                                           [&](const Unit& unit) { return end(unit).has_value(); });
+    if (gone) {
+        store_.remove(name);
+    }
+}
+
 Result<void> SystemdManager::unload(const Unit& unit, const std::string& name) {
     store_.job(name).markLeaving();
-    const auto stopped = manager_.stop(unit.name);
-    if (!stopped) {
-        return failure(stopped.error());
-    }
-    // One that had to be killed would stay as a failure; one that is gone already has none.
-    static_cast<void>(manager_.forgetFailure(unit.name));
-    store_.remove(name);
-    return {};
+    return end(unit).map([&] { store_.remove(name); });
+}
+
+Result<void> SystemdManager::end(const Unit& unit) {
+    return manager_.stop(unit.name).map([&](Reply) {
+        // One that had to be killed would stay as a failure; one that is gone already has none.
+        static_cast<void>(manager_.forgetFailure(unit.name));
+    });
 }
 
 Result<Outcome> SystemdManager::bootout(const std::string& label) {

@@ -46,7 +46,9 @@ private:
     [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
                                                  const std::string& content);
     [[nodiscard]] Result<Outcome> start(const PropertyList& list, const std::string& folder);
+    void takeBack(const std::string& label, const std::string& name);
     [[nodiscard]] Result<void> unload(const Unit& unit, const std::string& name);
+    [[nodiscard]] Result<void> end(const Unit& unit);
     void takeDownIfEmpty();
 
     UserManager manager_;

@@ -5,6 +5,7 @@ Each test runs in a sandbox of its own: test_mishaps.py BUILD_FOLDER TEST_NAME
 
 import os
 import pathlib
+import shutil
 import subprocess
 
 from harness import (ALREADY_LOADED, DOMAIN, SILENT, ServicesCase, is_alive, kill_after, main, only,
@@ -214,6 +215,44 @@ class MishapsTest(ServicesCase):
         self.assertEqual(self.find("s6-svscan"), [])
         self.assertEqual(set(self.jobs()), {third.label})
         self.assertEqual(self.bootout(third), SILENT)
+        self.assert_nothing_is_left()
+
+    def hold_starts(self):
+        """From now on no agent starts before the file that is given back is removed."""
+        held = pathlib.Path(os.environ["HOME"]) / "held"
+        held.touch()
+        tools = held.with_name("tools")
+        tools.mkdir()
+        shutil.copy(self.tools / "launchctl", tools)
+        (tools / "agent-exec").write_text(
+            f'#!/bin/sh\n[ "$1" != --wait ] || while [ -e {held} ]; do sleep 0.05; done\n'
+            f'exec "{self.tools}/agent-exec" "$@"\n')
+        (tools / "agent-exec").chmod(0o700)
+        self.tools = tools
+        return held
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_start_that_does_not_get_done_is_taken_back(self):
+        job = self.job()
+        self.hold_starts()
+        said = self.bootstrap(job)
+        self.assertIn("the user manager doesn't get done", said.error)
+        self.assertNotEqual(said.code, 0)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_start_that_nobody_could_see_the_end_of_leaves_a_job_that_works(self):
+        job = self.job()
+        held = self.hold_starts()
+        tool = self.begin("bootstrap", DOMAIN, job.path)
+        wait_until("the start is under way", lambda: self.row(job))
+        for bus in self.find("dbus-daemon"):
+            send(bus)
+        self.assertIn(b"doesn't answer", tool.communicate()[1])
+        self.assertNotEqual(tool.returncode, 0)
+        held.unlink()
+        self.await_up(job)
+        self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
 
     @only("systemd", S6_HAS_NONE)
