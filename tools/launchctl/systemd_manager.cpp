@@ -95,13 +95,14 @@ Result<std::vector<JobState>> SystemdManager::jobs() {
     return states({patternOfAllUnits});
 }
 
-std::optional<JobState> SystemdManager::job(const std::string& label) {
+Result<std::optional<JobState>> SystemdManager::job(const std::string& label) {
     const auto unit = unitOfLabel(label);
     if (!unit) {
-        return std::nullopt;
+        return std::optional<JobState>();
     }
-    const auto found = states({*unit, *patternOfGenerations(label)});
-    return found && !found->empty() ? std::optional(found->front()) : std::nullopt;
+    return states({*unit, *patternOfGenerations(label)}).map([](const auto& found) {
+        return found.empty() ? std::nullopt : std::optional(found.front());
+    });
 }
 
 Result<PropertyList> SystemdManager::definition(const std::string& label) {
@@ -254,17 +255,21 @@ Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
         return failure(locks.error());
     }
     const auto loaded = find(label);
-    const auto state = job(label);
-    if (!loaded || !*loaded || !state) {
+    if (!loaded || !*loaded) {
         return loaded.map([](const auto&) { return Outcome::notLoaded; });
     }
-    if (state->process && !kill) {
+    const auto state = job(label);
+    if (!state || !*state) {
+        return state.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    const auto running = (*state)->process;
+    if (running && !kill) {
         return Outcome::done;
     }
     const JobFiles& files = (*loaded)->files;
     const std::string& unit = (*loaded)->unit.name;
     files.hurry();
-    auto done = state->process ? manager_.kill(unit, SIGKILL) : Result<Reply>(Reply::done);
+    auto done = running ? manager_.kill(unit, SIGKILL) : Result<Reply>(Reply::done);
     const auto list = files.definition();
     if (done && !(list && list->keepAlive)) {
         files.wakeFromRest();

@@ -20,7 +20,7 @@ public:
     SystemdManager(UserManager manager, std::string folder, std::string agentExec);
 
     Result<std::vector<JobState>> jobs() override;
-    std::optional<JobState> job(const std::string& label) override;
+    Result<std::optional<JobState>> job(const std::string& label) override;
     Result<PropertyList> definition(const std::string& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
     Result<Outcome> bootout(const std::string& label) override;

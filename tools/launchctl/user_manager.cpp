@@ -1,5 +1,6 @@
 #include "launchctl/user_manager.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <set>
@@ -132,7 +133,8 @@ struct UserManager::Connection {
             error.is("org.freedesktop.DBus.Error.UnixProcessIdUnknown")) {
             return Reply::nothing;
         }
-        return failure(error.message().empty() ? reasonOf(code) : error.message());
+        const bool silent = code == -ETIMEDOUT || code == -ECONNRESET || error.message().empty();
+        return failure(silent ? reasonOf(code) : error.message());
     }
 
     // For calls that make a job: waits until it has been worked off, however it went.
