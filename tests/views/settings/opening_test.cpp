@@ -60,6 +60,20 @@ TEST_F(Opening, WhatIsShownAlreadyDoesNotAppearAgain) {
     EXPECT_EQ(read(constants.workerPrefsFile), "untouched");
 }
 
+TEST_F(Opening, LeavesAMaximisedWindowMaximised) {
+    bringToFront();
+    shown()->showMaximized();
+    bringToFront();
+    EXPECT_TRUE(shown()->isMaximized());
+    shown()->setWindowState(shown()->windowState() | Qt::WindowMinimized);
+    bringToFront();
+    EXPECT_FALSE(shown()->isMinimized());
+    EXPECT_TRUE(shown()->isMaximized());
+    window->close();
+    bringToFront();
+    EXPECT_TRUE(shown()->isMaximized());
+}
+
 TEST_F(Opening, ClosingHidesTheWindowAndKeepsIt) {
     bringToFront();
     const SettingsWindowView* first = shown();
