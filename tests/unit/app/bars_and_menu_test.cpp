@@ -150,5 +150,43 @@ TEST(Notices, OfANewFileReplaceTheOpenOnesAndHaveTheirOwnFourteenSeconds) {
     EXPECT_EQ(supervisor.presentation.openPopovers, 0);
 }
 
+// A supervisor with a picture in each place where its icon may be.
+struct Icons : Supervisor {
+    std::string ofBundle = platform.bundle + "/Contents/Resources/AppIcon.icns";
+
+    Icons() {
+        launch();
+        home.write(ofBundle, "of the bundle");
+        home.write(constants.appIconFile, "the user's");
+        presentation.images = {ofBundle, constants.appIconFile};
+    }
+    void expectIcon(const std::string& path) {
+        presentation.record.clear();
+        delegate->showModelNoticePopover({{"m", false}});
+        EXPECT_THAT(presentation.record, ElementsAre("popover with icon " + path));
+    }
+};
+
+TEST(NoticeIcon, IsTheOneOfTheBundle) {
+    Icons supervisor;
+    supervisor.expectIcon(supervisor.ofBundle);
+}
+
+TEST(NoticeIcon, IsTheUsersWhereTheBundleHasNoneThatIsAPicture) {
+    Icons supervisor;
+    supervisor.presentation.images = {supervisor.constants.appIconFile};
+    supervisor.expectIcon(supervisor.constants.appIconFile);
+    supervisor.presentation.images = {supervisor.ofBundle, supervisor.constants.appIconFile};
+    std::filesystem::remove(supervisor.ofBundle);
+    supervisor.expectIcon(supervisor.constants.appIconFile);
+}
+
+TEST(NoticeIcon, IsTheApplicationsOwnWhereNeitherIsThere) {
+    Icons supervisor;
+    std::filesystem::remove(supervisor.ofBundle);
+    std::filesystem::remove(supervisor.constants.appIconFile);
+    supervisor.expectIcon("");
+}
+
 } // namespace
 } // namespace varnhold::testing
