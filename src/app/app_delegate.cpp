@@ -140,13 +140,10 @@ void AppDelegate::showModelNoticePopover(const std::vector<ModelNotice>& notices
                                    });
 }
 
-std::vector<std::string> AppDelegate::iconCandidates() const {
-    return {platform_.system.bundlePath() + "/Contents/Resources/AppIcon.icns",
-            constants_.appIconFile};
-}
-
 std::string AppDelegate::appIconImage() const {
-    for (const std::string& candidate : iconCandidates()) {
+    for (const std::string& candidate :
+         {platform_.system.bundlePath() + "/Contents/Resources/AppIcon.icns",
+          constants_.appIconFile}) {
         if (files::exists(candidate) && presentation_.isImage(candidate)) {
             return candidate;
         }
@@ -155,10 +152,8 @@ std::string AppDelegate::appIconImage() const {
 }
 
 void AppDelegate::setApplicationIcon() {
-    for (const std::string& candidate : iconCandidates()) {
-        if (files::exists(candidate) && presentation_.setApplicationIcon(candidate)) {
-            return;
-        }
+    if (const std::string icon = appIconImage(); !icon.empty()) {
+        presentation_.setApplicationIcon(icon);
     }
 }
 

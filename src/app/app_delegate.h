@@ -86,7 +86,6 @@ private:
     void choose(MainMenuAction action);
     void setApplicationIcon();
     void startTimer(std::chrono::milliseconds interval, void (AppDelegate::*operation)());
-    [[nodiscard]] std::vector<std::string> iconCandidates() const;
 
     platform::Platform& platform_;
     const Constants& constants_;

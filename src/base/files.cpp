@@ -1,9 +1,11 @@
 #include "base/files.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <limits>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -38,13 +40,16 @@ private:
     int number_;
 };
 
-Result<std::string> readFrom(const Descriptor& file, const std::string& path) {
+// All there is, but no more than `limit` bytes: a file may grow while it is read.
+Result<std::string> readFrom(const Descriptor& file, const std::string& path,
+                             std::uint64_t limit = std::numeric_limits<std::uint64_t>::max()) {
     std::string content;
     char buffer[65536];
-    while (true) {
-        const ssize_t got = ::read(file.get(), buffer, sizeof buffer);
+    while (content.size() < limit) {
+        const std::uint64_t wanted = std::min<std::uint64_t>(sizeof buffer, limit - content.size());
+        const ssize_t got = ::read(file.get(), buffer, static_cast<std::size_t>(wanted));
         if (got == 0) {
-            return content;
+            break;
         }
         if (got > 0) {
             content.append(buffer, static_cast<std::size_t>(got));
@@ -52,6 +57,7 @@ Result<std::string> readFrom(const Descriptor& file, const std::string& path) {
             return failure(describe(path, errno));
         }
     }
+    return content;
 }
 
 Result<void> writeTo(const Descriptor& file, std::string_view content, const std::string& path) {
@@ -127,7 +133,8 @@ Result<std::string> read(const std::string& path) {
 }
 
 Result<std::string> readTail(const std::string& path, std::uint64_t limit) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Anybody may have put a pipe there, and nobody may ever write to it.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.valid()) {
         return failure(describe(path, errno));
     }
@@ -137,7 +144,7 @@ Result<std::string> readTail(const std::string& path, std::uint64_t limit) {
     if (::lseek(file.get(), static_cast<off_t>(start), SEEK_SET) < 0 && errno != ESPIPE) {
         return failure(describe(path, errno));
     }
-    return readFrom(file, path);
+    return readFrom(file, path, limit);
 }
 
 Result<void> writeInPlace(const std::string& path, std::string_view content) {

@@ -22,7 +22,8 @@ namespace varnhold::files {
 
 [[nodiscard]] Result<std::string> read(const std::string& path);
 
-// The last `limit` bytes of a file, or all of it if it is shorter.
+// The last `limit` bytes of a file, or all of it if it is shorter. Never waits: of a pipe, what is
+// in it at the moment, up to the limit, or a failure if that is less and a writer has it open.
 [[nodiscard]] Result<std::string> readTail(const std::string& path, std::uint64_t limit);
 
 // Writes over the old content, through links, keeping inode, mode and hard links. Not atomic: a

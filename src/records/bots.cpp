@@ -30,6 +30,10 @@ std::optional<BotService> botServiceFromRawValue(std::string_view raw) {
     return found == allBotServices.end() ? std::nullopt : std::optional(*found);
 }
 
+std::string labelOfRole(const std::string& role) {
+    return "com.ostrelleai." + role + ".telegramd";
+}
+
 Result<BotConfig> decodeBot(const json::Value& value) {
     json::ObjectReader in(value);
     BotConfig bot{.icon = in.string("icon"),

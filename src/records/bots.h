@@ -45,6 +45,9 @@ struct BotConfig {
     bool operator==(const BotConfig&) const = default;
 };
 
+// The label under which an agent with this role runs. The role is taken as typed.
+[[nodiscard]] std::string labelOfRole(const std::string& role);
+
 [[nodiscard]] Result<BotConfig> decodeBot(const json::Value& value);
 [[nodiscard]] json::Value encode(const BotConfig& bot);
 

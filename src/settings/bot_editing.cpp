@@ -23,10 +23,6 @@ KeepaliveSwitch makeSwitch(bool isOn, const char* helpWhenOn, const char* helpWh
 
 } // namespace
 
-std::string labelOfRole(const std::string& role) {
-    return "com.ostrelleai." + role + ".telegramd";
-}
-
 void ModelSelectorView::addBot() {
     if (newBotToken.empty() || newBotRole.empty()) {
         alertMsg = "Please fill in both the Role and the Token fields.";

@@ -19,9 +19,6 @@
 // when it was called, whatever was edited meanwhile.
 namespace varnhold {
 
-// The label under which an agent with this role runs. The role is taken as typed.
-[[nodiscard]] std::string labelOfRole(const std::string& role);
-
 // Shows the bot's prompt in the panel. Where that changes the panel's text, it counts as an edit of
 // it, so a bot without a prompt then has an empty one, and everything is saved.
 void selectBot(ModelSelectorView& view, const BotConfig& bot);
@@ -41,7 +38,7 @@ void toggleKeepalive(ModelSelectorView& view, const BotConfig& bot);
 // All on, unless all are on already: then all off.
 void toggleKeepaliveForAll(ModelSelectorView& view);
 
-// The button over the column.
+// The button of a bot's row, or the one over the column.
 struct KeepaliveSwitch {
     bool isOn = false;
     std::string symbol;

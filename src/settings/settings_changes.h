@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -16,10 +15,8 @@ enum class Animation {
     none,
     standard, // the toolkit's own default
     spring,   // rows that find their new places
-    easeOut,  // over easeOutDuration
+    easeOut,  // what was dragged comes back gently
 };
-
-inline constexpr std::chrono::milliseconds easeOutDuration{150};
 
 struct ChainPlace {
     TargetList list = TargetList::architect;

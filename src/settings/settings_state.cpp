@@ -26,10 +26,10 @@ void ModelSelectorView::changed(Animation animation) const {
     }
 }
 
-void ModelSelectorView::appear(const AppearingSteps& steps) {
+void ModelSelectorView::appear() {
     loadSettings();
     refresh();
-    steps.fetchTelegramNames();
+    fetchNames();
     if (!platform_.defaults.boolean(welcomeSeenKey)) {
         laterAfter(firstRunDelay, [this] {
             showWelcome = true;
@@ -42,7 +42,7 @@ void ModelSelectorView::appear(const AppearingSteps& steps) {
             changed();
         });
     }
-    steps.startKeepaliveTimer();
+    startKeepaliveTimer();
 }
 
 void ModelSelectorView::later(std::function<void()> task) {

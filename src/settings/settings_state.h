@@ -8,7 +8,6 @@
 
 #include "platform/payload.h"
 #include "platform/platform.h"
-#include "settings/appearing_steps.h"
 #include "settings/settings_changes.h"
 #include "settings/settings_fields.h"
 #include "settings/target_list.h"
@@ -44,8 +43,9 @@ public:
     void changed(Animation animation = Animation::none) const;
 
     // Each time the window appears: sign-in and library afresh from disk, over whatever was typed
-    // and not saved, then the other steps, and the sheets of a first run.
-    void appear(const AppearingSteps& steps);
+    // and not saved, then the bots' names, which saves everything, the sheets of a first run, and
+    // keepalive from its start.
+    void appear();
 
     // Sign-in from its file, or from the user defaults where that is missing or rejected.
     void loadSettings();

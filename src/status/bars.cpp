@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "base/unicode.h"
 #include "lifecycle/launch_agent.h"
+#include "records/bots.h"
 
 namespace varnhold {
 
@@ -34,7 +35,7 @@ double valueOf(const std::map<std::string, double>& map, const std::string& role
 // Built from the role whatever label the record has, so an agent with a label of another form never
 // lifts its bar.
 bool runs(const std::string& role, const StatusMap& statuses) {
-    return statusOf(statuses, "com.ostrelleai." + role + ".telegramd") == DaemonStatus::running;
+    return statusOf(statuses, labelOfRole(role)) == DaemonStatus::running;
 }
 
 bool step(double& current, double target) {

@@ -13,6 +13,8 @@ using namespace std::chrono_literals;
 
 // Some panels say when they open a menu and never when they close it.
 constexpr auto nobodyReadsThatLong = 60s;
+// Some panels say first that the menu is closed, and only then what was chosen in it.
+constexpr auto choiceComesWithin = 500ms;
 
 // Whether the rows differ in nothing but their texts.
 bool sameRows(const std::vector<MenuRow>& one, const std::vector<MenuRow>& other) {
@@ -43,16 +45,23 @@ ExportedMenu::ExportedMenu(StatusMenu::Choose choose) : choose_(std::move(choose
     connect(this, &QMenu::aboutToHide, this, &ExportedMenu::closed);
     forgotten_.setSingleShot(true);
     connect(&forgotten_, &QTimer::timeout, this, &ExportedMenu::closed);
+    settled_.setSingleShot(true);
+    connect(&settled_, &QTimer::timeout, this, &ExportedMenu::settled);
 }
 
 void ExportedMenu::opened() {
     isOpen_ = true;
+    settled_.stop();
     forgotten_.start(nobodyReadsThatLong);
 }
 
 void ExportedMenu::closed() {
-    isOpen_ = false;
     forgotten_.stop();
+    settled_.start(choiceComesWithin);
+}
+
+void ExportedMenu::settled() {
+    isOpen_ = false;
     if (rows_ != shown_) {
         rebuild();
     }

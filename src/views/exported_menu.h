@@ -11,8 +11,8 @@ namespace varnhold {
 // thread.
 //
 // It is one menu for the life of the tray icon. Rows that only change their text do so in place,
-// even while the panel shows them. Rows that come and go wait until the panel has closed the menu,
-// so that nobody's click lands on a row that has just moved.
+// even while the panel shows them. Rows that come and go wait until a moment after the panel has
+// closed the menu, so that nobody's click lands on a row that has just moved or gone.
 class ExportedMenu final : public QMenu {
     Q_OBJECT
 public:
@@ -23,14 +23,16 @@ public:
 private:
     void opened();
     void closed();
+    void settled();
     void rebuild();
     void append(const MenuRow& row);
 
     StatusMenu::Choose choose_;
     std::vector<MenuRow> rows_;  // wanted
     std::vector<MenuRow> shown_; // in the actions
-    bool isOpen_ = false;
+    bool isOpen_ = false;        // or was a moment ago
     QTimer forgotten_;
+    QTimer settled_;
 };
 
 // A text made from data as such a panel wants it: there a single "_" marks the underlined letter,

@@ -25,7 +25,9 @@ public:
 
     void bringToFront() override {
         const bool appears = !window_.isVisible();
-        window_.showNormal();
+        // Not showNormal(), which would also undo what the user has maximised.
+        window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+        window_.show();
         window_.raise();
         if (appears) {
             model_.appear();

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QPointer>
 
 #include "fleets.h"
 #include "views/exported_menu.h"
@@ -162,7 +163,40 @@ TEST(ExportedMenu, KeepsItsRowsWhileItIsOpenAndTakesTheNewOnesWhenItCloses) {
     menu.setRows(statusMenuRows({}));
     EXPECT_EQ(titlesOf(menu), titles);
     emit menu.aboutToHide();
-    EXPECT_EQ(menu.actions().size(), 7);
+    WAIT_UNTIL(menu.actions().size() == 7);
+}
+
+TEST(ExportedMenu, TakesAChoiceThatComesAfterThePanelHasClosedIt) {
+    std::vector<Choice> choices;
+    ExportedMenu menu(
+        [&](MenuAction action, const std::string& value) { choices.emplace_back(action, value); });
+    menu.setRows(menuRows());
+    const QPointer<QAction> shown = menu.actions().at(2);
+    emit menu.aboutToShow();
+    menu.setRows(statusMenuRows({}));
+    emit menu.aboutToHide();
+    menu.setRows(statusMenuRows({.bots = {{.title = "another poll"}}}));
+    ASSERT_NE(shown, nullptr);
+    shown->trigger();
+    WAIT_UNTIL(!choices.empty());
+    EXPECT_THAT(choices, ElementsAre(Choice(MenuAction::reloginProvider, "gemini")));
+    WAIT_UNTIL(shown == nullptr);
+}
+
+TEST(ExportedMenu, OpenedAgainSoonAfterItsClosingStillKeepsItsRows) {
+    ExportedMenu menu([](MenuAction, const std::string&) {});
+    ExportedMenu closedLater([](MenuAction, const std::string&) {});
+    for (ExportedMenu* each : {&menu, &closedLater}) {
+        each->setRows(menuRows());
+        emit each->aboutToShow();
+        emit each->aboutToHide();
+    }
+    emit menu.aboutToShow();
+    const QStringList titles = titlesOf(menu);
+    menu.setRows(statusMenuRows({}));
+    closedLater.setRows(statusMenuRows({}));
+    WAIT_UNTIL(closedLater.actions().size() == 7);
+    EXPECT_EQ(titlesOf(menu), titles);
 }
 
 TEST(ExportedMenu, CarriesTheValueOfARow) {

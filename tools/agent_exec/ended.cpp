@@ -11,9 +11,13 @@ AfterEnd waitForTurn(const JobFiles& job) {
     const Result<PropertyList> definition = job.definition();
     const bool keepAlive = definition && definition->keepAlive;
     const std::chrono::nanoseconds since = job.sinceStart();
-    const std::chrono::nanoseconds left =
+    std::chrono::nanoseconds left =
         since >= throttle ? std::chrono::nanoseconds(0) : throttle - since;
-    const bool hurried = job.waitUnlessHurried(keepAlive ? left : std::chrono::nanoseconds(0));
+    if (!definition && since == std::chrono::nanoseconds::max()) {
+        left = throttle; // the folder has gone, and the note of the last start with it
+    }
+    const bool waits = keepAlive || !definition;
+    const bool hurried = job.waitUnlessHurried(waits ? left : std::chrono::nanoseconds(0));
     return keepAlive || hurried ? AfterEnd::startAgain : AfterEnd::stayDown;
 }
 

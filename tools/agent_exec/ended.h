@@ -7,7 +7,8 @@ namespace varnhold::services {
 enum class AfterEnd { startAgain, stayDown };
 
 // Waits until the job may be started again: only one that is kept alive has to wait, and not if
-// somebody is in a hurry to have it started. That is what it gives back.
+// somebody is in a hurry to have it started. That is what it gives back. One whose definition can't
+// be read waits too: its manager may start it again for ever.
 [[nodiscard]] AfterEnd waitForTurn(const JobFiles& job);
 
 // Looks after a job whose agent has just ended: notes how, and waits for its turn. A job that isn't

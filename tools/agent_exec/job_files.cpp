@@ -124,6 +124,14 @@ void JobFiles::wakeFromRest() const {
     ::unlink(at("at-rest").c_str());
 }
 
+bool JobFiles::isUnit() const {
+    return files::exists(at("is-unit"));
+}
+
+Result<void> JobFiles::markAsUnit() const {
+    return files::writeInPlace(at("is-unit"), "");
+}
+
 bool JobFiles::isLeaving() const {
     return files::exists(at("leaving"));
 }

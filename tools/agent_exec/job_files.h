@@ -46,6 +46,11 @@ public:
     [[nodiscard]] Result<void> putToRest() const;
     void wakeFromRest() const;
 
+    // A job that a systemd user manager has. Of a manager that doesn't answer for a moment nobody
+    // could tell otherwise that it has any.
+    [[nodiscard]] bool isUnit() const;
+    [[nodiscard]] Result<void> markAsUnit() const;
+
     // A job that is on its way out counts as gone, also if the process that unloads it is killed.
     [[nodiscard]] bool isLeaving() const;
     void markLeaving() const;

@@ -1,19 +1,46 @@
 #include "launchctl/choose_manager.h"
 
+#include <chrono>
+
+#include "launchctl/job_store.h"
 #include "launchctl/s6_manager.h"
 #include "launchctl/systemd_manager.h"
+#include "launchctl/waiting.h"
 
 namespace varnhold::services {
 
-std::unique_ptr<ServiceManager> chooseManager(const std::string& folder,
-                                              const std::string& agentExec) {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto answerLimit = 5s; // far longer than a user manager is away by itself
+constexpr auto pauseBetweenAttempts = 50ms;
+
+} // namespace
+
+Result<std::unique_ptr<ServiceManager>> chooseManager(const std::string& folder,
+                                                      const std::string& agentExec) {
     auto s6 = std::make_unique<S6Manager>(folder, agentExec);
     if (s6->hasJobs()) {
         return s6;
     }
     // Whoever asks, from a terminal, a timer or another session, finds the same manager by the
     // runtime folder; variables of the caller have no say in it.
-    auto manager = UserManager::connect(folder.substr(0, folder.rfind('/')));
+    const std::string session = folder.substr(0, folder.rfind('/'));
+    auto manager = UserManager::connect(session);
+    const JobStore store(folder);
+    const auto isAway = [&] { return !manager && store.hasUnits(); };
+    const auto isBack = [&] {
+        if (isAway()) {
+            manager = UserManager::connect(session);
+        }
+        return !isAway();
+    };
+    if (!waitUntil(answerLimit, isBack, pauseBetweenAttempts)) {
+        return failure("the user manager that has the loaded jobs doesn't answer; should it be "
+                       "gone for good, remove " +
+                       folder + "/jobs");
+    }
     if (!manager) {
         return s6;
     }

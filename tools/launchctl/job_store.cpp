@@ -1,5 +1,6 @@
 #include "launchctl/job_store.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
@@ -38,6 +39,13 @@ void removeTree(const std::string& path) {
 
 JobFiles JobStore::job(const std::string& name) const {
     return JobFiles(folder_ + "/jobs/" + name);
+}
+
+bool JobStore::hasUnits() const {
+    std::error_code error; // a folder that isn't there holds nothing
+    std::filesystem::directory_iterator entries(folder_ + "/jobs", error);
+    return std::any_of(begin(entries), end(entries),
+                       [](const auto& entry) { return JobFiles(entry.path().string()).isUnit(); });
 }
 
 Result<JobStore::Locks> JobStore::lock(const std::string& name) const {

@@ -24,6 +24,8 @@ public:
 
     [[nodiscard]] const std::string& folder() const { return folder_; }
     [[nodiscard]] JobFiles job(const std::string& name) const;
+    // Whether there is the folder of any job that a systemd user manager was given.
+    [[nodiscard]] bool hasUnits() const;
 
     // Waits for whoever changes this job. The runtime folder is made if it is missing, and refused
     // if others could look into it.

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "base/files.h"
+#include "launchctl/label_name.h"
 #include "launchctl/listing.h"
 
 namespace varnhold::services {
@@ -38,10 +39,18 @@ Result<std::string> readPropertyList(const std::string& path) {
     return files::read(path);
 }
 
+Result<PropertyList> usablePropertyList(const std::string& content) {
+    return decodePropertyList(content).and_then([](PropertyList list) -> Result<PropertyList> {
+        const auto name = nameOfLabel(list.label);
+        return name ? Result<PropertyList>(std::move(list)) : failure(name.error());
+    });
+}
+
 class Performer {
 public:
-    Performer(ServiceManager& manager, std::uint64_t userId, std::ostream& out, std::ostream& error)
-        : manager_(manager), userId_(userId), out_(out), error_(error) {}
+    Performer(const ChooseManager& choose, std::uint64_t userId, std::ostream& out,
+              std::ostream& error)
+        : choose_(choose), userId_(userId), out_(out), error_(error) {}
 
     int operator()(const Help&) {
         out_ << helpText();
@@ -53,8 +62,15 @@ public:
         return exitDone;
     }
 
-    int operator()(const List&) {
-        const auto jobs = manager_.jobs();
+    template <class Other>
+    int operator()(const Other& command) {
+        const auto manager = choose_();
+        return manager ? run(command, **manager) : unavailable(manager.error());
+    }
+
+private:
+    int run(const List&, ServiceManager& manager) {
+        const auto jobs = manager.jobs();
         if (!jobs) {
             return unavailable(jobs.error());
         }
@@ -62,35 +78,38 @@ public:
         return exitDone;
     }
 
-    int operator()(const ListJob& command) {
-        const auto state = manager_.job(command.label);
-        const auto list = state ? manager_.definition(command.label) : failure("not loaded");
+    int run(const ListJob& command, ServiceManager& manager) {
+        const auto state = manager.job(command.label);
+        if (!state) {
+            return unavailable(state.error());
+        }
+        const auto list = *state ? manager.definition(command.label) : failure("not loaded");
         if (!list) {
             return noSuchService(command.label);
         }
-        out_ << jobProperties(*state, *list);
+        out_ << jobProperties(**state, *list);
         return exitDone;
     }
 
-    int operator()(const Bootstrap& command) {
+    int run(const Bootstrap& command, ServiceManager& manager) {
         if (command.userId != userId_) {
             return wrongDomain("Bootstrap failed");
         }
         int first = exitDone;
         for (const std::string& path : command.paths) {
             for (const std::string& file : propertyListsAt(path)) {
-                const int code = bootstrap(file);
+                const int code = bootstrap(file, manager);
                 first = first == exitDone ? code : first;
             }
         }
         return first;
     }
 
-    int operator()(const Bootout& command) {
+    int run(const Bootout& command, ServiceManager& manager) {
         if (command.userId != userId_) {
             return wrongDomain("Boot-out failed");
         }
-        const auto outcome = manager_.bootout(command.label);
+        const auto outcome = manager.bootout(command.label);
         if (!outcome) {
             return unavailable(outcome.error());
         }
@@ -98,11 +117,11 @@ public:
                                          : noSuchProcess("Boot-out failed");
     }
 
-    int operator()(const Kickstart& command) {
+    int run(const Kickstart& command, ServiceManager& manager) {
         if (command.userId != userId_) {
             return wrongDomain("Kickstart failed");
         }
-        const auto outcome = manager_.kickstart(command.label, command.kill);
+        const auto outcome = manager.kickstart(command.label, command.kill);
         if (!outcome) {
             return unavailable(outcome.error());
         }
@@ -110,8 +129,8 @@ public:
                                          : noSuchService(command.label);
     }
 
-    int operator()(const Stop& command) {
-        const auto outcome = manager_.stop(command.label);
+    int run(const Stop& command, ServiceManager& manager) {
+        const auto outcome = manager.stop(command.label);
         if (!outcome) {
             return unavailable(outcome.error());
         }
@@ -119,22 +138,23 @@ public:
                                          : noSuchProcess("Stop failed");
     }
 
-private:
-    int bootstrap(const std::string& path) {
+    int bootstrap(const std::string& path, ServiceManager& manager) {
         const Result<std::string> content = readPropertyList(path);
-        const Result<PropertyList> list =
-            content ? decodePropertyList(*content) : failure(content.error());
-        const Result<Outcome> outcome =
-            list ? manager_.bootstrap(*list, *content) : failure(list.error());
-        if (outcome == Outcome::done) {
-            return exitDone;
+        const Result<PropertyList> list = content.and_then(usablePropertyList);
+        if (!list) {
+            return bootstrapFailed(path + ": " + list.error());
         }
-        error_ << "Bootstrap failed: 5: Input/output error\n";
-        if (outcome) {
-            error_ << "Try re-running the command as root for richer errors.\n";
-        } else {
-            error_ << path << ": " << outcome.error() << "\n";
+        const auto outcome = manager.bootstrap(*list, *content);
+        if (!outcome) {
+            return unavailable(path + ": " + outcome.error());
         }
+        return *outcome == Outcome::done
+                   ? static_cast<int>(exitDone)
+                   : bootstrapFailed("Try re-running the command as root for richer errors.");
+    }
+
+    int bootstrapFailed(const std::string& why) {
+        error_ << "Bootstrap failed: 5: Input/output error\n" << why << "\n";
         return exitInputOutput;
     }
 
@@ -158,7 +178,7 @@ private:
         return exitNoSuchService;
     }
 
-    ServiceManager& manager_;
+    const ChooseManager& choose_;
     std::uint64_t userId_;
     std::ostream& out_;
     std::ostream& error_;
@@ -166,9 +186,9 @@ private:
 
 } // namespace
 
-int perform(const Command& command, ServiceManager& manager, std::uint64_t userId,
+int perform(const Command& command, const ChooseManager& choose, std::uint64_t userId,
             std::ostream& out, std::ostream& error) {
-    return std::visit(Performer(manager, userId, out, error), command);
+    return std::visit(Performer(choose, userId, out, error), command);
 }
 
 } // namespace varnhold::services

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <ostream>
 
 #include "launchctl/command_line.h"
@@ -18,9 +20,12 @@ enum ExitCode : int {
     exitWrongDomain = 125,
 };
 
+using ChooseManager = std::function<Result<std::shared_ptr<ServiceManager>>()>;
+
 // Does what a command asks for, in the words and with the exit codes that other programs know.
-// `userId` is whose services these are.
-[[nodiscard]] int perform(const Command& command, ServiceManager& manager, std::uint64_t userId,
+// `choose` is asked once, and only for a command that needs a manager; `userId` is whose services
+// these are.
+[[nodiscard]] int perform(const Command& command, const ChooseManager& choose, std::uint64_t userId,
                           std::ostream& out, std::ostream& error);
 
 } // namespace varnhold::services

@@ -24,6 +24,6 @@ int main(int argc, char** argv) {
     const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
     const char* const xdgRuntime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
     const std::string runtime = platform::runtimeDirectory(xdgRuntime, ::getuid());
-    const auto manager = services::chooseManager(runtime, agentExec);
-    return services::perform(*command, *manager, ::getuid(), std::cout, std::cerr);
+    const auto choose = [&] { return services::chooseManager(runtime, agentExec); };
+    return services::perform(*command, choose, ::getuid(), std::cout, std::cerr);
 }

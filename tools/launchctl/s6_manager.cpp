@@ -104,12 +104,10 @@ bool S6Manager::hasJobs() const {
                        [this](const std::string& name) { return isLoaded(name); });
 }
 
-std::optional<JobState> S6Manager::job(const std::string& label) {
+Result<std::optional<JobState>> S6Manager::job(const std::string& label) {
     const auto name = nameOfLabel(label);
-    if (!name || !isLoaded(*name)) {
-        return std::nullopt;
-    }
-    return state(*name, label);
+    const bool loaded = name && isLoaded(*name);
+    return loaded ? std::optional(state(*name, label)) : std::nullopt;
 }
 
 Result<PropertyList> S6Manager::definition(const std::string& label) {

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] bool hasJobs() const;
 
     Result<std::vector<JobState>> jobs() override;
-    std::optional<JobState> job(const std::string& label) override;
+    Result<std::optional<JobState>> job(const std::string& label) override;
     Result<PropertyList> definition(const std::string& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
     Result<Outcome> bootout(const std::string& label) override;

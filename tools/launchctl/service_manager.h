@@ -33,7 +33,8 @@ public:
 
     // Every loaded job, sorted by label.
     [[nodiscard]] virtual Result<std::vector<JobState>> jobs() = 0;
-    [[nodiscard]] virtual std::optional<JobState> job(const std::string& label) = 0;
+    // None if no such job is loaded.
+    [[nodiscard]] virtual Result<std::optional<JobState>> job(const std::string& label) = 0;
     // The definition that a loaded job was loaded with.
     [[nodiscard]] virtual Result<PropertyList> definition(const std::string& label) = 0;
 

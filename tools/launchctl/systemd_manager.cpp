@@ -95,13 +95,14 @@ Result<std::vector<JobState>> SystemdManager::jobs() {
     return states({patternOfAllUnits});
 }
 
-std::optional<JobState> SystemdManager::job(const std::string& label) {
+Result<std::optional<JobState>> SystemdManager::job(const std::string& label) {
     const auto unit = unitOfLabel(label);
     if (!unit) {
-        return std::nullopt;
+        return std::optional<JobState>();
     }
-    const auto found = states({*unit, *patternOfGenerations(label)});
-    return found && !found->empty() ? std::optional(found->front()) : std::nullopt;
+    return states({*unit, *patternOfGenerations(label)}).map([](const auto& found) {
+        return found.empty() ? std::nullopt : std::optional(found.front());
+    });
 }
 
 Result<PropertyList> SystemdManager::definition(const std::string& label) {
@@ -190,27 +191,39 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
             return failure(done.error());
         }
     }
-    auto done = store_.make(name, content);
+    auto done = store_.make(name, content).and_then([&files] { return files.markAsUnit(); });
     if (done && !list.runAtLoad && !list.keepAlive) {
         done = files.putToRest();
     }
     auto outcome = done ? start(list, files.folder()) : failure(done.error());
     if (!outcome) {
-        store_.remove(name);
+        takeBack(list.label, name);
     }
     return outcome;
 }
 
+// After a start that has failed. The manager may have the unit all the same and would start it
+// again for ever, in vain once its folder has gone. So the folder stays where the unit can't be
+// ended, and the job is listed as loaded.
+void SystemdManager::takeBack(const std::string& label, const std::string& name) {
+    const auto units = unitsOf(label);
+    const bool gone = units && std::all_of(units->begin(), units->end(),
+                                           [&](const Unit& unit) { return end(unit).has_value(); });
+    if (gone) {
+        store_.remove(name);
+    }
+}
+
 Result<void> SystemdManager::unload(const Unit& unit, const std::string& name) {
     store_.job(name).markLeaving();
-    const auto stopped = manager_.stop(unit.name);
-    if (!stopped) {
-        return failure(stopped.error());
-    }
-    // One that had to be killed would stay as a failure; one that is gone already has none.
-    static_cast<void>(manager_.forgetFailure(unit.name));
-    store_.remove(name);
-    return {};
+    return end(unit).map([&] { store_.remove(name); });
+}
+
+Result<void> SystemdManager::end(const Unit& unit) {
+    return manager_.stop(unit.name).map([&](Reply) {
+        // One that had to be killed would stay as a failure; one that is gone already has none.
+        static_cast<void>(manager_.forgetFailure(unit.name));
+    });
 }
 
 Result<Outcome> SystemdManager::bootout(const std::string& label) {
@@ -242,17 +255,21 @@ Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
         return failure(locks.error());
     }
     const auto loaded = find(label);
-    const auto state = job(label);
-    if (!loaded || !*loaded || !state) {
+    if (!loaded || !*loaded) {
         return loaded.map([](const auto&) { return Outcome::notLoaded; });
     }
-    if (state->process && !kill) {
+    const auto state = job(label);
+    if (!state || !*state) {
+        return state.map([](const auto&) { return Outcome::notLoaded; });
+    }
+    const auto running = (*state)->process;
+    if (running && !kill) {
         return Outcome::done;
     }
     const JobFiles& files = (*loaded)->files;
     const std::string& unit = (*loaded)->unit.name;
     files.hurry();
-    auto done = state->process ? manager_.kill(unit, SIGKILL) : Result<Reply>(Reply::done);
+    auto done = running ? manager_.kill(unit, SIGKILL) : Result<Reply>(Reply::done);
     const auto list = files.definition();
     if (done && !(list && list->keepAlive)) {
         files.wakeFromRest();

@@ -20,7 +20,7 @@ public:
     SystemdManager(UserManager manager, std::string folder, std::string agentExec);
 
     Result<std::vector<JobState>> jobs() override;
-    std::optional<JobState> job(const std::string& label) override;
+    Result<std::optional<JobState>> job(const std::string& label) override;
     Result<PropertyList> definition(const std::string& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
     Result<Outcome> bootout(const std::string& label) override;
@@ -46,7 +46,9 @@ private:
     [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
                                                  const std::string& content);
     [[nodiscard]] Result<Outcome> start(const PropertyList& list, const std::string& folder);
+    void takeBack(const std::string& label, const std::string& name);
     [[nodiscard]] Result<void> unload(const Unit& unit, const std::string& name);
+    [[nodiscard]] Result<void> end(const Unit& unit);
     void takeDownIfEmpty();
 
     UserManager manager_;

@@ -1,5 +1,6 @@
 #include "launchctl/user_manager.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <set>
@@ -72,6 +73,13 @@ bool hasManager(sd_bus* bus) {
                               service) >= 0;
 }
 
+// A connection to the manager's own socket is made also while nobody is there to read from it.
+bool answers(sd_bus* bus) {
+    Message reply;
+    return sd_bus_call_method(bus, service, object, "org.freedesktop.DBus.Peer", "Ping", nullptr,
+                              reply.out(), nullptr) >= 0;
+}
+
 } // namespace
 
 struct UserManager::Connection {
@@ -125,7 +133,8 @@ struct UserManager::Connection {
             error.is("org.freedesktop.DBus.Error.UnixProcessIdUnknown")) {
             return Reply::nothing;
         }
-        return failure(error.message().empty() ? reasonOf(code) : error.message());
+        const bool silent = code == -ETIMEDOUT || code == -ECONNRESET || error.message().empty();
+        return failure(silent ? reasonOf(code) : error.message());
     }
 
     // For calls that make a job: waits until it has been worked off, however it went.
@@ -179,6 +188,9 @@ Result<UserManager> UserManager::connect(const std::string& runtimeFolder) {
     if (!connection->bus || !hasManager(connection->bus.get())) {
         // A bus that has crashed mustn't make a running fleet look gone.
         connection->bus = open(runtimeFolder + "/systemd/private", false);
+        if (connection->bus && !answers(connection->bus.get())) {
+            connection->bus = nullptr;
+        }
     }
     if (!connection->bus) {
         return failure("no user manager answers");

@@ -4,15 +4,8 @@
 
 namespace varnhold::services {
 
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto pauseBetweenLooks = 4ms;
-
-} // namespace
-
-bool waitUntil(std::chrono::milliseconds limit, const std::function<bool()>& condition) {
+bool waitUntil(std::chrono::milliseconds limit, const std::function<bool()>& condition,
+               std::chrono::milliseconds pauseBetweenLooks) {
     const auto end = std::chrono::steady_clock::now() + limit;
     while (!condition()) {
         if (std::chrono::steady_clock::now() >= end) {

@@ -63,6 +63,7 @@ QtObject {
     readonly property int fieldHeight: 24
     readonly property int quick: 120 // ms
     readonly property int calm: 200
+    readonly property int comeBack: 150 // of what was dragged
     readonly property int tipDelay: 600
 
     readonly property string textFamily: MarkedText.textFamily()

@@ -22,9 +22,7 @@ void SettingsModel::setShowHints(bool show) {
 }
 
 void SettingsModel::appear() {
-    ModelSelectorView& view = context_.view;
-    view.appear({.fetchTelegramNames = [&view] { view.fetchNames(); },
-                 .startKeepaliveTimer = [&view] { view.startKeepaliveTimer(); }});
+    context_.view.appear();
     if (!springs_) {
         springs_ = true;
         emit springsChanged();

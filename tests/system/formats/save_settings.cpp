@@ -16,7 +16,8 @@ int main(int argc, char** argv) {
     platform.home = argv[1];
     const varnhold::Constants constants(platform.home);
     varnhold::ModelSelectorView view(platform.interfaces, constants);
-    view.appear({.fetchTelegramNames = [&view] { view.save(); }, .startKeepaliveTimer = [] {}});
+    view.appear();
+    platform.http.answerAll("");
     platform.settle();
     varnhold::regenerateAllPlists({platform.interfaces, constants});
     return EXIT_SUCCESS;

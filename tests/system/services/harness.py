@@ -119,6 +119,7 @@ class ServicesCase(unittest.TestCase):
     def setUp(self):
         self.made = 0
         self.manager = MANAGER
+        self.tools = BUILD / "libexec/varnhold"
         self.runtime = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "varnhold"
         if MANAGER == "systemd":
             start_session_bus()
@@ -134,7 +135,7 @@ class ServicesCase(unittest.TestCase):
         return Job(self.made, label, **values)
 
     def command(self, *words):
-        return [os.fsencode(BUILD / "libexec/varnhold/launchctl"),
+        return [os.fsencode(self.tools / "launchctl"),
                 *(os.fsencode(word) for word in words)]
 
     def launchctl(self, *words):

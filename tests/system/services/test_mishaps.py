@@ -5,6 +5,8 @@ Each test runs in a sandbox of its own: test_mishaps.py BUILD_FOLDER TEST_NAME
 
 import os
 import pathlib
+import shutil
+import signal
 import subprocess
 
 from harness import (ALREADY_LOADED, DOMAIN, SILENT, ServicesCase, is_alive, kill_after, main, only,
@@ -132,15 +134,46 @@ class MishapsTest(ServicesCase):
         rows = self.jobs()
         for verb in ("daemon-reload", "daemon-reexec"):
             subprocess.run(["systemctl", "--user", verb], check=True)
-            wait_until("the manager is back", lambda: self.launchctl("list").code == 0)
-            self.assertEqual({job.label: self.row(job) for job in jobs},
-                             {job.label: rows[job.label] for job in jobs})
+            wait_until("the manager is back and has its jobs", lambda: self.has_rows(
+                {job.label: rows[job.label] for job in jobs}))
         for job in jobs:
             self.assertEqual(self.launchctl("kickstart", "-k", job.target), SILENT)
             self.await_up(job, other_than=rows[job.label][0])
         wait_until("the crash loop goes on", lambda: len(crashing.starts()) > 1)
         for job in (*jobs, crashing):
             self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    def has_rows(self, rows):
+        """A manager that is just being executed anew may fail to answer, but never answers wrongly."""
+        if self.launchctl("list").code == 69:
+            return False
+        jobs = self.jobs()
+        return all(jobs.get(label) == row for label, row in rows.items())
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_fleet_whose_user_manager_does_not_answer_is_neither_gone_nor_split(self):
+        job = self.load()
+        row = self.row(job)
+        other = self.job("com.example.other")
+        runtime = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
+        ways = [runtime / "bus", runtime / "systemd/private"]
+        for way in ways:
+            way.rename(way.with_name("away"))
+        for said in (self.launchctl("list"), self.bootstrap(other), self.bootout(job)):
+            self.assertEqual((said.code, said.out), (69, ""))
+            self.assertIn("the user manager that has the loaded jobs doesn't answer", said.error)
+        self.assertEqual(self.agents(), {row[0]})
+        self.assertEqual(self.find("s6-svscan"), [])
+        tool = self.begin("bootstrap", DOMAIN, other.path)
+        for way in ways:
+            way.with_name("away").rename(way)
+        self.assertEqual(tool.communicate(), (b"", b""))
+        self.await_up(other)
+        self.assertEqual(self.row(job), row)
+        self.assertEqual(self.find("s6-svscan"), [])
+        for each in (job, other):
+            self.assertEqual(self.bootout(each), SILENT)
         self.assert_nothing_is_left()
 
     @only("systemd", S6_HAS_NONE)
@@ -183,6 +216,61 @@ class MishapsTest(ServicesCase):
         self.assertEqual(self.find("s6-svscan"), [])
         self.assertEqual(set(self.jobs()), {third.label})
         self.assertEqual(self.bootout(third), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_user_manager_that_hangs_makes_no_job_look_unknown(self):
+        job = self.load()
+        row = self.row(job)
+        self.systemd.send_signal(signal.SIGSTOP)
+        tools = [self.begin(*words) for words in (
+            ("list",), ("list", job.label), ("kickstart", job.target), ("stop", job.label),
+            ("bootout", job.target), ("bootstrap", DOMAIN, job.path))]
+        for tool in tools:
+            out, error = tool.communicate()
+            self.assertEqual((tool.returncode, out), (69, b""))
+            self.assertIn(b"the user manager doesn't answer", error)
+        self.systemd.send_signal(signal.SIGCONT)
+        self.assertEqual(self.jobs(), {job.label: row})
+        self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    def hold_starts(self):
+        """From now on no agent starts before the file that is given back is removed."""
+        held = pathlib.Path(os.environ["HOME"]) / "held"
+        held.touch()
+        tools = held.with_name("tools")
+        tools.mkdir()
+        shutil.copy(self.tools / "launchctl", tools)
+        (tools / "agent-exec").write_text(
+            f'#!/bin/sh\n[ "$1" != --wait ] || while [ -e {held} ]; do sleep 0.05; done\n'
+            f'exec "{self.tools}/agent-exec" "$@"\n')
+        (tools / "agent-exec").chmod(0o700)
+        self.tools = tools
+        return held
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_start_that_does_not_get_done_is_taken_back(self):
+        job = self.job()
+        self.hold_starts()
+        said = self.bootstrap(job)
+        self.assertIn("the user manager doesn't get done", said.error)
+        self.assertEqual(said.code, 69)
+        self.assert_nothing_is_left()
+
+    @only("systemd", S6_HAS_NONE)
+    def test_a_start_that_nobody_could_see_the_end_of_leaves_a_job_that_works(self):
+        job = self.job()
+        held = self.hold_starts()
+        tool = self.begin("bootstrap", DOMAIN, job.path)
+        wait_until("the start is under way", lambda: self.row(job))
+        for bus in self.find("dbus-daemon"):
+            send(bus)
+        self.assertIn(b"doesn't answer", tool.communicate()[1])
+        self.assertEqual(tool.returncode, 69)
+        held.unlink()
+        self.await_up(job)
+        self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
 
     @only("systemd", S6_HAS_NONE)
@@ -245,7 +333,7 @@ class MishapsTest(ServicesCase):
         self.runtime.chmod(0o777)
         job = self.job()
         said = self.bootstrap(job)
-        self.assertEqual(said.code, 5)
+        self.assertEqual(said.code, 69)
         self.assertIn("not a private folder of this user", said.error)
         self.assertEqual(self.agents(), set())
 
@@ -253,7 +341,7 @@ class MishapsTest(ServicesCase):
         self.runtime.write_text("")
         job = self.job()
         said = self.bootstrap(job)
-        self.assertEqual(said.code, 5)
+        self.assertEqual(said.code, 69)
         self.assertIn("not a private folder of this user", said.error)
         self.assertEqual(self.agents(), set())
 

@@ -45,6 +45,7 @@ TEST(Activity, IsSampledAwayFromTheMainThread) {
     supervisor.launch();
     supervisor.delegate->sampleBotActivity();
     EXPECT_THAT(supervisor.platform.record, ElementsAre("post background"));
+    EXPECT_EQ(supervisor.platform.priorities.back(), platform::Priority::utility);
 }
 
 TEST(Animation, DrawsWhileABarMovesAndNotWhenTheFleetIsIdle) {
@@ -69,14 +70,27 @@ TEST(Animation, DrawsWhileABarMovesAndNotWhenTheFleetIsIdle) {
 }
 
 TEST(Title, OfANewOrderGivesNewBotsFlatBarsAndKeepsTheOthers) {
+    const Log log;
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({Supervisor::bot(log.role)});
+    supervisor.list("10", "0", Supervisor::labelOf(log.role));
     supervisor.launch();
-    supervisor.writeBots({Supervisor::bot("b"), Supervisor::bot("a")});
+    for (const char* text : {"", "[NOTIFY]"}) {
+        supervisor.home.write(log.path, text);
+        supervisor.delegate->sampleBotActivity();
+        supervisor.platform.settle();
+    }
+    supervisor.delegate->animateBars();
+    const double risen = supervisor.presentation.image.bars.at(0).height;
+
+    supervisor.writeBots({Supervisor::bot("new"), Supervisor::bot(log.role)});
     supervisor.delegate->refreshStatus();
-    EXPECT_THAT(supervisor.delegate->bars().botOrder, ElementsAre("b", "a"));
-    EXPECT_EQ(supervisor.presentation.image.bars.size(), 2U);
+    EXPECT_THAT(supervisor.delegate->bars().botOrder, ElementsAre("new", log.role));
     EXPECT_EQ(supervisor.presentation.image.width, 5.0);
+    ASSERT_EQ(supervisor.presentation.image.bars.size(), 2U);
+    EXPECT_EQ(supervisor.presentation.image.bars[0].height, 1.0);
+    EXPECT_EQ(supervisor.presentation.image.bars[1].height, risen);
+    EXPECT_GT(risen, 1.0);
 }
 
 TEST(Menu, IsRebuiltFromTheFilesAtEveryPoll) {
@@ -139,15 +153,59 @@ TEST(Notices, CloseByThemselvesAfterFourteenSeconds) {
 TEST(Notices, OfANewFileReplaceTheOpenOnesAndHaveTheirOwnFourteenSeconds) {
     Supervisor supervisor;
     supervisor.launch();
-    supervisor.delegate->showModelNoticePopover({{"first", false}});
-    supervisor.platform.advance(10s);
-    supervisor.delegate->showModelNoticePopover({{"second", false}});
+    const auto announce = [&](const char* file) {
+        supervisor.home.write(supervisor.constants.appSupportDir + "/pending_model_notices.json",
+                              file);
+        supervisor.platform.advance(8s);
+    };
+    announce(R"([{"message":"first"}])");
     EXPECT_EQ(supervisor.presentation.openPopovers, 1);
-    supervisor.platform.advance(5s); // the first one's end has come and gone
+    announce(R"([{"message":"second"}])");
     EXPECT_EQ(supervisor.presentation.openPopovers, 1);
-    EXPECT_EQ(supervisor.presentation.panels.size(), 2U);
-    supervisor.platform.advance(9s);
+    ASSERT_EQ(supervisor.presentation.panels.size(), 2U);
+    EXPECT_EQ(supervisor.presentation.panels[1].notices.at(0).message, "second");
+    supervisor.platform.advance(13999ms); // the first one's end has come and gone
+    EXPECT_EQ(supervisor.presentation.openPopovers, 1);
+    supervisor.platform.advance(1ms);
     EXPECT_EQ(supervisor.presentation.openPopovers, 0);
+}
+
+// A supervisor with a picture in each place where its icon may be.
+struct Icons : Supervisor {
+    std::string ofBundle = platform.bundle + "/Contents/Resources/AppIcon.icns";
+
+    Icons() {
+        launch();
+        home.write(ofBundle, "of the bundle");
+        home.write(constants.appIconFile, "the user's");
+        presentation.images = {ofBundle, constants.appIconFile};
+    }
+    void expectIcon(const std::string& path) {
+        presentation.record.clear();
+        delegate->showModelNoticePopover({{"m", false}});
+        EXPECT_THAT(presentation.record, ElementsAre("popover with icon " + path));
+    }
+};
+
+TEST(NoticeIcon, IsTheOneOfTheBundle) {
+    Icons supervisor;
+    supervisor.expectIcon(supervisor.ofBundle);
+}
+
+TEST(NoticeIcon, IsTheUsersWhereTheBundleHasNoneThatIsAPicture) {
+    Icons supervisor;
+    supervisor.presentation.images = {supervisor.constants.appIconFile};
+    supervisor.expectIcon(supervisor.constants.appIconFile);
+    supervisor.presentation.images = {supervisor.ofBundle, supervisor.constants.appIconFile};
+    std::filesystem::remove(supervisor.ofBundle);
+    supervisor.expectIcon(supervisor.constants.appIconFile);
+}
+
+TEST(NoticeIcon, IsTheApplicationsOwnWhereNeitherIsThere) {
+    Icons supervisor;
+    std::filesystem::remove(supervisor.ofBundle);
+    std::filesystem::remove(supervisor.constants.appIconFile);
+    supervisor.expectIcon("");
 }
 
 } // namespace

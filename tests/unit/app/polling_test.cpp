@@ -112,6 +112,23 @@ TEST(Poll, ShowsIdleWhileTheDatabaseIsLocked) {
     EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
 }
 
+TEST(Poll, LeavesOutABotThatIsGoneFromTheFileWhileItsJobStillRuns) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.launch();
+    ASSERT_EQ(supervisor.presentation.title, " 1/1");
+    ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "🟢 🤖 Bot a (Idle)");
+
+    supervisor.writeBots({});
+    supervisor.delegate->refreshStatus();
+    EXPECT_THAT(supervisor.delegate->bars().botOrder, IsEmpty());
+    EXPECT_EQ(supervisor.presentation.title, " 0/0");
+    EXPECT_THAT(supervisor.presentation.rowTitles(),
+                ElementsAre("⚙️ Preferences...", "-", "🟢 Start All Agents",
+                            "🔄 Restart All Agents", "-", "-", "Quit"));
+}
+
 TEST(Poll, ReadsTheBotsFileAnewEachTime) {
     Supervisor supervisor;
     supervisor.writeBots({Supervisor::bot("a")});

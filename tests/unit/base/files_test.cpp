@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "base/files.h"
 #include "support/temporary_home.h"
@@ -106,6 +109,24 @@ TEST(ReadTail, ShortEmptyAndMissingFiles) {
     EXPECT_EQ(readTail(home.at("empty"), 6144).value(), "");
     EXPECT_FALSE(readTail(home.at("missing"), 6144));
     EXPECT_FALSE(readTail(home.path(), 6144));
+}
+
+TEST(ReadTail, OfAPipeThatNobodyWritesToIsEmptyAtOnce) {
+    const TemporaryHome home;
+    ASSERT_EQ(::mkfifo(home.at("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(readTail(home.at("pipe"), 6144).value(), "");
+}
+
+TEST(ReadTail, EndsAtItsLimitWhereThereIsMoreThanTheSizeSaid) {
+    const TemporaryHome home;
+    const std::string path = home.at("pipe");
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const int writer = ::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(writer, 0);
+    ASSERT_EQ(::write(writer, "abcdef", 6), 6);
+    EXPECT_EQ(readTail(path, 4).value(), "abcd");
+    EXPECT_FALSE(readTail(path, 4)) << "the writer may write more, and isn't waited for";
+    ::close(writer);
 }
 
 TEST(CreateDirectories, MakesTheParentsToo) {

@@ -8,36 +8,48 @@ using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-struct Appearing : SettingsHome {
-    std::vector<std::string> steps;
-
-    void appear() {
-        view->appear({.fetchTelegramNames = [this] { steps.emplace_back("names"); },
-                      .startKeepaliveTimer = [this] { steps.emplace_back("keepalive"); }});
-    }
-};
-
 TEST(Appear, ReadsSignInThenTheLibraryThenFetchesNamesAndLastStartsKeepalive) {
-    Appearing settings;
+    SettingsHome settings;
     settings.platform.defaults.strings["api_key_openai"] = "key";
+    settings.platform.defaults.booleans = {{"hasSeenWelcome_v7", true},
+                                           {"hasSeenLibraryTip_v1", true}};
     settings.write(settings.constants.modelLibraryFile, encodeLibrary({{model("m")}}));
+    BotConfig asked = bot("asked");
+    asked.token = "1:a";
+    settings.write(settings.constants.botsConfigFile, encodeBots({asked}));
     settings.open();
     std::vector<std::string> seen;
     settings.view->observe([&](Animation) {
         seen.push_back(settings.view->openaiKey + "/" +
-                       std::to_string(settings.view->directModels.size()));
+                       std::to_string(settings.view->directModels.size()) + "/" +
+                       std::to_string(settings.platform.http.urls.size()));
     });
-    settings.view->appear({.fetchTelegramNames = [&] { seen.emplace_back("names"); },
-                           .startKeepaliveTimer = [&] { seen.emplace_back("keepalive"); }});
-    EXPECT_THAT(seen, ElementsAre("key/0", "key/1", "names", "keepalive"));
+    settings.view->appear();
+    EXPECT_THAT(seen, ElementsAre("key/0/0", "key/1/0"));
+    EXPECT_THAT(settings.platform.http.urls, ElementsAre("https://api.telegram.org/bot1:a/getMe"));
+    EXPECT_THAT(settings.platform.record, ElementsAre("timer 60000"));
+}
+
+TEST(Appear, SavesWhenTheLastNameHasCome) {
+    SettingsHome settings;
+    BotConfig asked = bot("asked");
+    asked.token = "1:a";
+    settings.write(settings.constants.botsConfigFile, encodeBots({asked}));
+    settings.open().appear();
+    settings.platform.settle();
+    EXPECT_EQ(settings.saves(), 0);
+    settings.platform.http.answerAll(R"({"result":{"first_name":"Newly named"}})");
+    settings.platform.settle();
+    EXPECT_EQ(settings.saves(), 1);
+    EXPECT_EQ(settings.botsOnDisk().back().title, "Newly named");
 }
 
 TEST(Appear, ShowsTheSheetsOfAFirstRunAfterFourTenthsOfASecond) {
-    Appearing settings;
+    SettingsHome settings;
     settings.open();
-    settings.appear();
-    EXPECT_THAT(settings.platform.record,
-                ElementsAre("post main after 400", "post main after 400"));
+    settings.view->appear();
+    EXPECT_THAT(settings.platform.record, ElementsAre("post main", "post main after 400",
+                                                      "post main after 400", "timer 60000"));
     settings.platform.advance(399ms);
     EXPECT_FALSE(settings.view->showWelcome);
     EXPECT_FALSE(settings.view->showLibraryTip);
@@ -50,10 +62,10 @@ TEST(Appear, ShowsTheSheetsOfAFirstRunAfterFourTenthsOfASecond) {
 }
 
 TEST(Appear, ShowsNoSheetThatWasSeen) {
-    Appearing settings;
+    SettingsHome settings;
     settings.platform.defaults.booleans["hasSeenWelcome_v7"] = true;
     settings.open();
-    settings.appear();
+    settings.view->appear();
     settings.platform.advance(1s);
     EXPECT_FALSE(settings.view->showWelcome);
     EXPECT_TRUE(settings.view->showLibraryTip);
@@ -61,23 +73,21 @@ TEST(Appear, ShowsNoSheetThatWasSeen) {
     settings.platform.defaults.booleans["hasSeenLibraryTip_v1"] = true;
     settings.platform.record.clear();
     settings.open();
-    settings.appear();
-    EXPECT_THAT(settings.platform.record, IsEmpty());
-    EXPECT_THAT(settings.steps, ElementsAre("names", "keepalive", "names", "keepalive"));
+    settings.view->appear();
+    EXPECT_THAT(settings.platform.record, ElementsAre("post main", "timer 60000"));
 }
 
 TEST(Appear, DoesNotReadChainsAgain) {
-    Appearing settings;
+    SettingsHome settings;
     settings.open();
     settings.write(settings.constants.workerPrefsFile, encodeChain({model("w")}));
-    settings.appear();
+    settings.view->appear();
     EXPECT_THAT(settings.view->workerModels, IsEmpty());
 }
 
 TEST(FirstOpening, LeavesEmptyChainsTheGovernorAndNoGroups) {
-    Appearing settings;
-    settings.open().appear(
-        {.fetchTelegramNames = [&] { settings.view->save(); }, .startKeepaliveTimer = [] {}});
+    SettingsHome settings;
+    settings.open().appear();
     settings.platform.settle();
     const Constants& files = settings.constants;
     for (const std::string& path :

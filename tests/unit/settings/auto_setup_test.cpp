@@ -59,6 +59,7 @@ TEST(AutoSetup, RunsInTheBackgroundAndSaysSoMeanwhile) {
     EXPECT_EQ(view.autoSetupMessage, "");
     EXPECT_THAT(settings.platform.children, IsEmpty());
     EXPECT_THAT(settings.platform.record, ElementsAre("post background"));
+    EXPECT_THAT(settings.platform.priorities, ElementsAre(platform::Priority::userInitiated));
 
     settings.platform.runBackground();
     EXPECT_TRUE(view.autoSetupRunning); // until the main queue has its turn

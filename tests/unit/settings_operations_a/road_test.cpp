@@ -23,7 +23,8 @@ TEST(TheRoadOfOneEdit, LeadsFromADropToAllFilesOnDisk) {
     settings.home.write(settings.home.at(".claude.json"), "{}");
     settings.write(files.modelLibraryFile, encodeLibrary({{sonnet, model("other")}}));
     settings.write(files.governorPrefsFile, R"({"worker":{"provider":"x"}})");
-    view.appear({.fetchTelegramNames = [] {}, .startKeepaliveTimer = [] {}});
+    view.appear();
+    settings.platform.settle(); // the save that comes with it
     fill(view);
     settings.platform.advance(26h);
 
@@ -32,7 +33,7 @@ TEST(TheRoadOfOneEdit, LeadsFromADropToAllFilesOnDisk) {
     EXPECT_EQ(view.modelRow(view.directModels[0]).onDrag(), "ROW");
     EXPECT_TRUE(view.handleDrop({payload.provider()}, TargetList::architect, 0));
     payload.arrive("ROW");
-    EXPECT_FALSE(std::filesystem::exists(files.architectPrefsFile));
+    EXPECT_EQ(settings.read(files.architectPrefsFile), "[]");
     settings.platform.runMain();
     EXPECT_TRUE(view.showSaveToast);
     settings.platform.advance(1s);

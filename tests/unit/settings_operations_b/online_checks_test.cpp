@@ -38,6 +38,7 @@ TEST(OnlineCheck, AsksAwayFromTheMainThreadAndCarriesTheAnswerBack) {
     row.platform.runBackground();
     EXPECT_THAT(row.platform.record,
                 ElementsAre("post background", "run launchctl list agent", "post main"));
+    EXPECT_THAT(row.platform.priorities, ElementsAre(platform::Priority::utility));
     EXPECT_FALSE(row.check->isOnline()); // not on the other thread
     row.platform.runMain();
     EXPECT_TRUE(row.check->isOnline());

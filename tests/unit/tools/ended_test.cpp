@@ -101,7 +101,16 @@ TEST_F(Ended, AJobThatIsNotKeptAliveStartsAgainForSomebodyInAHurry) {
 
 TEST_F(Ended, AJobWithoutItsDefinitionStaysDown) {
     home.write(job.definitionPath(), "broken");
+    startedBefore(throttle + 1s);
     EXPECT_EQ(agentEnded(job, 0), AfterEnd::stayDown);
+}
+
+TEST_F(Ended, AJobWithoutItsDefinitionWaitsAllTheSame) {
+    home.write(job.definitionPath(), "broken");
+    auto next = std::async(std::launch::async, [this] { return waitForTurn(job); });
+    EXPECT_EQ(next.wait_for(500ms), std::future_status::timeout);
+    job.hurry();
+    EXPECT_EQ(next.get(), AfterEnd::startAgain);
 }
 
 TEST_F(Ended, NotesThatCannotBeReadCountAsNone) {

@@ -23,7 +23,10 @@ public:
         return out;
     }
 
-    std::optional<JobState> job(const std::string& label) override {
+    Result<std::optional<JobState>> job(const std::string& label) override {
+        if (!broken.empty()) {
+            return failure(broken);
+        }
         const auto found = loaded.find(label);
         return found == loaded.end() ? std::nullopt : std::optional(found->second.state);
     }

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <sstream>
 #include <sys/stat.h>
 
@@ -31,7 +32,14 @@ protected:
     Said say(const Command& command) {
         std::ostringstream out;
         std::ostringstream error;
-        const int code = perform(command, manager, ownId, out, error);
+        const auto choose = [this]() -> Result<std::shared_ptr<ServiceManager>> {
+            ++asked;
+            if (!away.empty()) {
+                return failure(away);
+            }
+            return chosen;
+        };
+        const int code = perform(command, choose, ownId, out, error);
         return {code, out.str(), error.str()};
     }
 
@@ -56,17 +64,20 @@ protected:
     }
 
     testing::TemporaryHome home;
-    FakeManager manager;
+    std::shared_ptr<FakeManager> chosen = std::make_shared<FakeManager>();
+    FakeManager& manager = *chosen;
+    int asked = 0;    // how often a manager was wanted
+    std::string away; // why there is none; empty while there is one
 };
 
 TEST_F(Perform, HelpAndVersionNeedNoManager) {
-    manager.broken = "no manager";
     EXPECT_EQ(say(Help{}).code, 0);
     EXPECT_EQ(say(Help{}).out, helpText());
     const Said version = say(Version{});
     EXPECT_EQ(version.code, 0);
     EXPECT_THAT(version.out, StartsWith("launchctl of Varnhold "));
     EXPECT_EQ(version.out.back(), '\n');
+    EXPECT_EQ(asked, 0);
 }
 
 TEST_F(Perform, ListShowsTheTableOfJobs) {
@@ -186,8 +197,17 @@ TEST_F(Perform, BootstrapTellsWhyAManagerRefused) {
     manager.broken = "the disk is full";
     const std::string path = writeList(agentLabel);
     const Said said = say(Bootstrap{ownId, {path}});
+    EXPECT_EQ(said.code, 69);
+    EXPECT_EQ(said.error, "launchctl: " + path + ": the disk is full\n");
+}
+
+TEST_F(Perform, BootstrapOfALabelThatNoManagerCanTakeBlamesTheFile) {
+    manager.broken = "no answer";
+    const std::string path = home.at("bad.plist");
+    home.write(path, encodePropertyList(listOf("a\nb")).value());
+    const Said said = say(Bootstrap{ownId, {path}});
     EXPECT_EQ(said.code, 5);
-    EXPECT_EQ(said.error, inputOutputError + path + ": the disk is full\n");
+    EXPECT_THAT(said.error, StartsWith(inputOutputError + path + ": "));
 }
 
 TEST_F(Perform, BootoutKickstartAndStopOfALoadedJobSayNothing) {
@@ -238,11 +258,25 @@ TEST_F(Perform, AnotherUsersDomainIsRefused) {
 
 TEST_F(Perform, AManagerThatIsAwayIsTold) {
     manager.broken = "no answer";
-    for (const Command& command : std::initializer_list<Command>{
-             Bootout{ownId, agentLabel}, Kickstart{ownId, agentLabel, false}, Stop{agentLabel}}) {
+    for (const Command& command :
+         std::initializer_list<Command>{ListJob{agentLabel}, Bootout{ownId, agentLabel},
+                                        Kickstart{ownId, agentLabel, false}, Stop{agentLabel}}) {
         const Said said = say(command);
         EXPECT_EQ(said.code, 69);
+        EXPECT_EQ(said.out, "");
         EXPECT_EQ(said.error, "launchctl: no answer\n");
+    }
+}
+
+TEST_F(Perform, WithoutAManagerNothingIsDone) {
+    away = "none answers";
+    for (const Command& command : std::initializer_list<Command>{
+             List{}, ListJob{agentLabel}, Bootstrap{ownId, {writeList(agentLabel)}},
+             Bootout{ownId, agentLabel}, Kickstart{ownId, agentLabel, true}, Stop{agentLabel}}) {
+        const Said said = say(command);
+        EXPECT_EQ(said.code, 69);
+        EXPECT_EQ(said.error, "launchctl: none answers\n");
+        expectNothingDone(said);
     }
 }
 

@@ -296,7 +296,10 @@ class DesktopTest(unittest.TestCase):
         desktop.set_fleet({"planner": "running"})
         wait_until("the poll", lambda: "1/1" in desktop.notifier_property("ToolTip")[2])
         self.assertEqual(desktop.exported_rows(), before)
-        desktop.menu_call("Event", "isvu", "0", "closed", "s", "", "0")
+        chosen = next(number for number, row in before if "Preferences" in row.get("label", ""))
+        desktop.menu_call("EventGroup", "a(isvu)", "2", "0", "closed", "s", "", "0",
+                          str(chosen), "clicked", "s", "", "0")  # in the order of some panels
+        wait_until("the window", lambda: desktop.windows("^Varnhold$"))
         wait_until("the new rows", lambda: len(desktop.exported_rows()) < len(before))
 
     def test_notifier_row_that_is_chosen_acts_on_its_bot(self):

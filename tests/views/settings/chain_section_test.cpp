@@ -1,7 +1,9 @@
 #include <QQuickWindow>
 #include <algorithm>
 
+#include "model_blocks.h"
 #include "shown_chains.h"
+#include "views/waiting.h"
 
 namespace varnhold::testing {
 namespace {
@@ -65,6 +67,19 @@ TEST(ChainSection, StandsForEachChainInItsPlace) {
     EXPECT_LT(place(photo).x(), place(QStringLiteral("Video Chain")).x());
     EXPECT_LT(place(QStringLiteral("Video Chain")).x(), place(audio).x());
     EXPECT_EQ(settings.named(photo)->height(), settings.named(audio)->height());
+}
+
+TEST(ChainSection, LetsTheRowOfADragThatWasGivenUpComeBackGently) {
+    Section settings;
+    settings.show();
+    const QQuickItem* block = blockOf(settings.named(QStringLiteral("Model a"), coding));
+    static_cast<void>(settings.chain(TargetList::worker).startDrag(QStringLiteral("A")));
+    EXPECT_DOUBLE_EQ(block->opacity(), 0.1);
+    EXPECT_EQ(fadeOf(block), 0);
+    settings.platform.advance(std::chrono::seconds(2));
+    EXPECT_LT(block->opacity(), 1);
+    EXPECT_EQ(fadeOf(block), 150);
+    WAIT_UNTIL(block->opacity() == 1);
 }
 
 TEST(ChainSection, ShowsHintsWhileTheyAreWantedAndKeepsItsMenuWithoutThem) {

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "model_blocks.h"
 #include "shown_columns.h"
+#include "views/waiting.h"
 
 namespace varnhold::testing {
 namespace {
@@ -89,6 +91,20 @@ TEST(LibraryBlock, FadesTheRowThatAPointerBeginsToDrag) {
     EXPECT_EQ(*library.view->draggingItem, model("a"));
     EXPECT_TRUE(library.row(u"Model a"_s)->property("isDragging").toBool());
     QTest::mouseRelease(library.page, Qt::LeftButton);
+}
+
+TEST(LibraryBlock, LetsTheRowOfADragThatWasGivenUpComeBackGently) {
+    Library library({model("a")});
+    library.show();
+    library.beginDrag(library.row(u"Model a"_s));
+    QTest::mouseRelease(library.page, Qt::LeftButton);
+    const QQuickItem* block = blockOf(library.row(u"Model a"_s));
+    EXPECT_DOUBLE_EQ(block->opacity(), 0.1);
+    EXPECT_EQ(fadeOf(block), 0);
+    library.platform.advance(std::chrono::seconds(2));
+    EXPECT_LT(block->opacity(), 1);
+    EXPECT_EQ(fadeOf(block), 150);
+    WAIT_UNTIL(block->opacity() == 1);
 }
 
 TEST(LibraryBlock, CarriesTheModelByKeysToWhereItIsTaken) {

@@ -63,8 +63,10 @@ TEST(LibraryPart, TellsTheRecordWhatIsDragged) {
     settings.library().startDrag(2);
     EXPECT_EQ(settings.view->draggingItem, model("a"));
     EXPECT_THAT(settings.shown("isDragging"), ElementsAre("false", "false", "true"));
+    EXPECT_FALSE(settings.library().fading());
     settings.platform.advance(std::chrono::seconds(2));
     EXPECT_THAT(settings.shown("isDragging"), Each("false"));
+    EXPECT_TRUE(settings.library().fading());
     settings.library().startDrag(9);
     settings.library().startDrag(-1);
     EXPECT_FALSE(settings.view->draggingItem);

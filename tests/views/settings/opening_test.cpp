@@ -60,6 +60,20 @@ TEST_F(Opening, WhatIsShownAlreadyDoesNotAppearAgain) {
     EXPECT_EQ(read(constants.workerPrefsFile), "untouched");
 }
 
+TEST_F(Opening, LeavesAMaximisedWindowMaximised) {
+    bringToFront();
+    shown()->showMaximized();
+    bringToFront();
+    EXPECT_TRUE(shown()->isMaximized());
+    shown()->setWindowState(shown()->windowState() | Qt::WindowMinimized);
+    bringToFront();
+    EXPECT_FALSE(shown()->isMinimized());
+    EXPECT_TRUE(shown()->isMaximized());
+    window->close();
+    bringToFront();
+    EXPECT_TRUE(shown()->isMaximized());
+}
+
 TEST_F(Opening, ClosingHidesTheWindowAndKeepsIt) {
     bringToFront();
     const SettingsWindowView* first = shown();
@@ -86,11 +100,20 @@ TEST_F(Opening, ASheetThatStoodStandsThereAgain) {
     EXPECT_TRUE(shows("Custom Groups"));
 }
 
-TEST_F(Opening, ARequestForCustomGroupsWithoutAWindowIsLost) {
+TEST_F(Opening, ASheetOfAnEarlierWindowDoesNotStandInTheNext) {
     bringToFront();
-    window.reset(); // whoever would have shown it is gone
+    window->presentCustomGroups();
+    window.reset();
     bringToFront();
     EXPECT_FALSE(shows("Custom Groups"));
+}
+
+TEST_F(Opening, ARequestForCustomGroupsReachesAWindowThatIsNotShown) {
+    window = presentation.createSettingsWindow();
+    window->presentCustomGroups();
+    EXPECT_EQ(shown(), nullptr);
+    bringToFront();
+    EXPECT_TRUE(shows("Custom Groups"));
 }
 
 } // namespace

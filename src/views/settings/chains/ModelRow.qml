@@ -21,43 +21,36 @@ DragSource {
 
     payload: uid
     kind: "model"
-    visual: block
+    visual: block.body
     Accessible.description: qsTr("%1. Press Space to move").arg(root.tag)
 
-    Item {
-        anchors.fill: parent
-        opacity: root.isDragging ? 0.1 : 1
+    ModelBlock {
+        id: block
 
-        Behavior on opacity {
-            enabled: root.fading
-            NumberAnimation { duration: 150; easing.type: Easing.OutQuad }
-        }
+        width: parent.width - (remove.visible ? remove.width + 2 : 0)
+        height: parent.height
+        name: root.name
+        tag: root.tag
+        ground: root.ground
+        isDragging: root.isDragging
+        fading: root.fading
+        isDownloading: root.isDownloading
+        deletable: root.deletable
+        Accessible.ignored: true
+        onDeleteRequested: root.deleteRequested()
+    }
 
-        ModelBlock {
-            id: block
+    IconButton {
+        id: remove
 
-            width: parent.width - (remove.visible ? remove.width + 2 : 0)
-            height: parent.height
-            name: root.name
-            tag: root.tag
-            ground: root.ground
-            isDownloading: root.isDownloading
-            deletable: root.deletable
-            Accessible.ignored: true
-            onDeleteRequested: root.deleteRequested()
-        }
-
-        IconButton {
-            id: remove
-
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            visible: root.removable
-            symbol: "minus-circle"
-            size: 11
-            color: Theme.secondaryText
-            Accessible.name: qsTr("Remove %1 from %2").arg(root.name).arg(root.owner)
-            onClicked: root.removeRequested()
-        }
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.removable
+        opacity: block.opacity
+        symbol: "minus-circle"
+        size: 11
+        color: Theme.secondaryText
+        Accessible.name: qsTr("Remove %1 from %2").arg(root.name).arg(root.owner)
+        onClicked: root.removeRequested()
     }
 }

@@ -56,6 +56,7 @@ FocusItem {
         tag: root.tag
         ground: root.colour
         isDragging: root.isDragging
+        fading: root.library.fading
         isDownloading: root.isDownloading
         deletable: true
         reachable: root.isCurrent

@@ -22,7 +22,11 @@ LibraryPart::LibraryPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent),
       rows_({"section", "uid", "name", "tag", "colour", "isDragging", "isDownloading"}) {}
 
-void LibraryPart::sync(Animation /*animation*/) {
+void LibraryPart::sync(Animation animation) {
+    if (const bool fading = animation == Animation::easeOut; fading_ != fading) {
+        fading_ = fading; // before the rows, which then take their time
+        emit fadingChanged();
+    }
     std::vector<KeyedListModel::Row> wanted;
     models_.clear();
     for (const LibrarySection& section : librarySections(view())) {

@@ -17,6 +17,8 @@ class LibraryPart final : public SettingsPart {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(varnhold::KeyedListModel* rows READ rows CONSTANT)
     Q_PROPERTY(bool isTargeted READ isTargeted WRITE setTargeted NOTIFY isTargetedChanged)
+    // What was dragged comes back gently.
+    Q_PROPERTY(bool fading READ fading NOTIFY fadingChanged)
 
 public:
     LibraryPart(const SettingsContext& context, QObject* parent);
@@ -29,6 +31,7 @@ public:
     // True while a drag hovers over the column.
     [[nodiscard]] bool isTargeted() const { return isTargeted_; }
     void setTargeted(bool targeted);
+    [[nodiscard]] bool fading() const { return fading_; }
 
     // What stands beside a section's title; mostly nothing.
     Q_INVOKABLE [[nodiscard]] QString note(const QString& section) const;
@@ -44,6 +47,7 @@ public:
 
 signals:
     void isTargetedChanged();
+    void fadingChanged();
 
 private:
     [[nodiscard]] const AIModelItem* modelAt(int row) const;
@@ -51,6 +55,7 @@ private:
     KeyedListModel rows_;
     std::vector<AIModelItem> models_; // of the rows
     bool isTargeted_ = false;
+    bool fading_ = false;
 };
 
 } // namespace varnhold

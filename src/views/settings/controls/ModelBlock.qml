@@ -9,6 +9,7 @@ Item {
     property string tag
     property string ground // a colour's name
     property bool isDragging: false
+    property bool fading: false // what was dragged comes back gently
     property bool isDownloading: false
     property bool deletable: false
     property bool reachable: true // by Tab, where there is something to press
@@ -23,6 +24,11 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: root.name
     Accessible.description: root.tag
+
+    Behavior on opacity {
+        enabled: root.fading
+        NumberAnimation { duration: Theme.comeBack; easing.type: Easing.OutQuad }
+    }
 
     Item {
         id: body
