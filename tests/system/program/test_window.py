@@ -5,7 +5,9 @@ Each test runs in a sandbox and a process of its own: test_window.py BUILD_FOLDE
 
 import json
 import os
+import subprocess
 import sys
+import types
 import unittest
 
 from accessible import area_of, everything, find, focused
@@ -99,13 +101,70 @@ class WindowTest(unittest.TestCase):
         self.assertEqual(self.chain()[0]["id"], MODEL_ID)
         self.assertEqual(self.chain()[1:], self.before)
 
+    def row_in(self, zone, name):
+        """Where a model's row stands in the zone."""
+        areas = [area_of(each) for each in everything(PROGRAM)
+                 if each.get_name() == name and each.get_role_name() == "list item"]
+        return next(area for area in areas if zone.x <= area.x < zone.x + zone.width
+                    and zone.y <= area.y < zone.y + zone.height)
+
+    def saved(self, name):
+        return json.loads((self.session.support / name).read_text())
+
+    def group(self):
+        return next(group for group in self.saved("custom_groups.json")
+                    if group["name"] == "Launch Crew")
+
+    def test_a_model_moves_to_another_chain_by_mouse(self):
+        row = self.row_in(self.scroll_to(CHAIN), self.before[-1]["name"])
+        coding = self.saved("worker_preferences.json")
+        self.drag(row, self.place_of("End of Coding Chain", "panel"))
+        wait_until("the model has come", lambda: self.saved("worker_preferences.json") ==
+                   coding + self.before[-1:])
+        self.assertEqual(self.chain(), self.before[:-1])
+
+    def test_models_of_a_chain_change_places_by_mouse(self):
+        chain = self.scroll_to(CHAIN)
+        self.drag(self.row_in(chain, self.before[0]["name"]),
+                  self.row_in(chain, self.before[-1]["name"]))
+        wait_until("the first is the last", lambda: self.chain() ==
+                   self.before[1:] + self.before[:1])
+
+    def test_a_model_is_added_to_a_group_by_mouse(self):
+        strip = self.place_of("Top of Launch Crew", "panel")
+        models = self.group()["models"]
+        self.drag(self.place_of(MODEL, "list item"), strip)
+        wait_until("the group has grown", lambda: self.group()["models"][1:] == models)
+        self.assertEqual(self.group()["models"][0]["id"], MODEL_ID)
+
+    def start_outsider(self, kind, what):
+        """Another program on the display; where its text or file can be taken up."""
+        outsider = subprocess.Popen([BUILD + "/tests/show_dragging_board", kind, what], text=True,
+                                    env=self.session.environment, stdout=subprocess.PIPE)
+        self.addCleanup(outsider.stdout.close)
+        self.addCleanup(outsider.wait)
+        self.addCleanup(outsider.kill)
+        _, _, x, y = outsider.stdout.readline().split()
+        window = wait_until("its window", lambda: self.session.windows("^outsider$"))[0]
+        self.session.tool("wmctrl", "-i", "-a", window)
+        return types.SimpleNamespace(x=int(x) - 2, y=int(y), width=6, height=0)
+
+    def test_text_of_another_program_adds_its_model_to_a_chain(self):
+        zone = self.scroll_to(CHAIN)
+        self.drag(self.start_outsider("outside", MODEL_ID), zone)
+        self.assert_the_model_was_added()
+
+    def test_a_file_of_another_program_is_attached_to_a_group(self):
+        button = next(area_of(each) for each in everything(PROGRAM)
+                      if each.get_name() == "Attach File / Folder")
+        button.height += 4  # into its middle
+        path = str(self.session.home / "plan of the launch.txt")
+        self.drag(self.start_outsider("files", path), button)
+        wait_until("the file is attached", lambda: self.group()["attachedPaths"] == [path])
+
     def test_a_model_leaves_its_chain_by_being_dragged_to_the_library(self):
         chain = self.scroll_to(CHAIN)
-        areas = [area_of(each) for each in everything(PROGRAM)
-                 if each.get_name() == self.before[-1]["name"]
-                 and each.get_role_name() == "list item"]
-        row = next(area for area in areas if chain.x <= area.x < chain.x + chain.width
-                   and chain.y <= area.y < chain.y + chain.height)
+        row = self.row_in(chain, self.before[-1]["name"])
         library = self.place_of("Library", "panel")
         library.height = 60  # its other end lies under the window's edge
         self.drag(row, library)

@@ -5,6 +5,7 @@
 //   show_dragging_board low            the same, too low for its lists
 //   show_dragging_board forgetful      the same; rows go as soon as they are dragged
 //   show_dragging_board outside TEXT   another program: a small window to drag the text out of
+//   show_dragging_board files PATH     the same with a file
 
 #include <QApplication>
 #include <QDrag>
@@ -30,14 +31,18 @@ void sayAction(Qt::DropAction action) {
 
 class Outsider final : public QRasterWindow {
 public:
-    explicit Outsider(QString text) : text_(std::move(text)) {}
+    Outsider(QString text, bool isPath) : text_(std::move(text)), isPath_(isPath) {}
 
 protected:
     void mouseMoveEvent(QMouseEvent* event) override {
         if (event->buttons() & Qt::LeftButton) {
             auto* drag = new QDrag(this);
             auto* data = new QMimeData;
-            data->setText(text_);
+            if (isPath_) {
+                data->setUrls({QUrl::fromLocalFile(text_)});
+            } else {
+                data->setText(text_);
+            }
             drag->setMimeData(data);
             connect(drag, &QDrag::actionChanged, this, &sayAction);
             drag->exec(Qt::CopyAction);
@@ -46,6 +51,7 @@ protected:
 
 private:
     QString text_;
+    bool isPath_;
 };
 
 void place(const char* name, const varnhold::testing::Board& board, const QPoint& at) {
@@ -96,8 +102,9 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QStringList words = QApplication::arguments();
-    if (words.value(1) == QStringLiteral("outside")) {
-        Outsider window(words.value(2));
+    const bool isPath = words.value(1) == QStringLiteral("files");
+    if (isPath || words.value(1) == QStringLiteral("outside")) {
+        Outsider window(words.value(2), isPath);
         window.setFlags(Qt::FramelessWindowHint);
         window.setTitle(QStringLiteral("outsider"));
         window.setGeometry(900, 20, 180, 60);

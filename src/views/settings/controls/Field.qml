@@ -21,7 +21,7 @@ T.TextField {
     rightPadding: 7
     topPadding: 0
     bottomPadding: 0
-    clip: contentWidth > availableWidth // at some scales the frame loses a line to it
+    clip: contentWidth > width - leftPadding - rightPadding // at some scales the frame loses a line to it
     opacity: enabled ? 1 : 0.3
     verticalAlignment: TextInput.AlignVCenter
     echoMode: secret ? TextInput.Password : TextInput.Normal
