@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QScreen>
 
+#include "settings/ollama.h"
 #include "unit/settings/settings_home.h"
 #include "views/application_icon.h"
 #include "views/qt_presentation.h"
@@ -98,6 +99,22 @@ TEST(Window, IsKeptWhenItIsClosedAndShownAgain) {
     EXPECT_TRUE(shown.window.isVisible());
 }
 
+TEST(Window, ThatIsClosedLetsAModelBePulledToItsEnd) {
+    ShownWindow shown;
+    ModelSelectorView& record = *shown.home.view;
+    record.downloadOllama(model("llama3"));
+    EXPECT_THAT(record.downloadingModels, ElementsAre("llama3"));
+    shown.window.close();
+    shown.home.platform.settle();
+    const auto& children = shown.home.platform.children;
+    EXPECT_EQ(std::count_if(children.begin(), children.end(),
+                            [](const FakePlatform::Child& each) {
+                                return each.request == ollamaPullRequest("llama3");
+                            }),
+              1);
+    EXPECT_THAT(record.downloadingModels, IsEmpty());
+}
+
 TEST(Window, RedoHasShift) {
     const ShownWindow shown;
     ASSERT_NE(shown.action(QStringLiteral("Redo")), nullptr);
@@ -107,26 +124,40 @@ TEST(Window, RedoHasShift) {
               QKeySequence(QStringLiteral("Ctrl+Alt+H")));
 }
 
-TEST(Window, AskedForItsCustomGroupsWithNobodyThereToShowThemLosesTheRequest) {
-    SettingsHome home;
-    QtPresentation presentation({home.platform.interfaces, home.constants});
-    int closings = 0;
-    presentation.connect(
-        {.onMainMenuChosen = [](MainMenuAction) {}, .onWindowClosed = [&] { ++closings; }});
-    presentation.installMainMenu(mainMenus());
-    const auto window = presentation.createSettingsWindow();
-    window->presentCustomGroups();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(closings, 0);
+TEST(ApplicationIcon, IsOursUntilTheUserPutsAnotherInItsPlace) {
+    const SettingsHome home;
+    FakePlatform platform;
+    QtPresentation presentation({platform.interfaces, home.constants});
+    const auto shown = [] { return QApplication::windowIcon().pixmap(64, 64).toImage(); };
+    const QImage ours = defaultApplicationIcon().pixmap(64, 64).toImage();
+    EXPECT_EQ(shown(), ours);
+
+    EXPECT_FALSE(presentation.setApplicationIcon("/nonexistent/icon.png"));
+    const std::string text = home.home.at("text.png");
+    home.write(text, "no picture");
+    EXPECT_FALSE(presentation.setApplicationIcon(text));
+    EXPECT_EQ(shown(), ours);
+
+    const std::string another = home.home.at("another.png");
+    QImage picture(64, 64, QImage::Format_RGB32);
+    picture.fill(Qt::magenta);
+    ASSERT_TRUE(picture.save(QString::fromStdString(another)));
+    EXPECT_TRUE(presentation.setApplicationIcon(another));
+    EXPECT_EQ(shown().pixelColor(32, 32), QColor(Qt::magenta));
+    QApplication::setWindowIcon(defaultApplicationIcon());
 }
 
-TEST(ApplicationIcon, IsOursUntilTheUserPutsAnotherInItsPlace) {
-    SettingsHome home;
-    QtPresentation presentation({home.platform.interfaces, home.constants});
-    EXPECT_FALSE(defaultApplicationIcon().pixmap(64, 64).isNull());
-    EXPECT_FALSE(QApplication::windowIcon().pixmap(64, 64).isNull());
-    EXPECT_FALSE(presentation.setApplicationIcon("/nonexistent/icon.png"));
-    EXPECT_FALSE(QApplication::windowIcon().pixmap(64, 64).isNull());
+TEST(ApplicationIcon, IsNotTakenFromAFileThatHoldsNoPicture) {
+    const SettingsHome home;
+    FakePlatform platform;
+    QtPresentation presentation({platform.interfaces, home.constants});
+    const std::string picture = home.home.at("picture.png");
+    const std::string text = home.home.at("text.png");
+    ASSERT_TRUE(QImage(2, 2, QImage::Format_RGB32).save(QString::fromStdString(picture)));
+    home.write(text, "no picture");
+    EXPECT_TRUE(presentation.isImage(picture));
+    EXPECT_FALSE(presentation.isImage(text));
+    EXPECT_FALSE(presentation.isImage("/nonexistent/icon.png"));
 }
 
 TEST(ApplicationIcon, IsPaintedAtEverySize) {

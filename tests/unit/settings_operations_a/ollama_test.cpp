@@ -170,15 +170,6 @@ TEST(Ollama, DroppedAgainDuringAPullIsPulledAgainAndTheFirstEndClears) {
     EXPECT_THAT(settings.view->downloadingModels, IsEmpty());
 }
 
-TEST(Ollama, GoesOnPullingWithTheWindowClosed) {
-    Ollama settings;
-    settings.view->observe(nullptr);
-    settings.view->downloadOllama(ollamaModel("llama3"));
-    settings.platform.settle();
-    EXPECT_THAT(settings.shellTexts(), ElementsAre(ollamaPullRequest("llama3").arguments[1]));
-    EXPECT_THAT(settings.view->downloadingModels, IsEmpty());
-}
-
 TEST(Ollama, AnsweringAfterTheStateHasGoneIsLeftAlone) {
     Ollama settings;
     settings.view->checkOllamaDownload(ollamaModel("a"));

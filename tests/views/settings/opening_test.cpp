@@ -100,11 +100,20 @@ TEST_F(Opening, ASheetThatStoodStandsThereAgain) {
     EXPECT_TRUE(shows("Custom Groups"));
 }
 
-TEST_F(Opening, ARequestForCustomGroupsWithoutAWindowIsLost) {
+TEST_F(Opening, ASheetOfAnEarlierWindowDoesNotStandInTheNext) {
     bringToFront();
-    window.reset(); // whoever would have shown it is gone
+    window->presentCustomGroups();
+    window.reset();
     bringToFront();
     EXPECT_FALSE(shows("Custom Groups"));
+}
+
+TEST_F(Opening, ARequestForCustomGroupsReachesAWindowThatIsNotShown) {
+    window = presentation.createSettingsWindow();
+    window->presentCustomGroups();
+    EXPECT_EQ(shown(), nullptr);
+    bringToFront();
+    EXPECT_TRUE(shows("Custom Groups"));
 }
 
 } // namespace
