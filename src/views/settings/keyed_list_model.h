@@ -47,8 +47,6 @@ signals:
     void countChanged();
 
 private:
-    using Place = std::ptrdiff_t;
-
     void removeAllBut(const QHash<QString, int>& wanted);
     void arrange(const std::vector<Row>& wanted, const QHash<QString, int>& places);
     void update(const std::vector<Row>& wanted);

@@ -43,7 +43,6 @@ TEST(BotsPart, ShowsTheRecordsBotsInTheirOrder) {
     EXPECT_THAT(fleet.shown("role"), ElementsAre("governor", "ops", "dev"));
     EXPECT_THAT(fleet.shown("presence"), ElementsAre("offline", "offline", "offline"));
     EXPECT_THAT(fleet.shown("offersConnection"), ElementsAre("true", "false", "true"));
-    EXPECT_THAT(fleet.shown("isSystem"), ElementsAre("true", "false", "false"));
     EXPECT_THAT(fleet.shown("keepaliveSymbol"), ElementsAre("bolt.fill", "bolt.fill", "bolt.fill"));
 }
 

@@ -47,7 +47,7 @@ BotsPart::BotsPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent),
       rows_({"label", "icon", "title", "role", "presence", "presenceHelp", "isPaused",
              "offersConnection", "service", "keptAlive", "keepaliveSymbol", "keepaliveHelp",
-             "isSelected", "isSystem", "colour"}) {}
+             "isSelected", "colour"}) {}
 
 void BotsPart::sync(Animation /*animation*/) {
     forgetWatches();
@@ -85,7 +85,7 @@ KeyedListModel::Row BotsPart::shown(const BotRow& row, double hue) const {
              presenceName(presence), toQString(varnhold::label(presence)), bot.paused(),
              offersConnection(bot), toQString(rawValue(bot.service)), keepalive.isOn,
              toQString(keepalive.symbol), toQString(keepalive.help), row.isSelected,
-             bot.isSystem.value_or(false), colourOf(botDisplayColor(hue))}};
+             colourOf(botDisplayColor(hue))}};
 }
 
 // A bot that has left the list isn't watched any longer, even if its row fades for a while.

@@ -8,9 +8,8 @@ namespace varnhold {
 namespace {
 
 KeyedListModel::Row shown(const AuthRow& row) {
-    const QString id = toQString(row.auth.id);
-    return {id,
-            {id, toQString(row.auth.name), toQString(row.tag()), row.isAuthorized(),
+    return {toQString(row.auth.id),
+            {toQString(row.auth.name), toQString(row.tag()), row.isAuthorized(),
              toQString(rawValue(row.method)), row.method == AuthMethod::apiKey,
              toQString(row.apiKey)}};
 }
@@ -41,7 +40,7 @@ Row* rowAt(std::vector<Row>& rows, int row) {
 
 ProvidersPart::ProvidersPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent),
-      authRows_({"id", "name", "tag", "isAuthorized", "method", "asksForKey", "apiKey"}),
+      authRows_({"name", "tag", "isAuthorized", "method", "asksForKey", "apiKey"}),
       keyRows_({"name", "tag", "isAuthorized", "apiKey"}) {}
 
 void ProvidersPart::sync(Animation /*animation*/) {

@@ -24,7 +24,7 @@ public:
 
     void sync(Animation animation) override;
 
-    // Names: id, name, tag, isAuthorized, method, asksForKey, apiKey.
+    // Names: name, tag, isAuthorized, method, asksForKey, apiKey.
     [[nodiscard]] KeyedListModel* authRows() { return &authRows_; }
     // Names: name, tag, isAuthorized, apiKey.
     [[nodiscard]] KeyedListModel* keyRows() { return &keyRows_; }

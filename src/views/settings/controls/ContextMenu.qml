@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Varnhold
 
-// A menu made of rows: { kind: "action" | "divider" | "section", title, symbol, destructive,
+// A menu made of rows: { kind: "action" | "divider" | "section" | "text", title, symbol, destructive,
 // checked, enabled }.
 T.Menu {
     id: root

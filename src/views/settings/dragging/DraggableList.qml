@@ -16,7 +16,6 @@ DropTarget {
     property real spacing: 0
     property bool springs: true // false while the first rows are put up
     property string uidRole: "uid" // the name of the value that identifies a row
-    property string nameRole: "name" // the name of the value that is announced
 
     readonly property real pitch: root.rowHeight + root.spacing
     readonly property int rows: root.model.count
