@@ -38,7 +38,7 @@ void toggleKeepalive(ModelSelectorView& view, const BotConfig& bot);
 // All on, unless all are on already: then all off.
 void toggleKeepaliveForAll(ModelSelectorView& view);
 
-// The button over the column.
+// The button of a bot's row, or the one over the column.
 struct KeepaliveSwitch {
     bool isOn = false;
     std::string symbol;
