@@ -100,10 +100,11 @@ class Desktop:
         self.started.append(child)
         return child
 
-    def start(self, **environment):
+    def start(self, *wrapper, **environment):
+        """Starts the supervisor, by way of another command if one is given."""
         (self.home / "calls").unlink(missing_ok=True)
-        self.supervisor = subprocess.Popen(
-            [self.prefix / "bin/varnhold"], env=dict(self.environment, **environment))
+        self.supervisor = subprocess.Popen([*wrapper, self.prefix / "bin/varnhold"],
+                                           env=dict(self.environment, **environment))
         self.started.append(self.supervisor)
         return self.supervisor
 

@@ -407,6 +407,19 @@ class DesktopTest(unittest.TestCase):
                 desktop.end()
                 desktop.reset()
 
+    def test_program_that_is_to_outlive_its_terminal_does(self):
+        desktop = self.desktop()
+        desktop.start("nohup")
+        desktop.await_launched()
+        desktop.supervisor.send_signal(signal.SIGHUP)
+        polls = len(desktop.calls("list"))
+        wait_until("two polls", lambda: len(desktop.calls("list")) > polls + 1)
+        self.assert_runs()
+        self.assertEqual(desktop.calls("bootout"), [])
+        desktop.supervisor.send_signal(signal.SIGTERM)
+        self.assertEqual(desktop.supervisor.wait(60), 0)
+        self.assert_fleet_is_taken_down(desktop)
+
     def test_display_that_goes_away_is_a_quit(self):
         desktop, _ = self.with_strip()
         desktop.screen.kill()
