@@ -61,6 +61,7 @@ int main(int argc, char** argv) {
 
     varnhold::platform::QtPlatform platform;
     varnhold::QtPresentation presentation({platform.interfaces(), constants});
+    presentation.setActivationPolicy(varnhold::ActivationPolicy::accessory);
     varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
     // By way of the queue, so that an early knock is answered after the launch.
     instance.listen([&app, &delegate] {
