@@ -30,10 +30,26 @@ BusActivation::Claim BusActivation::claim() {
     // The object first: whoever sees the name may call at once.
     bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
     if (bus.registerService(service)) {
+        hasName_ = true;
         return Claim::ours;
     }
     bus.unregisterObject(path);
     return bus.isConnected() ? Claim::taken : Claim::noBus;
+}
+
+void BusActivation::release() {
+    if (!hasName_) {
+        return;
+    }
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.unregisterObject(path);
+    // Not waited for: this comes before the fleet's end, which a bus that hangs mustn't hold up.
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReleaseName"));
+    request << service;
+    bus.send(request);
+    hasName_ = false;
 }
 
 bool BusActivation::activateOther() {

@@ -22,6 +22,9 @@ public:
 
     [[nodiscard]] Claim claim();
 
+    // Gives the name back; requests are refused from now on.
+    void release();
+
     // Asks the process that has the name to show itself. False if there is none, or no answer.
     [[nodiscard]] static bool activateOther();
 
@@ -37,6 +40,7 @@ public slots:
     // NOLINTEND(readability-identifier-naming)
 
 private:
+    bool hasName_ = false;
     std::function<void()> activated_;
 };
 

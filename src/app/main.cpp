@@ -72,9 +72,13 @@ int main(int argc, char** argv) {
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         &app, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
-    varnhold::beforeSuddenExit([&delegate] { delegate.applicationWillTerminate(); });
+    const auto end = [&instance, &delegate] {
+        instance.stopListening();
+        delegate.applicationWillTerminate();
+    };
+    varnhold::beforeSuddenExit(end);
     QApplication::exec();
-    delegate.applicationWillTerminate();
+    end();
     // Nothing waits for fleet operations that still run in the background.
     std::_Exit(EXIT_SUCCESS);
 }

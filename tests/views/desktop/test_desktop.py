@@ -3,7 +3,9 @@
 Each test runs in a sandbox and a process of its own: test_desktop.py BUILD_FOLDER TEST_NAME
 """
 
+import fcntl
 import os
+import pathlib
 import signal
 import sys
 import unittest
@@ -345,7 +347,8 @@ class DesktopTest(unittest.TestCase):
         second = desktop.run_second(**environment)
         self.assertEqual(second.returncode, 0)
         wait_until("the window", lambda: desktop.windows("^Varnhold$"))
-        self.assertEqual(len(desktop.instances()), 1)
+        # A child of the first bears its name until it has become another program.
+        wait_until("there is one instance", lambda: len(desktop.instances()) == 1)
         # Polls and the window's look after each agent go on; nothing is started, stopped or loaded.
         new = {call.split()[0] for call in desktop.calls("")[len(before):]}
         self.assertLessEqual(new, {"list"})
@@ -392,6 +395,46 @@ class DesktopTest(unittest.TestCase):
                 self.second_start(desktop)
                 desktop.end()
                 desktop.reset()
+
+    def test_start_while_the_first_takes_its_fleet_down_becomes_the_next(self):
+        for bus in (False, True):
+            with self.subTest(bus=bus):
+                desktop, _ = self.with_strip(bus=bus)
+                desktop.await_launched()
+                stubborn = desktop.home / "stubborn"
+                stubborn.touch()
+                first = desktop.supervisor
+                first.send_signal(signal.SIGTERM)
+                wait_until("the first goes down", lambda: desktop.calls("bootout"))
+                second = desktop.start()
+                wait_until("the second has come to the lock",
+                           lambda: desktop.has_open(second, "supervisor.lock"))
+                stubborn.unlink()
+                self.assertEqual(first.wait(60), 0)
+                desktop.await_launched()
+                self.assert_runs()
+                desktop.strip()
+                self.second_start(desktop)
+                desktop.end()
+                desktop.reset()
+
+    def test_start_that_finds_the_name_of_a_dying_first_takes_it(self):
+        desktop = self.desktop(bus=True)
+        first = desktop.start_dying()
+        desktop.start()
+        desktop.strip()
+        self.assertEqual(first.wait(60), 0)
+        self.second_start(desktop, XDG_RUNTIME_DIR="/tmp/other")
+
+    def test_lock_where_others_may_write_keeps_no_start_away(self):
+        folder = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "varnhold"
+        folder.mkdir()
+        folder.chmod(0o777)
+        with open(folder / "supervisor.lock", "w", encoding="utf-8") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+            self.with_strip()
+            self.assertFalse(self.d.has_open(self.d.supervisor, "supervisor.lock"))
+            self.assertFalse((folder / "supervisor.socket").exists())
 
     def assert_fleet_is_taken_down(self, desktop):
         unloaded = [call.split("/")[-1] for call in desktop.calls("bootout")]
