@@ -17,7 +17,6 @@ const QString interface = QStringLiteral("org.freedesktop.Application");
 // The other may be in the middle of a poll, whose child process it waits for.
 constexpr int answerWithin = 10000; // milliseconds
 
-constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
 const QString tokenKey = QStringLiteral("activation-token");
 
 } // namespace
@@ -52,7 +51,7 @@ void BusActivation::release() {
     hasName_ = false;
 }
 
-bool BusActivation::activateOther() {
+bool BusActivation::activateOther(const QByteArray& activationToken) {
     if (!platform::hasSessionBus()) {
         return false;
     }
@@ -60,8 +59,8 @@ bool BusActivation::activateOther() {
         QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Activate"));
     request.setAutoStartService(false);
     QVariantMap platformData;
-    if (qEnvironmentVariableIsSet(tokenVariable)) {
-        platformData[tokenKey] = qEnvironmentVariable(tokenVariable);
+    if (!activationToken.isEmpty()) {
+        platformData[tokenKey] = QString::fromUtf8(activationToken);
     }
     request << platformData;
     const QDBusMessage answer =
@@ -70,12 +69,8 @@ bool BusActivation::activateOther() {
 }
 
 void BusActivation::Activate(const QVariantMap& platformData) {
-    // The right to come to the front is the later start's to give away.
-    if (platformData.contains(tokenKey)) {
-        qputenv(tokenVariable, platformData.value(tokenKey).toString().toUtf8());
-    }
     if (activated_) {
-        activated_();
+        activated_(platformData.value(tokenKey).toString().toUtf8());
     }
 }
 

@@ -23,7 +23,8 @@ constexpr int connectTimeout = 1000; // milliseconds
 
 } // namespace
 
-SingleInstance::SingleInstance(std::string folder) : folder_(std::move(folder)) {}
+SingleInstance::SingleInstance(std::string folder, QByteArray activationToken)
+    : folder_(std::move(folder)), activationToken_(std::move(activationToken)) {}
 
 SingleInstance::~SingleInstance() {
     if (lock_ >= 0) {
@@ -54,7 +55,7 @@ bool SingleInstance::claim() {
     // Asked in turns rather than waited for: of several later starts one becomes the next, and the
     // others have to be heard by it instead of standing in line for its end.
     while (lock == Lock::taken) {
-        if (BusActivation::activateOther() || knock()) {
+        if (BusActivation::activateOther(activationToken_) || knock()) {
             return false;
         }
         QThread::msleep(pauseBetweenTries.count());
@@ -65,7 +66,7 @@ bool SingleInstance::claim() {
     if (bus_.claim() != BusActivation::Claim::taken) {
         return true;
     }
-    if (BusActivation::activateOther()) {
+    if (BusActivation::activateOther(activationToken_)) {
         return false;
     }
     // The bus hears of an owner's end a little later than the lock, but before it fails a call.
@@ -78,7 +79,7 @@ bool SingleInstance::knock() const {
     return socket.waitForConnected(connectTimeout);
 }
 
-void SingleInstance::listen(std::function<void()> onKnock) {
+void SingleInstance::listen(BusActivation::Activated onKnock) {
     bus_.onActivate(onKnock);
     if (!hasLock_) {
         return; // the socket there may be somebody else's
@@ -90,7 +91,7 @@ void SingleInstance::listen(std::function<void()> onKnock) {
                          while (QLocalSocket* guest = server_.nextPendingConnection()) {
                              guest->deleteLater();
                          }
-                         onKnock();
+                         onKnock({});
                      });
     server_.listen(socketPath());
 }

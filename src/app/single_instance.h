@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QByteArray>
 #include <QLocalServer>
-#include <functional>
 #include <string>
 
 #include "app/bus_activation.h"
@@ -20,7 +20,8 @@ namespace varnhold {
 class SingleInstance final {
 public:
     // `folder`: made if it is missing. One that isn't private to the user is not made use of.
-    explicit SingleInstance(std::string folder);
+    // `activationToken`: goes to the one, if it isn't this.
+    SingleInstance(std::string folder, QByteArray activationToken);
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
@@ -30,8 +31,9 @@ public:
     // that can't start is worse than two.
     [[nodiscard]] bool claim();
 
-    // Calls back from the event loop whenever a later start has called or knocked.
-    void listen(std::function<void()> onKnock);
+    // Calls back from the event loop whenever a later start has called or knocked, with its right
+    // to come to the front, if it could hand it over.
+    void listen(BusActivation::Activated onKnock);
 
     // Before the work of the end, which may take long: a later start is then not told that it has
     // been heard, but waits. Keeps the lock, so that no two are at work on the fleet.
@@ -44,6 +46,7 @@ private:
     [[nodiscard]] QString socketPath() const;
 
     std::string folder_;
+    QByteArray activationToken_;
     int lock_ = -1; // open, but perhaps somebody else's
     bool hasLock_ = false;
     QLocalServer server_;

@@ -24,9 +24,10 @@ PORTAL = "org.freedesktop.portal.Desktop"
 WATCHER = "org.kde.StatusNotifierWatcher"
 
 # Stands for the service manager's tool: prints the job list of the moment and notes every call. An
-# agent that is unloaded goes on for as long as there is a file "stubborn".
+# agent that is unloaded goes on for as long as there is a file "stubborn". Notes too what it inherits.
 LAUNCHCTL = """#!/bin/sh
 echo "$*" >>"$HOME/calls"
+if [ -n "$XDG_ACTIVATION_TOKEN" ]; then touch "$HOME/inherited"; fi
 if [ "$1" = bootout ]; then while [ -e "$HOME/stubborn" ]; do sleep 0.05; done; fi
 if [ "$*" = list ]; then cat "$HOME/jobs"; fi
 """

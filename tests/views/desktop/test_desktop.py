@@ -363,6 +363,15 @@ class DesktopTest(unittest.TestCase):
         # A runtime folder of its own: only the bus is common to both.
         self.second_start(desktop, XDG_RUNTIME_DIR="/tmp/other")
 
+    def test_right_to_come_to_the_front_is_left_to_no_child(self):
+        desktop = self.desktop(bus=True)
+        desktop.start(XDG_ACTIVATION_TOKEN="of-the-first")
+        desktop.strip()
+        self.second_start(desktop, XDG_ACTIVATION_TOKEN="of-the-second")
+        polls = len(desktop.calls("list"))
+        wait_until("a poll", lambda: len(desktop.calls("list")) > polls)
+        self.assertFalse((desktop.home / "inherited").exists())
+
     def test_second_start_finds_a_first_that_has_no_bus(self):
         desktop = self.desktop(bus=True)
         desktop.start(DBUS_SESSION_BUS_ADDRESS="none:")
@@ -464,10 +473,14 @@ class DesktopTest(unittest.TestCase):
         self.assert_fleet_is_taken_down(desktop)
 
     def test_display_that_goes_away_is_a_quit(self):
-        desktop, _ = self.with_strip()
-        desktop.screen.kill()
-        desktop.supervisor.wait(60)
-        self.assert_fleet_is_taken_down(desktop)
+        for bus in (False, True):
+            with self.subTest(bus=bus):
+                desktop, _ = self.with_strip(bus=bus)
+                desktop.screen.kill()
+                desktop.supervisor.wait(60)
+                self.assert_fleet_is_taken_down(desktop)
+                desktop.end()
+                desktop.reset()
 
 
 if __name__ == "__main__":
