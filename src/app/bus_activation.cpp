@@ -17,7 +17,6 @@ const QString interface = QStringLiteral("org.freedesktop.Application");
 // The other may be in the middle of a poll, whose child process it waits for.
 constexpr int answerWithin = 10000; // milliseconds
 
-constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
 const QString tokenKey = QStringLiteral("activation-token");
 
 } // namespace
@@ -30,13 +29,29 @@ BusActivation::Claim BusActivation::claim() {
     // The object first: whoever sees the name may call at once.
     bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
     if (bus.registerService(service)) {
+        hasName_ = true;
         return Claim::ours;
     }
     bus.unregisterObject(path);
     return bus.isConnected() ? Claim::taken : Claim::noBus;
 }
 
-bool BusActivation::activateOther() {
+void BusActivation::release() {
+    if (!hasName_) {
+        return;
+    }
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.unregisterObject(path);
+    // Not waited for: this comes before the fleet's end, which a bus that hangs mustn't hold up.
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReleaseName"));
+    request << service;
+    bus.send(request);
+    hasName_ = false;
+}
+
+bool BusActivation::activateOther(const QByteArray& activationToken) {
     if (!platform::hasSessionBus()) {
         return false;
     }
@@ -44,8 +59,8 @@ bool BusActivation::activateOther() {
         QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Activate"));
     request.setAutoStartService(false);
     QVariantMap platformData;
-    if (qEnvironmentVariableIsSet(tokenVariable)) {
-        platformData[tokenKey] = qEnvironmentVariable(tokenVariable);
+    if (!activationToken.isEmpty()) {
+        platformData[tokenKey] = QString::fromUtf8(activationToken);
     }
     request << platformData;
     const QDBusMessage answer =
@@ -54,12 +69,8 @@ bool BusActivation::activateOther() {
 }
 
 void BusActivation::Activate(const QVariantMap& platformData) {
-    // The right to come to the front is the later start's to give away.
-    if (platformData.contains(tokenKey)) {
-        qputenv(tokenVariable, platformData.value(tokenKey).toString().toUtf8());
-    }
     if (activated_) {
-        activated_();
+        activated_(platformData.value(tokenKey).toString().toUtf8());
     }
 }
 

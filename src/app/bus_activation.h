@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QVariantMap>
 #include <functional>
@@ -18,15 +19,22 @@ public:
         noBus,
     };
 
+    // Gets the right to come to the front, or empty text.
+    using Activated = std::function<void(const QByteArray& activationToken)>;
+
     using QObject::QObject;
 
     [[nodiscard]] Claim claim();
 
-    // Asks the process that has the name to show itself. False if there is none, or no answer.
-    [[nodiscard]] static bool activateOther();
+    // Gives the name back; requests are refused from now on.
+    void release();
+
+    // Asks the process that has the name to show itself, and gives it our right to come to the
+    // front, if any. False if there is none, or no answer.
+    [[nodiscard]] static bool activateOther(const QByteArray& activationToken);
 
     // Called from the event loop for every such request.
-    void onActivate(std::function<void()> activated) { activated_ = std::move(activated); }
+    void onActivate(Activated activated) { activated_ = std::move(activated); }
 
 public slots:
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names
@@ -37,7 +45,8 @@ public slots:
     // NOLINTEND(readability-identifier-naming)
 
 private:
-    std::function<void()> activated_;
+    bool hasName_ = false;
+    Activated activated_;
 };
 
 } // namespace varnhold

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -21,8 +22,17 @@ std::function<void()>& lastWork() {
 }
 
 void noteSignal(int) {
+    const int before = errno; // what is interrupted may be about to read it
     const char byte = 1;
     static_cast<void>(!::write(pipeEnds[1], &byte, 1));
+    errno = before;
+}
+
+// So does nohup start a program that is to outlive its terminal, and a shell one that Ctrl+C is not
+// meant for.
+bool isIgnored(int signal) {
+    struct sigaction current {};
+    return ::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
 }
 
 } // namespace
@@ -41,7 +51,9 @@ void endOnSignals(std::function<void()> onSignal) {
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        ::sigaction(signal, &action, nullptr);
+        if (signal == SIGTERM || !isIgnored(signal)) {
+            ::sigaction(signal, &action, nullptr);
+        }
     }
 }
 

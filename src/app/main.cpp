@@ -3,6 +3,7 @@
 #include <optional>
 #include <unistd.h>
 
+#include "app/activation_token.h"
 #include "app/app_delegate.h"
 #include "app/end_signals.h"
 #include "app/single_instance.h"
@@ -36,6 +37,24 @@ private:
     const bool userHasChosen_ = qEnvironmentVariableIsSet(variable);
 };
 
+void describeApplication() {
+    QApplication::setApplicationName(QStringLiteral("Varnhold"));
+    QApplication::setDesktopFileName(QStringLiteral("varnhold"));
+    // Closing the settings window must never take the fleet down.
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+// By way of the queue, so that an early knock is answered after the launch.
+void reopenLater(varnhold::AppDelegate& delegate, const QByteArray& activationToken) {
+    QMetaObject::invokeMethod(
+        qApp,
+        [&delegate, activationToken] {
+            varnhold::withActivationToken(
+                activationToken, [&delegate] { delegate.applicationShouldHandleReopen(false); });
+        },
+        Qt::QueuedConnection);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -46,34 +65,33 @@ int main(int argc, char** argv) {
     const varnhold::Constants constants(system->homeDirectory());
     const varnhold::Roster roster;
 
+    // For a later start to hand over: the first one shows no window by itself.
+    const QByteArray activationToken = varnhold::takeActivationToken();
     std::optional<PreferX11> preference(std::in_place);
     QApplication app(argc, argv);
     preference.reset();
-    QApplication::setApplicationName(QStringLiteral("Varnhold"));
-    QApplication::setDesktopFileName(QStringLiteral("varnhold"));
-    // Closing the settings window must never take the fleet down.
-    QApplication::setQuitOnLastWindowClosed(false);
+    describeApplication();
 
-    varnhold::SingleInstance instance(system->runtimeDirectory());
+    varnhold::SingleInstance instance(system->runtimeDirectory(), activationToken);
     if (!instance.claim()) {
         return EXIT_SUCCESS;
     }
 
     varnhold::platform::QtPlatform platform;
     varnhold::QtPresentation presentation({platform.interfaces(), constants});
+    presentation.setActivationPolicy(varnhold::ActivationPolicy::accessory);
     varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
-    // By way of the queue, so that an early knock is answered after the launch.
-    instance.listen([&app, &delegate] {
-        QMetaObject::invokeMethod(
-            &app, [&delegate] { delegate.applicationShouldHandleReopen(false); },
-            Qt::QueuedConnection);
-    });
+    instance.listen([&delegate](const QByteArray& token) { reopenLater(delegate, token); });
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         &app, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
-    varnhold::beforeSuddenExit([&delegate] { delegate.applicationWillTerminate(); });
+    const auto end = [&instance, &delegate] {
+        instance.stopListening();
+        delegate.applicationWillTerminate();
+    };
+    varnhold::beforeSuddenExit(end);
     QApplication::exec();
-    delegate.applicationWillTerminate();
+    end();
     // Nothing waits for fleet operations that still run in the background.
     std::_Exit(EXIT_SUCCESS);
 }

@@ -6,8 +6,9 @@
 #include <chrono>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
+
+#include "base/files.h"
 
 namespace varnhold {
 
@@ -15,14 +16,15 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The first may have locked but not listen yet: it does so within its first milliseconds.
-constexpr int knockAttempts = 40;
-constexpr std::chrono::duration<unsigned long, std::milli> pauseBetweenKnocks = 50ms;
+// The first may have locked but not listen yet, which it does within its first milliseconds, or
+// listen no more.
+constexpr std::chrono::duration<unsigned long, std::milli> pauseBetweenTries = 50ms;
 constexpr int connectTimeout = 1000; // milliseconds
 
 } // namespace
 
-SingleInstance::SingleInstance(std::string folder) : folder_(std::move(folder)) {}
+SingleInstance::SingleInstance(std::string folder, QByteArray activationToken)
+    : folder_(std::move(folder)), activationToken_(std::move(activationToken)) {}
 
 SingleInstance::~SingleInstance() {
     if (lock_ >= 0) {
@@ -34,38 +36,54 @@ QString SingleInstance::socketPath() const {
     return QString::fromStdString(folder_ + "/supervisor.socket");
 }
 
-bool SingleInstance::claim() {
-    ::mkdir(folder_.c_str(), 0700); // if it can't be made, opening the lock tells
-    const std::string path = folder_ + "/supervisor.lock";
-    lock_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        if (!BusActivation::activateOther()) {
-            knock();
+SingleInstance::Lock SingleInstance::tryLock() {
+    if (lock_ < 0) {
+        if (!files::createPrivateDirectory(folder_)) {
+            return Lock::impossible;
         }
-        return false;
+        const std::string path = folder_ + "/supervisor.lock";
+        lock_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     }
+    if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) == 0) {
+        return Lock::ours;
+    }
+    return lock_ >= 0 && errno == EWOULDBLOCK ? Lock::taken : Lock::impossible;
+}
+
+bool SingleInstance::claim() {
+    Lock lock = tryLock();
+    // Asked in turns rather than waited for: of several later starts one becomes the next, and the
+    // others have to be heard by it instead of standing in line for its end.
+    while (lock == Lock::taken) {
+        if (BusActivation::activateOther(activationToken_) || knock()) {
+            return false;
+        }
+        QThread::msleep(pauseBetweenTries.count());
+        lock = tryLock();
+    }
+    hasLock_ = lock == Lock::ours;
     // Two sessions of one user may differ in their runtime folders and yet share a bus.
     if (bus_.claim() != BusActivation::Claim::taken) {
         return true;
     }
-    static_cast<void>(BusActivation::activateOther()); // alive or not, it is the one
-    return false;
-}
-
-void SingleInstance::knock() const {
-    for (int attempt = 0; attempt < knockAttempts; ++attempt) {
-        QLocalSocket socket;
-        socket.connectToServer(socketPath(), QIODevice::WriteOnly);
-        if (socket.waitForConnected(connectTimeout)) {
-            socket.disconnectFromServer();
-            return;
-        }
-        QThread::msleep(pauseBetweenKnocks.count());
+    if (BusActivation::activateOther(activationToken_)) {
+        return false;
     }
+    // The bus hears of an owner's end a little later than the lock, but before it fails a call.
+    return bus_.claim() != BusActivation::Claim::taken;
 }
 
-void SingleInstance::listen(std::function<void()> onKnock) {
+bool SingleInstance::knock() const {
+    QLocalSocket socket;
+    socket.connectToServer(socketPath(), QIODevice::WriteOnly);
+    return socket.waitForConnected(connectTimeout);
+}
+
+void SingleInstance::listen(BusActivation::Activated onKnock) {
     bus_.onActivate(onKnock);
+    if (!hasLock_) {
+        return; // the socket there may be somebody else's
+    }
     QLocalServer::removeServer(socketPath());
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_,
@@ -73,9 +91,14 @@ void SingleInstance::listen(std::function<void()> onKnock) {
                          while (QLocalSocket* guest = server_.nextPendingConnection()) {
                              guest->deleteLater();
                          }
-                         onKnock();
+                         onKnock({});
                      });
     server_.listen(socketPath());
+}
+
+void SingleInstance::stopListening() {
+    bus_.release();
+    server_.close();
 }
 
 } // namespace varnhold

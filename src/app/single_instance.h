@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QByteArray>
 #include <QLocalServer>
-#include <functional>
 #include <string>
 
 #include "app/bus_activation.h"
@@ -13,29 +13,42 @@ namespace varnhold {
 // The first to lock a file in the user's runtime folder and to get the program's name on the
 // session bus is the one. A later one calls it there, or where there is no bus knocks on a socket
 // beside the lock, which makes the first show its window, and ends before it has touched anything.
-// A crash frees lock and name, and the socket that it leaves behind is cleared away by the next.
+// If the first is on its way out and answers no more, the later one waits for its end and takes its
+// place. A crash frees lock and name, and the socket that it leaves behind is cleared away by the
+// next.
 // Main thread.
 class SingleInstance final {
 public:
-    // `folder`: private to the user; made if it is missing.
-    explicit SingleInstance(std::string folder);
+    // `folder`: made if it is missing. One that isn't private to the user is not made use of.
+    // `activationToken`: goes to the one, if it isn't this.
+    SingleInstance(std::string folder, QByteArray activationToken);
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    // True for the one. False for a later one, which has then knocked. Where no lock can be had for
-    // other reasons the program runs on: a supervisor that can't start is worse than two.
+    // True for the one. False for a later one, which has then been heard. Blocks while another is
+    // on its way out. Where no lock can be had for other reasons the program runs on: a supervisor
+    // that can't start is worse than two.
     [[nodiscard]] bool claim();
 
-    // Calls back from the event loop whenever a later start has called or knocked.
-    void listen(std::function<void()> onKnock);
+    // Calls back from the event loop whenever a later start has called or knocked, with its right
+    // to come to the front, if it could hand it over.
+    void listen(BusActivation::Activated onKnock);
+
+    // Before the work of the end, which may take long: a later start is then not told that it has
+    // been heard, but waits. Keeps the lock, so that no two are at work on the fleet.
+    void stopListening();
 
 private:
-    void knock() const;
+    enum class Lock { ours, taken, impossible };
+    [[nodiscard]] Lock tryLock();
+    [[nodiscard]] bool knock() const;
     [[nodiscard]] QString socketPath() const;
 
     std::string folder_;
-    int lock_ = -1;
+    QByteArray activationToken_;
+    int lock_ = -1; // open, but perhaps somebody else's
+    bool hasLock_ = false;
     QLocalServer server_;
     BusActivation bus_;
 };

@@ -245,15 +245,6 @@ std::string_view trimmedOfBlanks(std::string_view text) {
     return trimmedOf(text, isBlank);
 }
 
-std::size_t characterCount(std::string_view text) {
-    std::size_t count = 0;
-    eachCharacter(text, [&](std::size_t) {
-        ++count;
-        return true;
-    });
-    return count;
-}
-
 std::string firstCharacters(std::string_view text, std::size_t count) {
     std::size_t end = 0;
     std::size_t seen = 0;

@@ -30,8 +30,8 @@ namespace varnhold::unicode {
 // The same, but a line break stays: a name of line breaks alone is a name.
 [[nodiscard]] std::string_view trimmedOfBlanks(std::string_view text);
 
-// Characters as a person counts them (grapheme clusters): a flag or a joined emoji is one.
-[[nodiscard]] std::size_t characterCount(std::string_view text);
+// At most `count` characters as a person counts them (grapheme clusters): a flag or a joined emoji
+// is one.
 [[nodiscard]] std::string firstCharacters(std::string_view text, std::size_t count);
 
 // Plain text order: canonically composed code points, not a language's collation, so a capital

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/files.h"
 #include "base/json.h"
 
 namespace varnhold {
@@ -16,6 +15,10 @@ Result<BotService> decodeService(const json::Value& value) {
         }
         return failure("no such service: \"" + raw + "\"");
     });
+}
+
+Result<std::vector<BotConfig>> decodeBotArray(const json::Value& value) {
+    return json::decodeArray(value, decodeBot);
 }
 
 } // namespace
@@ -70,8 +73,7 @@ json::Value encode(const BotConfig& bot) {
 }
 
 Result<std::vector<BotConfig>> decodeBots(std::string_view text) {
-    return json::parse(text).and_then(
-        [](const json::Value& value) { return json::decodeArray(value, decodeBot); });
+    return json::parse(text).and_then(decodeBotArray);
 }
 
 std::string encodeBots(const std::vector<BotConfig>& bots) {
@@ -83,7 +85,7 @@ std::string encodeBots(const std::vector<BotConfig>& bots) {
 }
 
 Result<std::vector<BotConfig>> readBots(const std::string& path) {
-    return files::read(path).and_then([](const std::string& text) { return decodeBots(text); });
+    return json::parseFile(path).and_then(decodeBotArray);
 }
 
 std::vector<BotConfig> loadBots(const Constants& constants) {

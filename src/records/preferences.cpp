@@ -1,9 +1,9 @@
 #include "records/preferences.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
-#include "base/files.h"
 #include "base/json.h"
 
 namespace varnhold {
@@ -103,6 +103,7 @@ double sliderValue(EffortLevel level) {
 }
 
 EffortLevel effortLevelFromSlider(double slider) {
+    assert(std::isfinite(slider));
     const double rounded = std::round(slider);
     for (const EffortLevel level : allEffortLevels) {
         if (rounded == sliderValue(level)) {

@@ -1,34 +1,14 @@
 #include "launchctl/job_store.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 #include "base/files.h"
 
 namespace varnhold::services {
 
 namespace {
-
-Result<void> makePrivateFolder(const std::string& path) {
-    const auto systemError = [&path] {
-        return failure(path + ": " + std::system_category().message(errno));
-    };
-    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) {
-        return systemError();
-    }
-    struct stat found {};
-    if (::lstat(path.c_str(), &found) != 0) {
-        return systemError();
-    }
-    if (!S_ISDIR(found.st_mode) || found.st_uid != ::getuid() || (found.st_mode & 0077U) != 0) {
-        return failure(path + ": not a private folder of this user");
-    }
-    return {};
-}
 
 void removeTree(const std::string& path) {
     std::error_code ignored; // what is left is removed before the next job of this name is made
@@ -49,14 +29,14 @@ bool JobStore::hasUnits() const {
 }
 
 Result<JobStore::Locks> JobStore::lock(const std::string& name) const {
-    if (const auto made = makePrivateFolder(folder_); !made) {
+    if (const auto made = files::createPrivateDirectory(folder_); !made) {
         return failure(made.error());
     }
     auto tree = FileLock::take(folder_ + "/lock", FileLock::Kind::shared);
     if (!tree) {
         return failure(tree.error());
     }
-    if (const auto made = makePrivateFolder(folder_ + "/locks"); !made) {
+    if (const auto made = files::createPrivateDirectory(folder_ + "/locks"); !made) {
         return failure(made.error());
     }
     auto label = FileLock::take(folder_ + "/locks/" + name, FileLock::Kind::exclusive);
@@ -78,7 +58,7 @@ Result<void> JobStore::make(const std::string& name, const std::string& content)
     const JobFiles files = job(name);
     removeTree(files.folder()); // left by a launchctl that was killed half-way
     for (const std::string& path : {folder_ + "/jobs", files.folder()}) {
-        if (const auto made = makePrivateFolder(path); !made) {
+        if (const auto made = files::createPrivateDirectory(path); !made) {
             return made;
         }
     }

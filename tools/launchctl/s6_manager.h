@@ -13,7 +13,7 @@ namespace varnhold::services {
 //
 // Each job is a service folder with a private copy of its property list; it is loaded while a link
 // to it stands in the scan folder and somebody supervises it. Everything lives in the user's
-// runtime folder, so nothing survives the session.
+// runtime folder, and is forgotten if that goes with the session.
 class S6Manager final : public ServiceManager {
 public:
     // `folder`: the private runtime folder; made if it is missing. `agentExec`: path of the helper

@@ -15,7 +15,6 @@ public:
     // `folder`: the scan folder; its parent must be there.
     explicit S6Scanner(std::string folder) : folder_(std::move(folder)) {}
 
-    [[nodiscard]] const std::string& folder() const { return folder_; }
     [[nodiscard]] bool isRunning() const;
 
     // Starts it unless it runs, and returns when it listens. One caller at a time.

@@ -8,6 +8,7 @@
 
 #include "base/unicode.h"
 #include "launchctl/label_name.h"
+#include "launchctl/process_handle.h"
 #include "launchctl/unit_name.h"
 
 namespace varnhold::services {
@@ -268,14 +269,25 @@ Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
     }
     const JobFiles& files = (*loaded)->files;
     const std::string& unit = (*loaded)->unit.name;
-    files.hurry();
-    auto done = running ? manager_.kill(unit, SIGKILL) : Result<Reply>(Reply::done);
-    const auto list = files.definition();
-    if (done && !(list && list->keepAlive)) {
-        files.wakeFromRest();
-        done = manager_.restart(unit); // nobody else would
+    if (running) {
+        const ProcessHandle agent(*running);
+        const auto now = job(label);
+        if (!now) {
+            return failure(now.error());
+        }
+        files.hurry();
+        if (*now && (*now)->process == running) { // and not a new one, as was asked for
+            agent.kill();
+        }
+    } else {
+        files.hurry();
     }
-    return done.map([](Reply) { return Outcome::done; });
+    const auto list = files.definition();
+    if (list && list->keepAlive) {
+        return Outcome::done;
+    }
+    files.wakeFromRest();
+    return manager_.restart(unit).map([](Reply) { return Outcome::done; }); // nobody else would
 }
 
 Result<Outcome> SystemdManager::stop(const std::string& label) {

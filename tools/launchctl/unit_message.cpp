@@ -72,12 +72,11 @@ Result<std::vector<Unit>> readUnits(const Message& reply) {
         return failure("the user manager's answer can't be read");
     }
     const char* name = nullptr;
-    const char* active = nullptr;
     const char* sub = nullptr;
     const char* path = nullptr;
-    while (sd_bus_message_read(reply.get(), "(ssssssouso)", &name, nullptr, nullptr, &active, &sub,
+    while (sd_bus_message_read(reply.get(), "(ssssssouso)", &name, nullptr, nullptr, nullptr, &sub,
                                nullptr, &path, nullptr, nullptr, nullptr) > 0) {
-        units.push_back({.name = name, .active = active, .sub = sub, .path = path});
+        units.push_back({.name = name, .sub = sub, .path = path});
     }
     return units;
 }

@@ -14,7 +14,6 @@ namespace varnhold::services {
 // A unit in the memory of a systemd user manager.
 struct Unit {
     std::string name;
-    std::string active; // "active", "activating", "deactivating", "failed"
     std::string sub;
     std::string path; // its object on the bus
 };

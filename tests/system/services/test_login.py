@@ -17,7 +17,9 @@ class LoginTest(ServicesCase):
     def setUp(self):
         """Installs below the user's home, and leaves property lists there, before the session starts."""
         self.made = 0
-        self.prefix = HOME / ".local"
+        self.prefix = HOME / 'odd %h $HOME `a` b'
+        self.prefix.mkdir()
+        (HOME / ".local").symlink_to(self.prefix)  # where the user manager looks for units
         self.libexec = self.prefix / "libexec/varnhold"
         shutil.copytree(BUILD / "libexec/varnhold", self.libexec)
         subprocess.run(["cmake", f"-DCMAKE_INSTALL_PREFIX={self.prefix}", "-P",
@@ -61,7 +63,8 @@ class LoginTest(ServicesCase):
 
     def test_the_autostart_entry_names_what_was_installed(self):
         entry = self.prefix / "etc/xdg/autostart/varnhold-agents.desktop"
-        self.assertIn(f'Exec="{self.libexec}/load-agents"', entry.read_text())
+        written = r'odd %%h \\$HOME \\`a\\` b'  # quoted once for the command, once for any text
+        self.assertIn(f'Exec="{HOME}/{written}/libexec/varnhold/load-agents"\n', entry.read_text())
         self.assertNotIn("@", entry.read_text())
 
 

@@ -262,6 +262,9 @@ class MishapsTest(ServicesCase):
     def test_a_start_that_nobody_could_see_the_end_of_leaves_a_job_that_works(self):
         job = self.job()
         held = self.hold_starts()
+        wait_until("the manager can be asked over the bus", lambda: subprocess.run(
+            ["busctl", "--user", "status", "org.freedesktop.systemd1"], check=False,
+            capture_output=True).returncode == 0)
         tool = self.begin("bootstrap", DOMAIN, job.path)
         wait_until("the start is under way", lambda: self.row(job))
         for bus in self.find("dbus-daemon"):

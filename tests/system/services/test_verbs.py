@@ -60,6 +60,13 @@ class VerbsTest(ServicesCase):
         self.assertNotIn('"PID"', said.out)
         self.assertIn(f'\t"LastExitStatus" = {7 << 8};\n', said.out)
 
+    def test_list_of_a_label_that_is_over_shows_how_it_ended(self):
+        job = self.load_over()
+        said = self.launchctl("list", job.label)
+        self.assertEqual((said.code, said.error), (0, ""))
+        self.assertNotIn('"PID"', said.out)
+        self.assertIn(f'\t"OnDemand" = true;\n\t"LastExitStatus" = {3 << 8};\n', said.out)
+
     # -- bootstrap ------------------------------------------------------------------------------
 
     def test_bootstrap_loads_and_starts(self):
@@ -201,6 +208,19 @@ class VerbsTest(ServicesCase):
         self.await_row(job, (None, 4))
         self.assertEqual(len(job.starts()), 1)
 
+    def test_kickstart_k_starts_a_job_at_rest(self):
+        job = self.load_at_rest()
+        self.assertEqual(self.launchctl("kickstart", "-k", job.target), SILENT)
+        self.await_up(job)
+        self.assertEqual(len(job.starts()), 1)
+
+    def test_kickstart_starts_a_job_that_is_over_once_more(self):
+        job = self.load_over()
+        self.assertEqual(self.launchctl("kickstart", job.target), SILENT)
+        wait_until("the second start", lambda: len(job.starts()) > 1)
+        self.await_row(job, (None, 3))
+        self.assertEqual(len(job.starts()), 2)
+
     def test_kickstart_k_starts_a_job_that_is_over(self):
         job = self.load_over()
         job.ask_no_more("exit")
@@ -251,6 +271,12 @@ class VerbsTest(ServicesCase):
         job = self.load_at_rest()
         self.assertEqual(self.launchctl("stop", job.label), SILENT)
         self.assertEqual(self.row(job), (None, 0))
+
+    def test_stop_of_a_job_that_is_over_does_nothing(self):
+        job = self.load_over()
+        self.assertEqual(self.launchctl("stop", job.label), SILENT)
+        self.assertEqual(self.row(job), (None, 3))
+        self.assertEqual(len(job.starts()), 1)
 
     # -- what isn't there, and wrong use --------------------------------------------------------
 

@@ -17,6 +17,13 @@ TEST(Construction, OpensTheEventDatabaseBeforeTheFoldersAreMade) {
     EXPECT_EQ(supervisor.delegate->counts(), FleetCounts{});
 }
 
+TEST(Construction, MakesTheEventDatabaseWhereTheFolderIsThere) {
+    Supervisor supervisor;
+    supervisor.home.makeFolder(supervisor.constants.appSupportDir);
+    supervisor.make();
+    EXPECT_TRUE(files::exists(supervisor.constants.governorDBPath));
+}
+
 TEST(Launch, ShowsTheItemThenPollsThenSchedulesThenStartsTheFleet) {
     Supervisor supervisor;
     supervisor.writeBots({Supervisor::bot("one")});
@@ -83,8 +90,16 @@ TEST(Launch, WithAnEmptyBotsFileRunsItsTimersAndOnlyPolls) {
     supervisor.platform.settle();
     EXPECT_THAT(supervisor.platform.commandLines(),
                 ElementsAre("launchctl list", "launchctl list"));
+    EXPECT_THAT(supervisor.platform.record,
+                ::testing::IsSupersetOf({"timer 10000", "timer 2000", "timer 60", "timer 8000"}));
     supervisor.forget();
-    supervisor.platform.advance(10s);
+    supervisor.home.write(supervisor.constants.appSupportDir + "/pending_model_notices.json",
+                          R"([{"message":"m"}])");
+    supervisor.platform.advance(7999ms);
+    EXPECT_THAT(supervisor.presentation.panels, IsEmpty());
+    supervisor.platform.advance(1ms);
+    EXPECT_EQ(supervisor.presentation.panels.size(), 1U);
+    supervisor.platform.advance(2s);
     EXPECT_EQ(supervisor.polls(), 1);
 }
 
@@ -110,8 +125,10 @@ TEST(Launch, PrefersTheIconOfTheBundle) {
     supervisor.home.write(ofBundle, "good");
     supervisor.home.write(supervisor.constants.appIconFile, "good");
     supervisor.presentation.images = {ofBundle, supervisor.constants.appIconFile};
-    supervisor.launch();
-    EXPECT_EQ(supervisor.presentation.applicationIcon, ofBundle);
+    supervisor.make().applicationDidFinishLaunching();
+    EXPECT_THAT(supervisor.presentation.record,
+                ElementsAre("main menu", "status item", "icon " + ofBundle, "image", "title  0/0",
+                            "menu 7"));
 }
 
 TEST(Launch, KnowsNoneOfTheRosterWithAnEmptyBotsFile) {

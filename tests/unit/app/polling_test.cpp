@@ -129,6 +129,17 @@ TEST(Poll, LeavesOutABotThatIsGoneFromTheFileWhileItsJobStillRuns) {
                             "🔄 Restart All Agents", "-", "-", "Quit"));
 }
 
+TEST(Poll, OnAFreshHomeSeesNoEventBeforeTheNextStart) {
+    Supervisor supervisor;
+    supervisor.launch();
+    const Events events(supervisor);
+    run(events.db, "INSERT INTO agent_events (dept, model) VALUES ('a', 'm')");
+    supervisor.delegate->refreshStatus();
+    EXPECT_THAT(supervisor.delegate->agentModelMap(), IsEmpty());
+    supervisor.launch();
+    EXPECT_THAT(supervisor.delegate->agentModelMap(), ElementsAre(Pair("a", "m")));
+}
+
 TEST(Poll, ReadsTheBotsFileAnewEachTime) {
     Supervisor supervisor;
     supervisor.writeBots({Supervisor::bot("a")});

@@ -120,18 +120,14 @@ TEST(Capitalized, LettersThatBecomeSeveralKeepOnlyTheFirstOneBig) {
     EXPECT_EQ(capitalized("ﬁx"), "Fix");
 }
 
-TEST(CharacterCount, CountsWhatAPersonSees) {
-    EXPECT_EQ(characterCount(""), 0U);
-    EXPECT_EQ(characterCount("abc"), 3U);
-    EXPECT_EQ(characterCount("\u00E9"), 1U);
-    EXPECT_EQ(characterCount("e\u0301"), 1U);
-    EXPECT_EQ(characterCount("\r\n"), 1U);
-    EXPECT_EQ(characterCount("\n\r"), 2U);
-    EXPECT_EQ(characterCount("🇩🇪🇫🇷"), 2U);
-    EXPECT_EQ(characterCount("👍🏽"), 1U);
-    EXPECT_EQ(characterCount("👩\u200D💻"), 1U);
-    EXPECT_EQ(characterCount("👩💻"), 2U);
-    EXPECT_EQ(characterCount("⚖️"), 1U);
+TEST(FirstCharacters, AreWhatAPersonSeesAsOne) {
+    for (const std::string character :
+         {"a", "\u00E9", "e\u0301", "\r\n", "🇩🇪", "👍🏽", "👩\u200D💻", "⚖️"}) {
+        EXPECT_EQ(firstCharacters(character, 1), character);
+        EXPECT_EQ(firstCharacters(character + "🇫🇷", 1), character);
+    }
+    EXPECT_EQ(firstCharacters("\n\r", 1), "\n");
+    EXPECT_EQ(firstCharacters("👩💻", 1), "👩");
 }
 
 TEST(FirstCharacters, CutBetweenCharactersNeverInsideOne) {

@@ -1,6 +1,7 @@
 #include "records/preferences.h"
 
 #include <gmock/gmock.h>
+#include <limits>
 
 namespace varnhold {
 namespace {
@@ -44,6 +45,15 @@ TEST(EffortLevel, FromASliderIsHighForEverythingElse) {
     EXPECT_EQ(effortLevelFromSlider(-0.6), EffortLevel::high);
     EXPECT_EQ(effortLevelFromSlider(-1), EffortLevel::high);
     EXPECT_EQ(effortLevelFromSlider(7), EffortLevel::high);
+}
+
+TEST(EffortLevelDeathTest, ASliderThatIsNowhereIsAMistakeInTheProgram) {
+    EXPECT_DEBUG_DEATH(
+        static_cast<void>(effortLevelFromSlider(std::numeric_limits<double>::quiet_NaN())),
+        "isfinite");
+    EXPECT_DEBUG_DEATH(
+        static_cast<void>(effortLevelFromSlider(-std::numeric_limits<double>::infinity())),
+        "isfinite");
 }
 
 TEST(ResponseMode, HasItsThreeCasesInOrderWithTexts) {

@@ -19,12 +19,16 @@ from session import await_window_manager, command_lines, wait_until  # noqa: E40
 DISPLAY = ":99"
 BUS = "unix:path=/tmp/runtime/bus"
 
+NAME = "com.ostrelleai.Varnhold"
 PORTAL = "org.freedesktop.portal.Desktop"
 WATCHER = "org.kde.StatusNotifierWatcher"
 
-# Stands for the service manager's tool: prints the job list of the moment and notes every call.
+# Stands for the service manager's tool: prints the job list of the moment and notes every call. An
+# agent that is unloaded goes on for as long as there is a file "stubborn". Notes too what it inherits.
 LAUNCHCTL = """#!/bin/sh
 echo "$*" >>"$HOME/calls"
+if [ -n "$XDG_ACTIVATION_TOKEN" ]; then touch "$HOME/inherited"; fi
+if [ "$1" = bootout ]; then while [ -e "$HOME/stubborn" ]; do sleep 0.05; done; fi
 if [ "$*" = list ]; then cat "$HOME/jobs"; fi
 """
 
@@ -100,10 +104,11 @@ class Desktop:
         self.started.append(child)
         return child
 
-    def start(self, **environment):
+    def start(self, *wrapper, **environment):
+        """Starts the supervisor, by way of another command if one is given."""
         (self.home / "calls").unlink(missing_ok=True)
-        self.supervisor = subprocess.Popen(
-            [self.prefix / "bin/varnhold"], env=dict(self.environment, **environment))
+        self.supervisor = subprocess.Popen([*wrapper, self.prefix / "bin/varnhold"],
+                                           env=dict(self.environment, **environment))
         self.started.append(self.supervisor)
         return self.supervisor
 
@@ -135,6 +140,12 @@ class Desktop:
         wait_until("the portal", lambda: PORTAL in self.bus_names())
         return portal
 
+    def start_dying(self):
+        """What is left of a supervisor that has crashed, as long as the bus hasn't noticed."""
+        dying = self.spawn(self.build / "tests/fake_desktop", "dying")
+        wait_until("the name", lambda: NAME in self.bus_names())
+        return dying
+
     @staticmethod
     def set_scheme(portal, scheme):
         portal.stdin.write(f"{scheme}\n")
@@ -161,6 +172,14 @@ class Desktop:
 
     def bus_names(self):
         return self.tool("busctl", f"--address={BUS}", "list", "--no-legend").stdout
+
+    def has_open(self, process, name):
+        """Whether a process has a file of this name open."""
+        try:
+            files = [each.resolve() for each in pathlib.Path(f"/proc/{process.pid}/fd").iterdir()]
+        except OSError:
+            return False
+        return any(file.name == name for file in files)
 
     def instances(self):
         return [pid for pid, line in command_lines().items() if "bin/varnhold" in line]

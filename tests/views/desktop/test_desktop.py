@@ -3,7 +3,9 @@
 Each test runs in a sandbox and a process of its own: test_desktop.py BUILD_FOLDER TEST_NAME
 """
 
+import fcntl
 import os
+import pathlib
 import signal
 import sys
 import unittest
@@ -348,7 +350,8 @@ class DesktopTest(unittest.TestCase):
         second = desktop.run_second(**environment)
         self.assertEqual(second.returncode, 0)
         wait_until("the window", lambda: desktop.windows("^Varnhold$"))
-        self.assertEqual(len(desktop.instances()), 1)
+        # A child of the first bears its name until it has become another program.
+        wait_until("there is one instance", lambda: len(desktop.instances()) == 1)
         # Polls and the window's look after each agent go on; nothing is started, stopped or loaded.
         new = {call.split()[0] for call in desktop.calls("")[len(before):]}
         self.assertLessEqual(new, {"list"})
@@ -362,6 +365,15 @@ class DesktopTest(unittest.TestCase):
         self.assertIn("com.ostrelleai.Varnhold", desktop.bus_names())
         # A runtime folder of its own: only the bus is common to both.
         self.second_start(desktop, XDG_RUNTIME_DIR="/tmp/other")
+
+    def test_right_to_come_to_the_front_is_left_to_no_child(self):
+        desktop = self.desktop(bus=True)
+        desktop.start(XDG_ACTIVATION_TOKEN="of-the-first")
+        desktop.strip()
+        self.second_start(desktop, XDG_ACTIVATION_TOKEN="of-the-second")
+        polls = len(desktop.calls("list"))
+        wait_until("a poll", lambda: len(desktop.calls("list")) > polls)
+        self.assertFalse((desktop.home / "inherited").exists())
 
     def test_second_start_finds_a_first_that_has_no_bus(self):
         desktop = self.desktop(bus=True)
@@ -396,6 +408,46 @@ class DesktopTest(unittest.TestCase):
                 desktop.end()
                 desktop.reset()
 
+    def test_start_while_the_first_takes_its_fleet_down_becomes_the_next(self):
+        for bus in (False, True):
+            with self.subTest(bus=bus):
+                desktop, _ = self.with_strip(bus=bus)
+                desktop.await_launched()
+                stubborn = desktop.home / "stubborn"
+                stubborn.touch()
+                first = desktop.supervisor
+                first.send_signal(signal.SIGTERM)
+                wait_until("the first goes down", lambda: desktop.calls("bootout"))
+                second = desktop.start()
+                wait_until("the second has come to the lock",
+                           lambda: desktop.has_open(second, "supervisor.lock"))
+                stubborn.unlink()
+                self.assertEqual(first.wait(60), 0)
+                desktop.await_launched()
+                self.assert_runs()
+                desktop.strip()
+                self.second_start(desktop)
+                desktop.end()
+                desktop.reset()
+
+    def test_start_that_finds_the_name_of_a_dying_first_takes_it(self):
+        desktop = self.desktop(bus=True)
+        first = desktop.start_dying()
+        desktop.start()
+        desktop.strip()
+        self.assertEqual(first.wait(60), 0)
+        self.second_start(desktop, XDG_RUNTIME_DIR="/tmp/other")
+
+    def test_lock_where_others_may_write_keeps_no_start_away(self):
+        folder = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "varnhold"
+        folder.mkdir()
+        folder.chmod(0o777)
+        with open(folder / "supervisor.lock", "w", encoding="utf-8") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+            self.with_strip()
+            self.assertFalse(self.d.has_open(self.d.supervisor, "supervisor.lock"))
+            self.assertFalse((folder / "supervisor.socket").exists())
+
     def assert_fleet_is_taken_down(self, desktop):
         unloaded = [call.split("/")[-1] for call in desktop.calls("bootout")]
         self.assertEqual(unloaded, [label_of(role) for role in FLEET])
@@ -410,11 +462,28 @@ class DesktopTest(unittest.TestCase):
                 desktop.end()
                 desktop.reset()
 
-    def test_display_that_goes_away_is_a_quit(self):
-        desktop, _ = self.with_strip()
-        desktop.screen.kill()
-        desktop.supervisor.wait(60)
+    def test_program_that_is_to_outlive_its_terminal_does(self):
+        desktop = self.desktop()
+        desktop.start("nohup")
+        desktop.await_launched()
+        desktop.supervisor.send_signal(signal.SIGHUP)
+        polls = len(desktop.calls("list"))
+        wait_until("two polls", lambda: len(desktop.calls("list")) > polls + 1)
+        self.assert_runs()
+        self.assertEqual(desktop.calls("bootout"), [])
+        desktop.supervisor.send_signal(signal.SIGTERM)
+        self.assertEqual(desktop.supervisor.wait(60), 0)
         self.assert_fleet_is_taken_down(desktop)
+
+    def test_display_that_goes_away_is_a_quit(self):
+        for bus in (False, True):
+            with self.subTest(bus=bus):
+                desktop, _ = self.with_strip(bus=bus)
+                desktop.screen.kill()
+                desktop.supervisor.wait(60)
+                self.assert_fleet_is_taken_down(desktop)
+                desktop.end()
+                desktop.reset()
 
 
 if __name__ == "__main__":
