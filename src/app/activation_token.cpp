@@ -11,7 +11,7 @@ constexpr const char* variable = "XDG_ACTIVATION_TOKEN";
 } // namespace
 
 QByteArray takeActivationToken() {
-    const QByteArray token = qgetenv(variable);
+    QByteArray token = qgetenv(variable);
     qunsetenv(variable);
     return token;
 }
