@@ -262,16 +262,16 @@ class MishapsTest(ServicesCase):
     def test_a_start_that_nobody_could_see_the_end_of_leaves_a_job_that_works(self):
         job = self.job()
         held = self.hold_starts()
-        wait_until("the manager can be asked over the bus", lambda: subprocess.run(
-            ["busctl", "--user", "status", "org.freedesktop.systemd1"], check=False,
-            capture_output=True).returncode == 0)
+        # Its own connections are what a manager that is executed anew drops for certain.
+        bus = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "bus"
+        bus.rename(bus.with_name("away"))
         tool = self.begin("bootstrap", DOMAIN, job.path)
         wait_until("the start is under way", lambda: self.row(job))
-        for bus in self.find("dbus-daemon"):
-            send(bus)
+        subprocess.run(["systemctl", "--user", "daemon-reexec"], check=True)
         self.assertIn(b"doesn't answer", tool.communicate()[1])
         self.assertEqual(tool.returncode, 69)
         held.unlink()
+        wait_until("the manager is back", lambda: self.launchctl("list").code == 0)
         self.await_up(job)
         self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
