@@ -49,7 +49,7 @@ class ProgramTest(unittest.TestCase):
         self.session.await_title("[45] of 6 bots running")
         jobs = self.session.jobs()
         self.assertEqual(set(jobs), {label_of(role) for role in (*STEADY, CRASHING)})
-        self.assertEqual(jobs[label_of(CRASHING)][1], 1)
+        wait_until("the crash", lambda: self.session.jobs()[label_of(CRASHING)][1] == 1)
         self.assertIsNone(self.session.surroundings(PAUSED))
 
     def test_a_killed_agent_comes_back_and_the_count_follows(self):

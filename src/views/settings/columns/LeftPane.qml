@@ -7,9 +7,7 @@ Rectangle {
 
     required property SettingsModel settings
 
-    readonly property int minimumWidth: 260
     readonly property int idealWidth: 280
-    readonly property int maximumWidth: 320
 
     implicitWidth: idealWidth
     implicitHeight: 850
