@@ -1,3 +1,4 @@
+#include "model_blocks.h"
 #include "shown_chains.h"
 
 namespace varnhold::testing {
@@ -100,6 +101,16 @@ TEST(GroupDrag, OverRowsReordersAndSavesAtTheDrop) {
     EXPECT_EQ(settings.saved(), "");
     settings.dropAt(third, QStringLiteral("A"));
     EXPECT_NE(settings.saved(), "");
+}
+
+TEST(GroupDrag, MakesTheModelFaintButNotTheButtonBesideIt) {
+    GroupDrags settings;
+    settings.show();
+    settings.lift(QStringLiteral("Model a"), crew);
+    const QQuickItem* row = settings.named(QStringLiteral("Model a"), crew);
+    EXPECT_DOUBLE_EQ(blockOf(row)->opacity(), 0.1);
+    const QQuickItem* button = settings.named(QStringLiteral("Remove Model a from Crew"), crew);
+    EXPECT_EQ(button->opacity() * row->opacity(), 1);
 }
 
 TEST(GroupDrag, NoLongerReordersAfterHalfASecond) {

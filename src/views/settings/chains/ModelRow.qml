@@ -46,7 +46,6 @@ DragSource {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         visible: root.removable
-        opacity: block.opacity
         symbol: "minus-circle"
         size: 11
         color: Theme.secondaryText
