@@ -95,53 +95,37 @@ TEST(Field, HidesWhatIsSecret) {
               QString(6, QChar(0x2022)));
 }
 
-TEST(ScrollArea, ShowsWhatTheKeyboardGoesTo) {
-    ShownItem shown(R"(
+// An area lower than the three things in it, which are named in their order.
+class ScrolledThings : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(ScrolledThings, AreShownWhenTheKeyboardGoesThere) {
+    ShownItem shown(QByteArray(R"(
 Item {
     ScrollArea {
         objectName: "area"; width: 200; height: 100
         Column {
             spacing: 40
-            TextButton { text: "First" }
-            TextButton { text: "Second" }
-            TextButton { text: "Third" }
-        }
-    }
-})");
+)") + GetParam() + "\n}\n}\n}");
     const auto* area = shown.root()->findChild<QQuickItem*>(QStringLiteral("area"));
     for (const char* name : {"First", "Second", "Third", "First"}) {
         shown.press(Qt::Key_Tab);
-        const QQuickItem* button = shown.named(QString::fromLatin1(name));
-        ASSERT_EQ(shown.focused(), button);
-        const qreal top = button->mapToItem(area, {}).y();
+        const QQuickItem* thing = shown.named(QString::fromLatin1(name));
+        ASSERT_EQ(shown.focused(), thing);
+        const qreal top = thing->mapToItem(area, {}).y();
         EXPECT_GE(top, 0) << name;
-        EXPECT_LE(top + button->height(), area->height()) << name;
+        EXPECT_LE(top + thing->height(), area->height()) << name;
     }
 }
 
-TEST(ScrollArea, ShowsFieldsAndRowsThatTheKeyboardGoesTo) {
-    ShownItem shown(R"(
-Item {
-    ScrollArea {
-        objectName: "area"; width: 200; height: 100
-        Column {
-            spacing: 40
+INSTANTIATE_TEST_SUITE_P(Buttons, ScrolledThings, ::testing::Values(R"(
+            TextButton { text: "First" }
+            TextButton { text: "Second" }
+            TextButton { text: "Third" })"));
+// Which don't know by themselves how they came by the focus.
+INSTANTIATE_TEST_SUITE_P(FieldsAndRows, ScrolledThings, ::testing::Values(R"(
             Field { name: "First" }
             DragSource { width: 100; height: 30; payload: "a"; kind: "model"; name: "Second" }
-            Field { name: "Third" }
-        }
-    }
-})");
-    const auto* area = shown.root()->findChild<QQuickItem*>(QStringLiteral("area"));
-    for (const char* name : {"First", "Second", "Third", "First"}) {
-        shown.press(Qt::Key_Tab);
-        const QQuickItem* row = shown.named(QString::fromLatin1(name));
-        ASSERT_EQ(shown.focused(), row);
-        const qreal top = row->mapToItem(area, {}).y();
-        EXPECT_GE(top, 0) << name;
-        EXPECT_LE(top + row->height(), area->height()) << name;
-    }
-}
+            Field { name: "Third" })"));
 
 TEST(ScrollArea, StaysWhereItIsWhenAFieldIsClicked) {
     ShownItem shown(R"(
