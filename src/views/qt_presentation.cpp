@@ -3,12 +3,12 @@
 #include <QApplication>
 #include <QPointer>
 
-#include "views/appearance.h"
-#include "views/application_icon.h"
-#include "views/notice_view.h"
-#include "views/qt_text.h"
-#include "views/settings_window_view.h"
-#include "views/status_item_view.h"
+#include "views/desktop/appearance.h"
+#include "views/desktop/application_icon.h"
+#include "views/settings/settings_window_view.h"
+#include "views/status/notice_view.h"
+#include "views/status/status_item_view.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <gmock/gmock.h>
 
-#include "views/colours.h"
+#include "views/desktop/colours.h"
 
 namespace {
 

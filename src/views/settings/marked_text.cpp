@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <QTextBoundaryFinder>
 
-#include "views/emoji_text.h"
+#include "views/text/emoji_text.h"
 
 namespace varnhold {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "unit/settings/settings_home.h"
-#include "views/qt_text.h"
 #include "views/settings/settings_model.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold::testing {
 

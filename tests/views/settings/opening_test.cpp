@@ -2,7 +2,7 @@
 
 #include "shown_settings.h"
 #include "views/qt_presentation.h"
-#include "views/settings_window_view.h"
+#include "views/settings/settings_window_view.h"
 
 namespace varnhold::testing {
 namespace {

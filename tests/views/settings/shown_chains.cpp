@@ -20,7 +20,8 @@ void ShownChains::show(const QSize& size) {
     page->setResizeMode(QQuickWidget::SizeRootObjectToView);
     page->setAcceptDrops(true);
     prepareEngine(*page->engine());
-    const QUrl url = QUrl::fromLocalFile(QStringLiteral(VIEWS_TESTS "/settings/ChainsBoard.qml"));
+    const QUrl url =
+        QUrl::fromLocalFile(QStringLiteral(VIEWS_TESTS "/settings/chains/ChainsBoard.qml"));
     auto* component = new QQmlComponent(page->engine(), url, page);
     QObject* root = component->createWithInitialProperties(
         {{QStringLiteral("settings"), QVariant::fromValue(model.get())}});

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "shown_settings.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold::testing {
 

@@ -1,9 +1,9 @@
 #include <QApplication>
 #include <filesystem>
 
-#include "../pictures.h"
+#include "pictures.h"
 #include "shown_sheets.h"
-#include "views/colours.h"
+#include "views/desktop/colours.h"
 
 namespace varnhold::testing {
 namespace {

@@ -1,7 +1,7 @@
 #include "views/settings/chains/shown_rows.h"
 
 #include "settings/model_tag.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -5,7 +5,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "groups/group_steppers.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "settings/bot_editing.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

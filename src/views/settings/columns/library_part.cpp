@@ -3,7 +3,7 @@
 #include "settings/chain_editing.h"
 #include "settings/library_sections.h"
 #include "settings/model_tag.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

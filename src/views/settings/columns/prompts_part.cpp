@@ -1,7 +1,7 @@
 #include "views/settings/columns/prompts_part.h"
 
 #include "settings/bot_editing.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -1,7 +1,7 @@
 #include "views/settings/columns/providers_part.h"
 
 #include "settings/sign_in.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -1,6 +1,6 @@
 #include "views/settings/sheets/add_model_form.h"
 
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

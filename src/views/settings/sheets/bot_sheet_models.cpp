@@ -1,6 +1,6 @@
 #include "views/settings/sheets/bot_sheet_models.h"
 
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -1,7 +1,7 @@
 #include "views/settings/sheets/manage_groups_model.h"
 
 #include "settings/groups_wiring.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

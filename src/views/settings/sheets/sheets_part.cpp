@@ -1,7 +1,7 @@
 #include "views/settings/sheets/sheets_part.h"
 
 #include "settings/first_run.h"
-#include "views/qt_text.h"
+#include "views/text/qt_text.h"
 
 namespace varnhold {
 

@@ -1,0 +1,81 @@
+#include "views/desktop/x11_hints.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+#include <QtGui/qguiapplication_platform.h>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace varnhold {
+
+namespace {
+
+constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+
+xcb_connection_t* connection() {
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+xcb_atom_t atom(xcb_connection_t* x, const char* name) {
+    const auto cookie = xcb_intern_atom(x, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+        xcb_intern_atom_reply(x, cookie, nullptr), &std::free);
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+bool isOwned(xcb_connection_t* x, const char* selection) {
+    const auto cookie = xcb_get_selection_owner(x, atom(x, selection));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
+        xcb_get_selection_owner_reply(x, cookie, nullptr), &std::free);
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+void setAtoms(xcb_connection_t* x, xcb_window_t window, const char* property,
+              const std::vector<const char*>& names) {
+    std::vector<xcb_atom_t> atoms;
+    atoms.reserve(names.size());
+    for (const char* name : names) {
+        atoms.push_back(atom(x, name));
+    }
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, atom(x, property), XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(atoms.size()), atoms.data());
+}
+
+} // namespace
+
+void setStripHints(QWindow& window) {
+    xcb_connection_t* x = connection();
+    if (x == nullptr) {
+        return;
+    }
+    window.create();
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    // A dock couldn't be moved by the user.
+    setAtoms(x, id, "_NET_WM_WINDOW_TYPE", {"_NET_WM_WINDOW_TYPE_UTILITY"});
+    setAtoms(x, id, "_NET_WM_STATE",
+             {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER",
+              "_NET_WM_STATE_STICKY"});
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, id, atom(x, "_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL,
+                        32, 1, &everyDesktop);
+    xcb_flush(x);
+}
+
+bool hasX11() {
+    return connection() != nullptr;
+}
+
+bool hasEmbeddedTray() {
+    xcb_connection_t* x = connection();
+    return x != nullptr && isOwned(x, "_NET_SYSTEM_TRAY_S0");
+}
+
+bool windowsAreBlended() {
+    xcb_connection_t* x = connection();
+    return x == nullptr || isOwned(x, "_NET_WM_CM_S0");
+}
+
+} // namespace varnhold

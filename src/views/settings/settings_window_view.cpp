@@ -1,0 +1,126 @@
+#include "views/settings/settings_window_view.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QStyle>
+
+#include "views/text/qt_text.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr QSize contentSize{1200, 850}; // points
+constexpr QSize leastContentSize{640, 480};
+
+QKeySequence shortcut(const MainMenuRow& row) {
+    if (row.key.empty()) {
+        return {};
+    }
+    const QString key = toQString(row.key);
+    const bool shift = row.shift || (key != key.toLower());
+    return QKeySequence(QStringLiteral("Ctrl+") + (shift ? QStringLiteral("Shift+") : QString()) +
+                        (row.option ? QStringLiteral("Alt+") : QString()) + key.toUpper());
+}
+
+// Slot of the text fields that an editing row stands for.
+const char* editingSlot(MainMenuAction action) {
+    switch (action) {
+    case MainMenuAction::undo:
+        return "undo";
+    case MainMenuAction::redo:
+        return "redo";
+    case MainMenuAction::cut:
+        return "cut";
+    case MainMenuAction::copy:
+        return "copy";
+    case MainMenuAction::paste:
+        return "paste";
+    case MainMenuAction::selectAll:
+        return "selectAll";
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
+                                       Choose choose, std::function<void()> closed)
+    : page_(new SettingsPage(model, this)), closed_(std::move(closed)) {
+    setWindowTitle(QStringLiteral("Varnhold"));
+    setCentralWidget(page_);
+    for (const MainMenu& menu : menus) {
+        addMenu(menu, choose);
+    }
+    page_->setMinimumSize(leastContentSize);
+    resize(sizeOn(screen()->availableSize()));
+    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(),
+                                    screen()->availableGeometry()));
+}
+
+QSize SettingsWindowView::sizeOn(const QSize& screen) const {
+    const int bar = menuBar()->isNativeMenuBar() ? 0 : menuBar()->sizeHint().height();
+    return (contentSize + QSize(0, bar)).boundedTo(screen);
+}
+
+void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {
+    QMenu* shown = menuBar()->addMenu(menuText(menu.title));
+    for (const MainMenuRow& row : menu.rows) {
+        if (row.action == MainMenuAction::none) {
+            shown->addSeparator();
+            continue;
+        }
+        QAction* action = shown->addAction(menuText(row.title));
+        action->setShortcut(shortcut(row));
+        connect(action, &QAction::triggered, this, [this, choose, wanted = row.action] {
+            if (!perform(wanted)) {
+                choose(wanted);
+            }
+        });
+    }
+}
+
+// What concerns this window or the toolkit alone is done here; the rest is the application's.
+bool SettingsWindowView::perform(MainMenuAction action) {
+    if (const char* slot = editingSlot(action)) {
+        page_->editFocused(slot);
+        return true;
+    }
+    switch (action) {
+    case MainMenuAction::orderFrontStandardAboutPanel:
+        showAbout();
+        return true;
+    case MainMenuAction::hide:
+    case MainMenuAction::performClose:
+        close();
+        return true;
+    case MainMenuAction::hideOtherApplications:
+    case MainMenuAction::unhideAllApplications:
+        return true; // other programs' windows are the window manager's here
+    default:
+        return false;
+    }
+}
+
+void SettingsWindowView::showAbout() {
+    auto* box = new QMessageBox(this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowTitle(QStringLiteral("About Varnhold"));
+    box->setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(QStringLiteral("Varnhold"));
+    box->setInformativeText(
+        QStringLiteral("A supervisor for a fleet of AI chat bots.\nMIT licence."));
+    box->open();
+}
+
+void SettingsWindowView::closeEvent(QCloseEvent* event) {
+    event->accept();
+    closed_();
+}
+
+} // namespace varnhold

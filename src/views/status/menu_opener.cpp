@@ -1,0 +1,46 @@
+#include "views/status/menu_opener.h"
+
+#include <QScreen>
+
+#include "views/desktop/placement.h"
+#include "views/desktop/screens.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr int gapUnderAnchor = 2; // points
+constexpr int edgeGap = 4;
+constexpr qint64 samePressFor = 250; // milliseconds in which the press that closed the menu arrives
+
+} // namespace
+
+MenuOpener::MenuOpener(StatusMenu::Choose choose)
+    : choose_([this, choose = std::move(choose)](MenuAction action, const std::string& value) {
+          QMetaObject::invokeMethod(
+              &choices_, [choose, action, value] { choose(action, value); }, Qt::QueuedConnection);
+      }) {}
+
+void MenuOpener::open(const QRect& anchor, QWidget* parent) {
+    if (menu_) {
+        return;
+    }
+    menu_ = new StatusMenu(rows_, choose_, parent);
+    QObject::connect(menu_, &StatusMenu::pressedOutside, menu_,
+                     [this] { sincePressOutside_.start(); });
+    QObject::connect(menu_, &QObject::destroyed, [this] {
+        if (closed_) {
+            closed_();
+        }
+    });
+    const QRect area = screenAt(anchor).availableGeometry();
+    menu_->popup(placeBeside(anchor, menu_->sizeHint(),
+                             area.adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap), Alignment::left,
+                             gapUnderAnchor));
+}
+
+bool MenuOpener::pressHasClosedIt() const {
+    return sincePressOutside_.isValid() && sincePressOutside_.elapsed() < samePressFor;
+}
+
+} // namespace varnhold

@@ -1,0 +1,148 @@
+#include "views/status/notice_view.h"
+
+#include <QAccessible>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "views/desktop/colours.h"
+#include "views/desktop/placement.h"
+#include "views/desktop/screens.h"
+#include "views/desktop/x11_hints.h"
+#include "views/status/accessibility.h"
+#include "views/status/text_block.h"
+#include "views/text/qt_text.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr int padding = 16; // points, as all of these
+constexpr int spacing = 12;
+constexpr int headerSpacing = 9;
+constexpr int iconSize = 26;
+constexpr int titleSize = 14;
+constexpr int messageSize = 12;
+constexpr int warningSize = 11;
+constexpr int lineSpacing = 2;
+constexpr int edgeGap = 6; // to the anchor and to the screen's edges
+
+TextBlock* textBlock(const QString& text, int size, QFont::Weight weight = QFont::Normal) {
+    auto* made = new TextBlock(text);
+    QFont font = made->font();
+    font.setPixelSize(size);
+    font.setWeight(weight);
+    made->setFont(font);
+    return made;
+}
+
+QHBoxLayout* header(const QString& title, const QPixmap& icon) {
+    auto* line = new QHBoxLayout;
+    line->setSpacing(headerSpacing);
+    if (!icon.isNull()) {
+        auto* picture = new QLabel;
+        picture->setFixedSize(iconSize, iconSize);
+        picture->setScaledContents(true);
+        picture->setPixmap(icon);
+        line->addWidget(picture);
+    }
+    line->addWidget(textBlock(title, titleSize, QFont::DemiBold), 1);
+    return line;
+}
+
+} // namespace
+
+// A tool tip's window has no frame, is nobody's focus and stands above all. Only where no server
+// tells us of presses elsewhere must it take them in itself, as a pop-up does.
+NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
+    : QWidget(nullptr, (hasX11() ? Qt::ToolTip : Qt::Popup) | Qt::FramelessWindowHint |
+                           Qt::NoDropShadowWindowHint) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAccessibleName(toQString(panel.title));
+    setWindowTitle(toQString(panel.title));
+    installAccessibility();
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(padding, padding, padding, padding);
+    column->setSpacing(spacing);
+    column->addLayout(header(toQString(panel.title), icon));
+    for (const ModelNotice& notice : panel.notices) {
+        addNotice(notice, *column);
+    }
+    column->addStretch(1);
+    colourWarnings();
+    setFixedWidth(panel.width);
+    // Long messages wrap and must not be cut, so the panel may grow beyond its wanted height.
+    setFixedHeight(std::max(panel.height, column->heightForWidth(panel.width)));
+    connect(&outside_, &OutsideInput::pressed, this, [this] {
+        if (!geometry().contains(QCursor::pos())) {
+            close();
+        }
+    });
+    connect(&outside_, &OutsideInput::escaped, this, [this] {
+        if (geometry().contains(QCursor::pos()) || QGuiApplication::focusWindow() != nullptr) {
+            close();
+        }
+    });
+}
+
+void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
+    auto* entry = new QVBoxLayout;
+    entry->setSpacing(lineSpacing);
+    entry->addWidget(textBlock(toQString(notice.message), messageSize));
+    if (notice.inChain) {
+        warnings_.push_back(textBlock(QString::fromUtf8(chainWarning), warningSize));
+        entry->addWidget(warnings_.back());
+    }
+    column.addLayout(entry);
+}
+
+void NoticeView::colourWarnings() {
+    for (TextBlock* warning : warnings_) {
+        QPalette colours = palette();
+        colours.setColor(QPalette::WindowText, warningColour(palette()));
+        warning->setPalette(colours);
+    }
+}
+
+void NoticeView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        colourWarnings();
+    }
+}
+
+void NoticeView::showUnder(const QRect& anchor) {
+    move(placeBeside(
+        anchor, size(),
+        screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap),
+        Alignment::centre, edgeGap));
+    show();
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    drawPanel(painter, rect(), palette(), popoverRadius);
+}
+
+void NoticeView::resizeEvent(QResizeEvent*) {
+    roundCorners(*this, popoverRadius);
+}
+
+void NoticeView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+} // namespace varnhold

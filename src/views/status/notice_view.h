@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "status/notices.h"
+#include "views/desktop/outside_input.h"
+
+class QVBoxLayout;
+
+namespace varnhold {
+
+class TextBlock;
+
+// The panel that tells of new models: a header with the icon, then each message and, where a chain
+// in use is affected, a warning under it. Main thread.
+//
+// It comes unasked, so it takes neither the pointer nor the keyboard from whatever the user is
+// doing. A press anywhere else closes it, and so does Escape while the pointer is over it or a
+// window of ours has the keyboard.
+class NoticeView final : public QWidget {
+    Q_OBJECT
+public:
+    NoticeView(const NoticePanel& panel, const QPixmap& icon);
+
+    // Shows it under the anchor, a rectangle on the screen, and within that screen.
+    void showUnder(const QRect& anchor);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addNotice(const ModelNotice& notice, QVBoxLayout& column);
+    void colourWarnings();
+
+    std::vector<TextBlock*> warnings_;
+    OutsideInput outside_;
+};
+
+} // namespace varnhold

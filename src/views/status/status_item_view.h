@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+#include "status/presentation.h"
+#include "views/status/menu_opener.h"
+#include "views/status/status_display.h"
+#include "views/status/tray_watcher.h"
+
+namespace varnhold {
+
+// The one status item: a tray icon as long as the desktop has a tray, and otherwise the strip.
+//
+// It keeps what was last shown, so that it can move from one to the other at any time. Losing the
+// tray isn't removal of the item: the strip takes over. A menu that is open is left to close first.
+class StatusItemView final : public QObject, public StatusItem {
+    Q_OBJECT
+public:
+    // `removed`: the user or the window manager has done away with the item.
+    StatusItemView(StatusMenu::Choose choose, std::function<void()> removed);
+    ~StatusItemView() override;
+
+    void setImage(const BarImage& image) override;
+    void setTitle(const std::string& title, const std::string& spoken) override;
+    void setMenu(const std::vector<MenuRow>& rows) override;
+
+    // Where popovers belong, on the screen; a corner of it where nobody tells.
+    [[nodiscard]] QRect anchor() const;
+
+private:
+    void chooseDisplay();
+
+    StatusMenu::Choose choose_;
+    std::function<void()> removed_;
+    TrayWatcher trays_;
+    MenuOpener opener_;
+    TrayKind shownIn_ = TrayKind::none;
+    std::unique_ptr<StatusDisplay> display_;
+    BarImage image_;
+    QString title_;
+    QString spoken_;
+    std::vector<MenuRow> rows_;
+};
+
+} // namespace varnhold

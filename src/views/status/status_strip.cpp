@@ -1,0 +1,213 @@
+#include "views/status/status_strip.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <cmath>
+#include <utility>
+
+#include "views/desktop/colours.h"
+#include "views/desktop/placement.h"
+#include "views/desktop/screens.h"
+#include "views/desktop/x11_hints.h"
+#include "views/status/accessibility.h"
+#include "views/status/bar_painter.h"
+#include "views/text/emoji_text.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr int stripHeight = 28; // points, as all of these
+constexpr int sidePadding = 10;
+constexpr int screenMargin = 8;
+constexpr int textPixelSize = 13;
+constexpr float usualFrame = 0.18F; // strengths
+constexpr float focusFrame = 0.6F;
+
+} // namespace
+
+StatusStrip::StatusStrip(MenuOpener& opener, std::function<void()> removed)
+    : opener_(opener), removed_(std::move(removed)) {
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setFocusPolicy(Qt::StrongFocus);
+    QFont textFont = font();
+    textFont.setPixelSize(textPixelSize);
+    setFont(textFont);
+    installAccessibility();
+    onScreensChanged(this, [this] { stayOnScreen(); });
+}
+
+// A poll brings the same image again and again: that is no reason to paint.
+void StatusStrip::setImage(const BarImage& image) {
+    if (image == image_) {
+        return;
+    }
+    const bool resized = image.width != image_.width;
+    image_ = image;
+    if (resized) {
+        fit();
+        update();
+    } else {
+        update(imageRectangle().toAlignedRect());
+    }
+}
+
+void StatusStrip::setTitle(const QString& title, const QString& spoken) {
+    if (spoken != accessibleName()) {
+        setAccessibleName(spoken);
+        setWindowTitle(spoken);
+        setToolTip(spoken);
+    }
+    if (title != title_) {
+        title_ = title;
+        fit();
+        update();
+    }
+}
+
+QRect StatusStrip::anchor() const {
+    return geometry();
+}
+
+QSize StatusStrip::sizeHint() const {
+    const qreal width = image_.width + emojiTextWidth(font(), title_) + 2.0 * sidePadding;
+    return {static_cast<int>(std::ceil(width)), stripHeight};
+}
+
+// Grows and shrinks at its left edge, so that it keeps its distance from the screen's right one.
+void StatusStrip::fit() {
+    const bool isHome = pos() == home_;
+    const QPoint wanted(x() + width() - sizeHint().width(), y());
+    setFixedSize(sizeHint());
+    if (!isVisible()) {
+        return;
+    }
+    const QPoint kept = keptInside({wanted, size()}, screenAt(geometry()).availableGeometry());
+    move(isHome ? home() : kept);
+    home_ = isHome ? home() : home_;
+}
+
+QPoint StatusStrip::home() const {
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    return {area.x() + area.width() - width() - screenMargin, area.y() + screenMargin};
+}
+
+void StatusStrip::place() {
+    setFixedSize(sizeHint());
+    home_ = home();
+    move(home_);
+    create();
+    setStripHints(*windowHandle());
+    windowHandle()->installEventFilter(this);
+    show();
+}
+
+// A window manager that takes the window into a frame may do so before it has put the frame in its
+// place. Then the toolkit reads the place of that moment and is never told of the right one.
+bool StatusStrip::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+        windowHandle()->removeEventFilter(this);
+        QMetaObject::invokeMethod(
+            this, [this] { move(home_); }, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void StatusStrip::stayOnScreen() {
+    if (QGuiApplication::primaryScreen() == nullptr || !isVisible()) {
+        return; // between the last screen and the next
+    }
+    if (pos() == home_) {
+        home_ = home();
+        move(home_);
+    } else {
+        move(keptInside(geometry(), screenAt(geometry()).availableGeometry()));
+    }
+}
+
+QRectF StatusStrip::imageRectangle() const {
+    return {static_cast<qreal>(sidePadding), (height() - image_.height) / 2, image_.width,
+            image_.height};
+}
+
+void StatusStrip::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    drawPanel(painter, rect(), palette(), stripRadius, hasFocus() ? focusFrame : usualFrame);
+    const QRectF image = imageRectangle();
+    paintBars(painter, image_, image.topLeft());
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.setFont(font());
+    drawEmojiText(painter, QRectF(image.right(), 0, width() - image.right(), height()), title_);
+}
+
+void StatusStrip::mousePressEvent(QMouseEvent* event) {
+    pressedAt_ = event->position().toPoint();
+    press_ = opener_.pressHasClosedIt() ? Press::none : Press::click;
+    if (event->button() == Qt::RightButton && press_ == Press::click) {
+        press_ = Press::none;
+        openMenu();
+    }
+}
+
+void StatusStrip::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint way = event->position().toPoint() - pressedAt_;
+    if (!event->buttons().testFlag(Qt::LeftButton) || press_ == Press::systemMove) {
+        return;
+    }
+    if (press_ != Press::ownMove) {
+        if (way.manhattanLength() < QApplication::startDragDistance()) {
+            return;
+        }
+        // The window manager's own move knows screen edges and works where we may not place
+        // windows; where it refuses, the strip follows the pointer by itself.
+        press_ = windowHandle()->startSystemMove() ? Press::systemMove : Press::ownMove;
+    }
+    if (press_ == Press::ownMove) {
+        move(pos() + way);
+    }
+}
+
+void StatusStrip::mouseReleaseEvent(QMouseEvent* event) {
+    const Press was = std::exchange(press_, Press::none);
+    if (event->button() == Qt::LeftButton && was == Press::click) {
+        openMenu();
+    } else if (was == Press::ownMove) {
+        stayOnScreen();
+    }
+}
+
+void StatusStrip::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+    case Qt::Key_Down:
+    case Qt::Key_Menu:
+    case Qt::Key_F10:
+        openMenu();
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void StatusStrip::openMenu() {
+    opener_.open(geometry(), this);
+}
+
+void StatusStrip::resizeEvent(QResizeEvent*) {
+    roundCorners(*this, stripRadius);
+}
+
+void StatusStrip::closeEvent(QCloseEvent* event) {
+    event->accept();
+    removed_();
+}
+
+} // namespace varnhold

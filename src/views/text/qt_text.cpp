@@ -1,0 +1,16 @@
+#include "views/text/qt_text.h"
+
+namespace varnhold {
+
+QString toQString(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString menuText(std::string_view text) {
+    constexpr char16_t emSpace = u'\u2003'; // looks like the tab that was typed
+    return toQString(text)
+        .replace(QLatin1Char('&'), QLatin1String("&&"))
+        .replace(QLatin1Char('\t'), QChar(emSpace));
+}
+
+} // namespace varnhold

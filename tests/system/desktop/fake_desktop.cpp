@@ -1,0 +1,129 @@
+// Pieces of a desktop for tests, one or more of them by name:
+//
+//   panel   has room for described tray icons: it owns the name that they announce themselves to
+//   and
+//           remembers who came. Whoever tests then asks the icons themselves.
+//   portal  tells the desktop's wish for dark or light: 2, for light, until a line on standard
+//   input
+//           says something else.
+//   dying   has the supervisor's own name, and ends without an answer when it is called.
+//
+// Runs until it is ended.
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QSocketNotifier>
+#include <QStringList>
+#include <QVariantMap>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+class Watcher final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(QStringList RegisteredStatusNotifierItems MEMBER items_)
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hasHost)
+    Q_PROPERTY(int ProtocolVersion READ version)
+public:
+    using QObject::QObject;
+
+    [[nodiscard]] static bool hasHost() { return true; }
+    [[nodiscard]] static int version() { return 0; }
+
+public slots:
+    // NOLINTNEXTLINE(readability-identifier-naming): the interface's own name
+    void RegisterStatusNotifierItem(const QString& service) { items_.append(service); }
+
+private:
+    QStringList items_;
+};
+
+const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString colourScheme = QStringLiteral("color-scheme");
+
+class Portal final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+public:
+    using QObject::QObject;
+
+    void change(unsigned scheme) {
+        scheme_ = scheme;
+        emit SettingChanged(appearance, colourScheme, QDBusVariant(scheme_));
+    }
+
+    // NOLINTBEGIN(readability-identifier-naming): the interface's own names
+public slots:
+    // Wrapped twice, as the first version of the interface does.
+    [[nodiscard]] QDBusVariant Read(const QString&, const QString&) const {
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(scheme_)));
+    }
+
+signals:
+    void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    // NOLINTEND(readability-identifier-naming)
+
+private:
+    unsigned scheme_ = 2;
+};
+
+class Dying final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+public:
+    using QObject::QObject;
+
+public slots:
+    // NOLINTNEXTLINE(readability-identifier-naming): the interface's own name
+    static void Activate(const QVariantMap&) { std::_Exit(EXIT_SUCCESS); }
+};
+
+bool offer(QObject& object, const QString& path, const QString& service) {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    const auto everything = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
+                            QDBusConnection::ExportAllProperties;
+    return bus.registerObject(path, &object, everything) && bus.registerService(service);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList pieces = QCoreApplication::arguments();
+    Watcher watcher;
+    if (pieces.contains(QStringLiteral("panel")) &&
+        !offer(watcher, QStringLiteral("/StatusNotifierWatcher"),
+               QStringLiteral("org.kde.StatusNotifierWatcher"))) {
+        return EXIT_FAILURE;
+    }
+    Portal portal;
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &portal, [&] {
+        std::string line;
+        if (std::getline(std::cin, line)) {
+            portal.change(static_cast<unsigned>(std::stoul(line)));
+        } else {
+            input.setEnabled(false);
+        }
+    });
+    if (pieces.contains(QStringLiteral("portal")) &&
+        !offer(portal, QStringLiteral("/org/freedesktop/portal/desktop"),
+               QStringLiteral("org.freedesktop.portal.Desktop"))) {
+        return EXIT_FAILURE;
+    }
+    Dying dying;
+    if (pieces.contains(QStringLiteral("dying")) &&
+        !offer(dying, QStringLiteral("/com/ostrelleai/Varnhold"),
+               QStringLiteral("com.ostrelleai.Varnhold"))) {
+        return EXIT_FAILURE;
+    }
+    return QCoreApplication::exec();
+}
+
+#include "fake_desktop.moc"

@@ -1,0 +1,74 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QStyle>
+
+#include "views/desktop/colours.h"
+#include "views/status/bar_painter.h"
+
+namespace varnhold::testing {
+namespace {
+
+std::vector<QPalette> palettes() {
+    std::vector<QPalette> all{lightPalette(), darkPalette(),
+                              QApplication::style()->standardPalette()};
+    // Desktops come in all colours, some of them hard on the eyes.
+    for (const QColor& ground : {QColor(Qt::white), QColor(Qt::black), QColor(0x80, 0x80, 0x80),
+                                 QColor(0xf4, 0xe4, 0xc0), QColor(0x20, 0x30, 0x48)}) {
+        all.emplace_back(ground, ground);
+    }
+    return all;
+}
+
+TEST(Contrast, IsThatOfTheGuideline) {
+    EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 1e-6);
+    EXPECT_NEAR(contrast(Qt::white, Qt::black), 21, 1e-6);
+    EXPECT_NEAR(contrast(Qt::red, Qt::red), 1, 1e-6);
+    EXPECT_NEAR(contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
+    EXPECT_NEAR(contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
+}
+
+TEST(Contrast, OfEveryTextOnEveryGroundIsEnoughToRead) {
+    for (const QPalette& palette : palettes()) {
+        const QColor ground = palette.color(QPalette::Window);
+        EXPECT_GE(contrast(alertColour(palette), ground), readableContrast);
+        EXPECT_GE(contrast(warningColour(palette), ground), readableContrast);
+        EXPECT_GE(contrast(quietColour(palette), ground), readableContrast);
+        const Selection selection = selectionColours(palette);
+        EXPECT_GE(contrast(selection.text, selection.ground), readableContrast);
+    }
+}
+
+TEST(Contrast, OfOurPalettesIsEnoughInAllTheirTexts) {
+    for (const QPalette& palette : {lightPalette(), darkPalette()}) {
+        for (const auto ground : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+            for (const auto text : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+                EXPECT_GE(contrast(palette.color(text), palette.color(ground)), 7.0);
+            }
+        }
+        EXPECT_GE(
+            contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)),
+            readableContrast);
+        EXPECT_GE(contrast(palette.color(QPalette::Link), palette.color(QPalette::Window)),
+                  readableContrast);
+    }
+}
+
+TEST(Contrast, AReadableColourStaysAsItIs) {
+    EXPECT_EQ(readable(QColor(0x10, 0x20, 0x90), Qt::white), QColor(0x10, 0x20, 0x90));
+}
+
+TEST(Palettes, KnowWhetherTheyAreDark) {
+    EXPECT_FALSE(isDark(lightPalette()));
+    EXPECT_TRUE(isDark(darkPalette()));
+}
+
+TEST(BarColour, IsTheHueAtItsSaturationAndBrightness) {
+    EXPECT_EQ(barColour(0).name(), QStringLiteral("#f23030"));
+    EXPECT_EQ(barColour(0.415).name(), QStringLiteral("#30f28f"));
+    EXPECT_EQ(barColour(0.83).name(), QStringLiteral("#ee30f2"));
+    EXPECT_EQ(barColour(0.83).alpha(), 255);
+}
+
+} // namespace
+} // namespace varnhold::testing

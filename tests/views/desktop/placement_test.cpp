@@ -1,0 +1,46 @@
+#include <gtest/gtest.h>
+
+#include "views/desktop/placement.h"
+
+namespace varnhold::testing {
+namespace {
+
+const QRect area(0, 30, 1000, 770);
+const QSize panel(300, 200);
+
+TEST(Placement, IsUnderTheAnchor) {
+    const QRect anchor(400, 40, 80, 28);
+    EXPECT_EQ(placeBeside(anchor, panel, area, Alignment::left, 6), QPoint(400, 74));
+    EXPECT_EQ(placeBeside(anchor, panel, area, Alignment::centre, 6), QPoint(290, 74));
+}
+
+TEST(Placement, IsAboveAnAnchorAtTheBottom) {
+    EXPECT_EQ(placeBeside({400, 770, 80, 28}, panel, area, Alignment::left, 6), QPoint(400, 564));
+}
+
+TEST(Placement, StaysInsideTheArea) {
+    EXPECT_EQ(placeBeside({980, 40, 80, 28}, panel, area, Alignment::left, 6).x(), 700);
+    EXPECT_EQ(placeBeside({-50, 40, 80, 28}, panel, area, Alignment::centre, 6).x(), 0);
+    EXPECT_EQ(placeBeside({400, 0, 80, 10}, panel, area, Alignment::left, 6).y(), 30);
+}
+
+TEST(Placement, OfSomethingTooLargeStartsWhereTheAreaStarts) {
+    EXPECT_EQ(placeBeside({400, 400, 80, 28}, {2000, 2000}, area, Alignment::left, 6),
+              QPoint(0, 30));
+}
+
+TEST(PanelCorner, IsWhereAPanelTakesSpace) {
+    const QRect screen(0, 0, 1000, 800);
+    EXPECT_EQ(panelCorner(screen, {0, 30, 1000, 770}).topLeft(), QPoint(999, 30));
+    EXPECT_EQ(panelCorner(screen, {0, 0, 1000, 760}).topLeft(), QPoint(999, 759));
+    EXPECT_EQ(panelCorner(screen, screen).topLeft(), QPoint(999, 0));
+}
+
+TEST(KeptInside, MovesAWindowNoFurtherThanNeeded) {
+    EXPECT_EQ(keptInside({10, 50, 80, 28}, area), QPoint(10, 50));
+    EXPECT_EQ(keptInside({1500, 900, 80, 28}, area), QPoint(920, 772));
+    EXPECT_EQ(keptInside({-20, 0, 80, 28}, area), QPoint(0, 30));
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,213 @@
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QPointer>
+
+#include "fleets.h"
+#include "views/status/exported_menu.h"
+#include "views/status/menu_opener.h"
+#include "views/status/status_menu.h"
+#include "waiting.h"
+
+namespace varnhold::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+using Choice = std::pair<MenuAction, std::string>;
+
+struct OpenMenu {
+    std::vector<Choice> choices;
+    MenuOpener opener{[this](MenuAction action, const std::string& value) {
+        choices.emplace_back(action, value);
+    }};
+
+    OpenMenu() {
+        opener.setRows(menuRows());
+        open();
+    }
+    QMenu* open() {
+        opener.open({600, 10, 80, 28}, nullptr);
+        return menu();
+    }
+    [[nodiscard]] static QMenu* menu() {
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    }
+};
+
+QStringList titlesOf(const QMenu& menu) {
+    QStringList titles;
+    for (const QAction* action : menu.actions()) {
+        titles.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+    }
+    return titles;
+}
+
+TEST(Menu, ShowsEveryRowInOrderWithItsKeyBesideIt) {
+    OpenMenu open;
+    const QStringList titles = titlesOf(*OpenMenu::menu());
+    EXPECT_EQ(titles.size(), static_cast<qsizetype>(menuRows().size()));
+    EXPECT_EQ(titles.first(), QString::fromUtf8("⚙️ Preferences...\tCtrl+,"));
+    EXPECT_EQ(titles.last(), QStringLiteral("Quit\tCtrl+Q"));
+    EXPECT_TRUE(titles.contains(QString::fromUtf8("🟢 🔬 Research && Review (Idle)")));
+}
+
+TEST(Menu, IsWalkedAndChosenFromByKeyboard) {
+    OpenMenu open;
+    for (int step = 0; step < 5; ++step) { // preferences, alert, start, restart, first bot
+        QTest::keyClick(OpenMenu::menu(), Qt::Key_Down);
+    }
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_Return);
+    WAIT_UNTIL(!open.choices.empty());
+    EXPECT_THAT(open.choices,
+                ElementsAre(Choice(MenuAction::toggleDaemon, "com.ostrelleai.planner.telegramd")));
+    WAIT_UNTIL(!open.opener.isOpen());
+}
+
+TEST(Menu, AnswersToItsKeysWhileItIsOpen) {
+    OpenMenu open;
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_R, Qt::ControlModifier);
+    WAIT_UNTIL(!open.choices.empty());
+    EXPECT_THAT(open.choices, ElementsAre(Choice(MenuAction::restartAllAgents, "")));
+    WAIT_UNTIL(!open.opener.isOpen());
+}
+
+TEST(Menu, OfEscapeChoosesNothing) {
+    OpenMenu open;
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_Down);
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_Escape);
+    WAIT_UNTIL(!open.opener.isOpen());
+    EXPECT_THAT(open.choices, IsEmpty());
+}
+
+TEST(Menu, ThatIsOpenStaysAsItIsThroughAPollAndItsSuccessorComesNext) {
+    OpenMenu open;
+    const QMenu* before = OpenMenu::menu();
+    const QStringList titles = titlesOf(*before);
+    open.opener.setRows(statusMenuRows({}));
+    EXPECT_EQ(OpenMenu::menu(), before);
+    EXPECT_EQ(titlesOf(*before), titles);
+
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_Down);
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_Down);
+    QTest::keyClick(OpenMenu::menu(), Qt::Key_Return);
+    WAIT_UNTIL(!open.choices.empty());
+    EXPECT_THAT(open.choices, ElementsAre(Choice(MenuAction::reloginProvider, "gemini")));
+    WAIT_UNTIL(!open.opener.isOpen());
+
+    const QMenu* after = open.open();
+    ASSERT_NE(after, nullptr);
+    EXPECT_EQ(after->actions().size(), 7);
+}
+
+TEST(Menu, OpensOnceHoweverOftenItIsAskedTo) {
+    OpenMenu open;
+    const QMenu* before = OpenMenu::menu();
+    open.open();
+    EXPECT_EQ(OpenMenu::menu(), before);
+}
+
+TEST(Menu, ShowsAlertsInRedAndNothingElse) {
+    OpenMenu open;
+    const QImage picture = OpenMenu::menu()->grab().toImage();
+    const auto hasRedText = [&](const QRect& row) {
+        int red = 0;
+        for (int x = row.left() + 40; x < row.right(); ++x) { // past the emoji
+            for (int y = row.top(); y < row.bottom(); ++y) {
+                const QColor seen = picture.pixelColor(x, y);
+                red += seen.red() > 150 && seen.green() < 90 && seen.blue() < 90 ? 1 : 0;
+            }
+        }
+        return red > 20;
+    };
+    for (const QAction* action : OpenMenu::menu()->actions()) {
+        EXPECT_EQ(hasRedText(OpenMenu::menu()->actionGeometry(const_cast<QAction*>(action))),
+                  action->text().contains(QStringLiteral("Re-login")))
+            << action->text().toStdString();
+    }
+}
+
+TEST(Menu, IsWideEnoughForItsLongestRow) {
+    MenuSources sources;
+    sources.bots = {{.icon = "🤖",
+                     .title = "A bot with a long name & a longer story to tell about itself",
+                     .token = "",
+                     .role = "long",
+                     .launchdLabel = "x"}};
+    sources.models = {{"long", "provider/a-model-with-a-very-long-name-indeed-2026-11-21"}};
+    StatusMenu menu(statusMenuRows(sources), [](MenuAction, const std::string&) {});
+    const QFontMetricsF metrics(menu.font());
+    const QString longest = menu.actions().at(6)->text();
+    EXPECT_GT(menu.sizeHint().width(), metrics.horizontalAdvance(longest));
+}
+
+TEST(ExportedMenu, ChangesTextsInPlaceEvenWhileItIsOpen) {
+    ExportedMenu menu([](MenuAction, const std::string&) {});
+    std::vector<MenuRow> rows = menuRows();
+    menu.setRows(rows);
+    const QList<QAction*> actions = menu.actions();
+    emit menu.aboutToShow();
+    rows[8].title = "🔴 changed";
+    menu.setRows(rows);
+    EXPECT_EQ(menu.actions(), actions);
+    EXPECT_EQ(actions.at(8)->text(), QString::fromUtf8("🔴 changed"));
+}
+
+TEST(ExportedMenu, KeepsItsRowsWhileItIsOpenAndTakesTheNewOnesWhenItCloses) {
+    ExportedMenu menu([](MenuAction, const std::string&) {});
+    menu.setRows(menuRows());
+    const QStringList titles = titlesOf(menu);
+    emit menu.aboutToShow();
+    menu.setRows(statusMenuRows({}));
+    EXPECT_EQ(titlesOf(menu), titles);
+    emit menu.aboutToHide();
+    WAIT_UNTIL(menu.actions().size() == 7);
+}
+
+TEST(ExportedMenu, TakesAChoiceThatComesAfterThePanelHasClosedIt) {
+    std::vector<Choice> choices;
+    ExportedMenu menu(
+        [&](MenuAction action, const std::string& value) { choices.emplace_back(action, value); });
+    menu.setRows(menuRows());
+    const QPointer<QAction> shown = menu.actions().at(2);
+    emit menu.aboutToShow();
+    menu.setRows(statusMenuRows({}));
+    emit menu.aboutToHide();
+    menu.setRows(statusMenuRows({.bots = {{.title = "another poll"}}}));
+    ASSERT_NE(shown, nullptr);
+    shown->trigger();
+    WAIT_UNTIL(!choices.empty());
+    EXPECT_THAT(choices, ElementsAre(Choice(MenuAction::reloginProvider, "gemini")));
+    WAIT_UNTIL(shown == nullptr);
+}
+
+TEST(ExportedMenu, OpenedAgainSoonAfterItsClosingStillKeepsItsRows) {
+    ExportedMenu menu([](MenuAction, const std::string&) {});
+    ExportedMenu closedLater([](MenuAction, const std::string&) {});
+    for (ExportedMenu* each : {&menu, &closedLater}) {
+        each->setRows(menuRows());
+        emit each->aboutToShow();
+        emit each->aboutToHide();
+    }
+    emit menu.aboutToShow();
+    const QStringList titles = titlesOf(menu);
+    menu.setRows(statusMenuRows({}));
+    closedLater.setRows(statusMenuRows({}));
+    WAIT_UNTIL(closedLater.actions().size() == 7);
+    EXPECT_EQ(titlesOf(menu), titles);
+}
+
+TEST(ExportedMenu, CarriesTheValueOfARow) {
+    std::vector<Choice> choices;
+    ExportedMenu menu(
+        [&](MenuAction action, const std::string& value) { choices.emplace_back(action, value); });
+    menu.setRows(menuRows());
+    menu.actions().at(2)->trigger();
+    WAIT_UNTIL(!choices.empty());
+    EXPECT_THAT(choices, ElementsAre(Choice(MenuAction::reloginProvider, "gemini")));
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QPointer>
+#include <QScreen>
+
+#include "unit/settings/settings_home.h"
+#include "views/desktop/application_icon.h"
+#include "views/desktop/colours.h"
+#include "views/qt_presentation.h"
+#include "views/status/notice_view.h"
+#include "views/status/text_block.h"
+#include "waiting.h"
+
+namespace varnhold::testing {
+namespace {
+
+const QRect anchor(600, 8, 85, 28);
+
+QPointer<NoticeView> shownNotices(const std::vector<ModelNotice>& notices) {
+    QPointer<NoticeView> view =
+        new NoticeView(noticePanel(notices), defaultApplicationIcon().pixmap(64));
+    view->showUnder(anchor);
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(view));
+    return view;
+}
+
+TEST(NoticePopover, HasTheSizeOfItsNotices) {
+    const auto one = shownNotices({{"m", false}});
+    EXPECT_EQ(one->size(), QSize(320, 110));
+    one->close();
+    const auto two = shownNotices({{"m", false}, {"n", true}});
+    EXPECT_EQ(two->size(), QSize(320, 156));
+    two->close();
+}
+
+TEST(NoticePopover, GrowsRatherThanCutALongMessage) {
+    QString text;
+    for (int word = 0; word < 80; ++word) {
+        text += QStringLiteral("word%1 ").arg(word);
+    }
+    const auto view = shownNotices({{text.toStdString(), true}});
+    EXPECT_GT(view->height(), 200);
+    for (const TextBlock* block : view->findChildren<TextBlock*>()) {
+        EXPECT_GE(block->height(), block->heightForWidth(block->width()));
+        EXPECT_TRUE(view->rect().contains(block->geometry()));
+    }
+    view->close();
+}
+
+TEST(NoticePopover, StandsUnderItsAnchorAndOnTheScreen) {
+    const auto view = shownNotices({{"m", false}});
+    EXPECT_GT(view->y(), anchor.bottom());
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(view->geometry()));
+    view->close();
+}
+
+TEST(NoticePopover, ClosesOnEscape) {
+    const auto view = shownNotices({{"m", false}});
+    QTest::keyClick(view, Qt::Key_Escape);
+    WAIT_UNTIL(view == nullptr);
+}
+
+TEST(NoticePopover, IsAnAlertToThoseWhoListen) {
+    const auto view = shownNotices({{"m", false}});
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(view);
+    ASSERT_NE(heard, nullptr);
+    EXPECT_EQ(heard->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(heard->text(QAccessible::Name), QStringLiteral("New AI model installed"));
+    view->close();
+}
+
+TEST(NoticePopover, KeepsItsWarningReadableWhenTheColoursChange) {
+    const auto view = shownNotices({{"m", true}});
+    const auto warning = [&] {
+        for (const TextBlock* block : view->findChildren<TextBlock*>()) {
+            if (block->accessibleName().contains(QStringLiteral("re-check"))) {
+                return block->palette().color(QPalette::WindowText);
+            }
+        }
+        return QColor();
+    };
+    EXPECT_EQ(warning(), warningColour(lightPalette()));
+    QApplication::setPalette(darkPalette());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(warning(), warningColour(darkPalette()));
+    QApplication::setPalette(lightPalette());
+    view->close();
+}
+
+TEST(NoticePopover, OfThePresentationClosesItsViewAndNothingAfterIt) {
+    SettingsHome home;
+    QtPresentation presentation({home.platform.interfaces, home.constants});
+    auto popover = presentation.showNoticePopover(noticePanel({{"m", false}}), "");
+    const QPointer<QWidget> view = QApplication::activePopupWidget();
+    ASSERT_NE(view, nullptr);
+    popover->close();
+    WAIT_UNTIL(view == nullptr);
+    popover->close(); // the 14 seconds of one that has long gone
+}
+
+} // namespace
+} // namespace varnhold::testing

@@ -1,0 +1,149 @@
+#include <gmock/gmock.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QScreen>
+#include <QWindow>
+
+#include "fleets.h"
+#include "views/desktop/colours.h"
+#include "views/status/status_strip.h"
+#include "waiting.h"
+
+namespace varnhold::testing {
+namespace {
+
+struct ShownStrip {
+    std::vector<std::string> chosen;
+    int removals = 0;
+    MenuOpener opener{[this](MenuAction, const std::string& value) { chosen.push_back(value); }};
+    StatusStrip strip{opener, [this] { ++removals; }};
+
+    ShownStrip() {
+        opener.setRows(menuRows());
+        strip.setImage(barsOf(5));
+        strip.setTitle(QStringLiteral(" 3/5 🔴1"),
+                       QStringLiteral("Varnhold, 3 of 5 bots running, 1 crashed"));
+        strip.place();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&strip));
+    }
+    [[nodiscard]] QWidget* menu() const { return QApplication::activePopupWidget(); }
+};
+
+QRect screenArea() {
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+TEST(Strip, StandsAtTheTopRight) {
+    const ShownStrip shown;
+    EXPECT_EQ(shown.strip.y(), screenArea().y() + 8);
+    EXPECT_EQ(shown.strip.x() + shown.strip.width(), screenArea().x() + screenArea().width() - 8);
+    EXPECT_TRUE(shown.strip.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST(Strip, KeepsItsDistanceFromTheRightWhenItsTextGrows) {
+    ShownStrip shown;
+    const int right = shown.strip.x() + shown.strip.width();
+    const int narrow = shown.strip.width();
+    shown.strip.setTitle(QStringLiteral(" 13/25 🔴11"), QStringLiteral("Varnhold"));
+    EXPECT_GT(shown.strip.width(), narrow);
+    EXPECT_EQ(shown.strip.x() + shown.strip.width(), right);
+}
+
+TEST(Strip, IsAButtonWithAMenuToThoseWhoListen) {
+    ShownStrip shown;
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&shown.strip);
+    ASSERT_NE(heard, nullptr);
+    EXPECT_EQ(heard->text(QAccessible::Name),
+              QStringLiteral("Varnhold, 3 of 5 bots running, 1 crashed"));
+    EXPECT_EQ(heard->role(), QAccessible::ButtonMenu);
+    ASSERT_NE(heard->actionInterface(), nullptr);
+    heard->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    WAIT_UNTIL(shown.menu() != nullptr);
+    shown.menu()->close();
+}
+
+TEST(Strip, DropsItsMenuAtTheKeysOfAButtonWithAMenu) {
+    for (const Qt::Key key :
+         {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Down, Qt::Key_Menu, Qt::Key_F10}) {
+        ShownStrip shown;
+        EXPECT_NE(shown.strip.focusPolicy() & Qt::TabFocus, 0);
+        QTest::keyClick(&shown.strip, key);
+        ASSERT_NE(shown.menu(), nullptr) << key;
+        QTest::keyClick(shown.menu(), Qt::Key_Escape);
+        WAIT_UNTIL(!shown.opener.isOpen());
+    }
+}
+
+TEST(Strip, DropsItsMenuAtAClickOfEitherButton) {
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+        ShownStrip shown;
+        QTest::mouseClick(&shown.strip, button);
+        ASSERT_NE(shown.menu(), nullptr);
+        EXPECT_GE(shown.menu()->y(), shown.strip.y() + shown.strip.height());
+        EXPECT_LE(shown.menu()->x() + shown.menu()->width(),
+                  screenArea().x() + screenArea().width());
+        shown.menu()->close();
+        WAIT_UNTIL(!shown.opener.isOpen());
+    }
+}
+
+TEST(Strip, IsNotReopenedByThePressThatHasClosedItsMenu) {
+    ShownStrip shown;
+    QTest::mouseClick(&shown.strip, Qt::LeftButton);
+    ASSERT_NE(shown.menu(), nullptr);
+    QTest::mousePress(shown.menu(), Qt::LeftButton, {}, {20, -10}); // on the strip, beside the menu
+    WAIT_UNTIL(!shown.opener.isOpen());
+    QTest::mouseClick(&shown.strip, Qt::LeftButton); // which hears of the same press
+    EXPECT_FALSE(shown.opener.isOpen());
+    // A menu that was left by Escape opens again at once.
+    QTest::keyClick(&shown.strip, Qt::Key_Space);
+    ASSERT_NE(shown.menu(), nullptr);
+    shown.menu()->close();
+    WAIT_UNTIL(!shown.opener.isOpen());
+}
+
+TEST(Strip, FollowsThePointerWhereNoWindowManagerMovesIt) {
+    ShownStrip shown;
+    const QPoint before = shown.strip.pos();
+    QTest::mousePress(&shown.strip, Qt::LeftButton, {}, {20, 10});
+    QTest::mouseMove(&shown.strip, {-80, 110});
+    QTest::mouseRelease(&shown.strip, Qt::LeftButton, {}, {20, 10});
+    EXPECT_EQ(shown.strip.pos(), before + QPoint(-100, 100));
+    EXPECT_FALSE(shown.opener.isOpen()) << "a move isn't a click";
+}
+
+TEST(Strip, ThatIsDraggedOffTheScreenComesBack) {
+    ShownStrip shown;
+    QTest::mousePress(&shown.strip, Qt::LeftButton, {}, {20, 10});
+    QTest::mouseMove(&shown.strip, {5000, 5000});
+    QTest::mouseRelease(&shown.strip, Qt::LeftButton, {}, {20, 10});
+    EXPECT_TRUE(screenArea().contains(shown.strip.geometry()));
+}
+
+TEST(Strip, PaintsItselfAnewWhenTheColoursChange) {
+    ShownStrip shown;
+    const QColor light = shown.strip.grab().toImage().pixelColor(shown.strip.width() / 2, 3);
+    QApplication::setPalette(darkPalette());
+    QCoreApplication::processEvents();
+    const QColor dark = shown.strip.grab().toImage().pixelColor(shown.strip.width() / 2, 3);
+    QApplication::setPalette(lightPalette());
+    EXPECT_EQ(light, lightPalette().color(QPalette::Window));
+    EXPECT_EQ(dark, darkPalette().color(QPalette::Window));
+}
+
+TEST(Strip, ThatIsClosedCountsAsRemoved) {
+    ShownStrip shown;
+    shown.strip.close();
+    EXPECT_EQ(shown.removals, 1);
+}
+
+TEST(Strip, ThatTheSessionsEndClosesCountsAsRemoved) {
+    ShownStrip shown;
+    QEvent quit(QEvent::Quit); // as the session manager's last word arrives
+    QCoreApplication::sendEvent(qApp, &quit);
+    EXPECT_EQ(shown.removals, 1);
+}
+
+} // namespace
+} // namespace varnhold::testing
