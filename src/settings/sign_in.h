@@ -19,7 +19,7 @@ namespace varnhold {
 // A provider that can be signed in to in two ways.
 struct AuthRow {
     ProviderAuth auth;
-    AuthMethod& method;  // of the record; whoever sets it calls changed()
+    AuthMethod& method;  // of the record; whoever sets it calls save()
     std::string& apiKey; // likewise
     std::function<void(const std::optional<std::string>& key)> onScout;
 
@@ -34,7 +34,7 @@ struct AuthRow {
 struct KeyRow {
     std::string name;
     std::string tag;
-    std::string& apiKey; // of the record; whoever sets it calls changed()
+    std::string& apiKey; // of the record; whoever sets it calls save()
 
     [[nodiscard]] bool isAuthorized() const { return !apiKey.empty(); }
 };

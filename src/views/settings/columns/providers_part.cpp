@@ -48,6 +48,14 @@ void ProvidersPart::sync(Animation /*animation*/) {
     keyRows_.sync(allShown(varnhold::keyRows(view())));
 }
 
+template <class Value>
+void ProvidersPart::edit(Value& field, const Value& value) {
+    if (field != value) {
+        field = value;
+        view().save();
+    }
+}
+
 QStringList ProvidersPart::methods() const {
     QStringList names;
     for (const AuthMethod method : allAuthMethods) {
@@ -64,16 +72,14 @@ void ProvidersPart::setMethod(int row, const QString& method) {
     std::vector<AuthRow> rows = varnhold::authRows(view());
     const auto known = authMethodFromRawValue(method.toStdString());
     if (const AuthRow* chosen = rowAt(rows, row); chosen != nullptr && known) {
-        chosen->method = *known;
-        view().changed();
+        edit(chosen->method, *known);
     }
 }
 
 void ProvidersPart::setApiKey(int row, const QString& key) {
     std::vector<AuthRow> rows = varnhold::authRows(view());
     if (const AuthRow* chosen = rowAt(rows, row)) {
-        chosen->apiKey = key.toStdString();
-        view().changed();
+        edit(chosen->apiKey, key.toStdString());
     }
 }
 
@@ -87,8 +93,7 @@ void ProvidersPart::verify(int row) {
 void ProvidersPart::setOnlyKey(int row, const QString& key) {
     std::vector<KeyRow> rows = varnhold::keyRows(view());
     if (const KeyRow* chosen = rowAt(rows, row)) {
-        chosen->apiKey = key.toStdString();
-        view().changed();
+        edit(chosen->apiKey, key.toStdString());
     }
 }
 

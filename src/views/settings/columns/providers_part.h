@@ -9,8 +9,8 @@
 namespace varnhold {
 
 // The column of providers: those that can be signed in to in two ways, and below them those that
-// know keys only. What is chosen or typed here is stored by the next save of anything. Rows are
-// named by their place in their list. Main thread.
+// know keys only. What is chosen or typed here is saved at once. Rows are named by their place in
+// their list. Main thread.
 class ProvidersPart final : public SettingsPart {
     Q_OBJECT
     QML_ELEMENT
@@ -41,6 +41,10 @@ public:
     Q_INVOKABLE void setOnlyKey(int row, const QString& key);
 
 private:
+    // Sets what differs, and saves it.
+    template <class Value>
+    void edit(Value& field, const Value& value);
+
     KeyedListModel authRows_;
     KeyedListModel keyRows_;
 };

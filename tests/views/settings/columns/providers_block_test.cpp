@@ -65,18 +65,22 @@ TEST(ProvidersBlock, ShowsTheFieldOrTheButtonThatTheMethodNeeds) {
     EXPECT_EQ(providers.view->anthropicMethod, AuthMethod::oauth);
 }
 
-TEST(ProvidersBlock, KeepsAKeyThatIsTypedUntilTheNextSave) {
+TEST(ProvidersBlock, SavesAKeyAsItIsTyped) {
     Providers providers;
     providers.show();
     providers.click(u"API key of OpenAI"_s);
     providers.type(u"sk-1"_s);
-    EXPECT_EQ(providers.view->openaiKey, "sk-1");
+    EXPECT_EQ(readAuthConfig(providers.constants.authConfigFile)->openaiKey, "sk-1");
     EXPECT_EQ(providers.state(u"OpenAI"_s), u"Signed in"_s);
     EXPECT_EQ(providers.named(u"API key of OpenAI"_s)->property("displayText"),
               QVariant(u"sk-1"_s)); // as typed, not hidden
-    EXPECT_EQ(providers.saves(), 0);
-    providers.view->save();
-    EXPECT_EQ(readAuthConfig(providers.constants.authConfigFile)->openaiKey, "sk-1");
+}
+
+TEST(ProvidersBlock, SavesAMethodAsItIsChosen) {
+    Providers providers;
+    providers.show();
+    providers.click(providers.inRow(u"Anthropic"_s, u"API Key"_s));
+    EXPECT_EQ(readAuthConfig(providers.constants.authConfigFile)->anthropicMethod, "API Key");
 }
 
 TEST(ProvidersBlock, TakesTheKeysOfThoseThatKnowNothingElse) {

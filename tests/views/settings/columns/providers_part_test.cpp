@@ -45,15 +45,25 @@ TEST(ProvidersPart, TakesAKeyOfAnyKindForASignIn) {
     EXPECT_THAT(settings.shownKeys("isAuthorized"), ElementsAre("false", "true"));
 }
 
-TEST(ProvidersPart, StoresNothingByItself) {
+TEST(ProvidersPart, SavesEachEditAtOnce) {
+    ProviderRows settings;
+    const auto stored = [&] { return *readAuthConfig(settings.constants.authConfigFile); };
+    settings.providers().setApiKey(2, QStringLiteral("k"));
+    EXPECT_EQ(stored().openaiKey, "k");
+    settings.providers().setMethod(0, QStringLiteral("API Key"));
+    EXPECT_EQ(stored().anthropicMethod, "API Key");
+    settings.providers().setOnlyKey(0, QStringLiteral("o"));
+    EXPECT_EQ(stored().openrouterKey, "o");
+    EXPECT_EQ(settings.saves(), 3);
+}
+
+TEST(ProvidersPart, SavesNothingThatIsAsItWas) {
     ProviderRows settings;
     settings.providers().setApiKey(2, QStringLiteral("k"));
-    settings.providers().setMethod(0, QStringLiteral("API Key"));
-    settings.providers().setOnlyKey(0, QStringLiteral("k"));
-    EXPECT_EQ(settings.saves(), 0);
-    settings.view->save();
-    EXPECT_EQ(readAuthConfig(settings.constants.authConfigFile)->openaiKey, "k");
-    EXPECT_EQ(readAuthConfig(settings.constants.authConfigFile)->anthropicMethod, "API Key");
+    settings.providers().setApiKey(2, QStringLiteral("k"));
+    settings.providers().setMethod(2, QStringLiteral("API Key"));
+    settings.providers().setOnlyKey(1, QString());
+    EXPECT_EQ(settings.saves(), 1);
 }
 
 TEST(ProvidersPart, KeepsKeyAndSignInWhenTheMethodChanges) {
