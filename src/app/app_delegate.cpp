@@ -74,34 +74,33 @@ void AppDelegate::installMainMenu() {
 }
 
 void AppDelegate::refreshStatus() {
-    const platform::ProcessResult listing =
-        platform_.processes.run({.program = platform_.system.launchctlPath(),
-                                 .arguments = {"list"},
-                                 .standardOutput = platform::Stream::captured});
-    globalStatusMap_ = parseJobList(listing.standardOutput);
-    agentModelMap_ = lastModels(catalog_);
+    show(gather(context_, catalog_));
+}
+
+void AppDelegate::show(FleetPicture picture) {
+    picture_ = std::move(picture);
     updateCounts();
     updateTitle();
     rebuildMenu();
 }
 
 void AppDelegate::updateCounts() {
-    counts_ = countBots(loadBots(), globalStatusMap_);
+    counts_ = countBots(picture_.bots, picture_.statuses);
 }
 
 AppDelegate::DaemonStatus AppDelegate::getStatus(const std::string& label) const {
-    return statusOf(globalStatusMap_, label);
+    return statusOf(picture_.statuses, label);
 }
 
 void AppDelegate::updateTitle() {
-    setOrder(bars_, botRolesInOrder(constants_));
+    setOrder(bars_, rolesOf(picture_.bots));
     statusItem_->setImage(drawBarImage());
     statusItem_->setTitle(statusTitle(counts_), spokenStatus(counts_));
 }
 
 void AppDelegate::sampleBotActivity() {
     platform_.queues.postBackground(
-        platform::Priority::utility, [this, roles = bars_.botOrder, statuses = globalStatusMap_,
+        platform::Priority::utility, [this, roles = bars_.botOrder, statuses = picture_.statuses,
                                       previous = bars_.lastActivityMarks] {
             ActivitySample sample = sampleActivity(roles, statuses, previous);
             platform_.queues.postMain(
@@ -162,11 +161,7 @@ std::vector<BotConfig> AppDelegate::loadBots() const {
 }
 
 void AppDelegate::rebuildMenu() {
-    statusItem_->setMenu(statusMenuRows({.alerts = loadReauthAlerts(constants_),
-                                         .bots = loadBots(),
-                                         .statuses = globalStatusMap_,
-                                         .models = agentModelMap_,
-                                         .groups = loadMenuGroups(constants_)}));
+    statusItem_->setMenu(statusMenuRows(picture_));
 }
 
 void AppDelegate::reloginProvider(const std::string& provider) {

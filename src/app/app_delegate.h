@@ -10,8 +10,8 @@
 #include "shell/constants.h"
 #include "status/bars.h"
 #include "status/counts.h"
+#include "status/fleet_picture.h"
 #include "status/governor_catalog.h"
-#include "status/job_list.h"
 #include "status/presentation.h"
 
 namespace varnhold {
@@ -74,12 +74,13 @@ public:
     // The picture of the fleet as of the last poll.
     [[nodiscard]] const FleetCounts& counts() const { return counts_; }
     [[nodiscard]] const BarState& bars() const { return bars_; }
-    [[nodiscard]] const StatusMap& globalStatusMap() const { return globalStatusMap_; }
+    [[nodiscard]] const StatusMap& globalStatusMap() const { return picture_.statuses; }
     [[nodiscard]] const std::map<std::string, std::string>& agentModelMap() const {
-        return agentModelMap_;
+        return picture_.models;
     }
 
 private:
+    void show(FleetPicture picture);
     void updateCounts();
     void updateTitle();
     void choose(MenuAction action, const std::string& value);
@@ -98,8 +99,7 @@ private:
     GovernorCatalog catalog_;
     FleetCounts counts_;
     BarState bars_;
-    StatusMap globalStatusMap_;
-    std::map<std::string, std::string> agentModelMap_;
+    FleetPicture picture_;
     std::vector<std::unique_ptr<platform::Timer>> timers_;
 };
 

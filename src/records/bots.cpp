@@ -92,12 +92,17 @@ std::vector<BotConfig> loadBots(const Constants& constants) {
     return valueOrEmpty(readBots(constants.botsConfigFile));
 }
 
-std::vector<std::string> botRolesInOrder(const Constants& constants) {
+std::vector<std::string> rolesOf(const std::vector<BotConfig>& bots) {
     std::vector<std::string> roles;
-    for (BotConfig& bot : loadBots(constants)) {
-        roles.push_back(std::move(bot.role));
+    roles.reserve(bots.size());
+    for (const BotConfig& bot : bots) {
+        roles.push_back(bot.role);
     }
     return roles;
+}
+
+std::vector<std::string> botRolesInOrder(const Constants& constants) {
+    return rolesOf(loadBots(constants));
 }
 
 } // namespace varnhold

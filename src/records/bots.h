@@ -60,6 +60,8 @@ struct BotConfig {
 // An unreadable or malformed file is an empty fleet.
 [[nodiscard]] std::vector<BotConfig> loadBots(const Constants& constants);
 
+[[nodiscard]] std::vector<std::string> rolesOf(const std::vector<BotConfig>& bots);
+
 // Role of each record in file order, by the same rules.
 [[nodiscard]] std::vector<std::string> botRolesInOrder(const Constants& constants);
 

@@ -1,10 +1,12 @@
 #include "status/menu.h"
 
 #include <algorithm>
+#include <map>
 
 #include "base/json.h"
 #include "base/unicode.h"
 #include "records/groups.h"
+#include "status/fleet_picture.h"
 
 namespace varnhold {
 
@@ -45,21 +47,21 @@ MenuRow alertRow(const ReauthAlert& alert) {
     return row;
 }
 
-MenuRow botRow(const BotConfig& bot, const MenuSources& sources) {
-    const auto model = sources.models.find(bot.role);
-    std::string title(indicator(statusOf(sources.statuses, bot.launchdLabel)));
+MenuRow botRow(const BotConfig& bot, const FleetPicture& picture) {
+    const auto model = picture.models.find(bot.role);
+    std::string title(indicator(statusOf(picture.statuses, bot.launchdLabel)));
     title += " " + bot.icon + " " + bot.title + " (" +
-             (model == sources.models.end() ? "Idle" : model->second) + ")";
+             (model == picture.models.end() ? "Idle" : model->second) + ")";
     return item(std::move(title), "", MenuAction::toggleDaemon, bot.launchdLabel);
 }
 
-void appendBots(std::vector<MenuRow>& rows, const MenuSources& sources) {
-    if (!sources.bots.empty()) {
+void appendBots(std::vector<MenuRow>& rows, const FleetPicture& picture) {
+    if (!picture.bots.empty()) {
         rows.push_back(header("── Bots ──"));
     }
-    for (const BotConfig& bot : sources.bots) {
+    for (const BotConfig& bot : picture.bots) {
         if (!bot.paused()) {
-            rows.push_back(botRow(bot, sources));
+            rows.push_back(botRow(bot, picture));
         }
     }
 }
@@ -119,21 +121,21 @@ std::vector<MenuGroup> loadMenuGroups(const Constants& constants) {
     return groups;
 }
 
-std::vector<MenuRow> statusMenuRows(const MenuSources& sources) {
+std::vector<MenuRow> statusMenuRows(const FleetPicture& picture) {
     std::vector<MenuRow> rows;
     rows.push_back(item("⚙️ Preferences...", ",", MenuAction::openModelSelector));
     rows.push_back({});
-    for (const ReauthAlert& alert : sources.alerts) {
+    for (const ReauthAlert& alert : picture.alerts) {
         rows.push_back(alertRow(alert));
     }
-    if (!sources.alerts.empty()) {
+    if (!picture.alerts.empty()) {
         rows.push_back({});
     }
     rows.push_back(item("🟢 Start All Agents", "s", MenuAction::startAllAgents));
     rows.push_back(item("🔄 Restart All Agents", "r", MenuAction::restartAllAgents));
     rows.push_back({});
-    appendBots(rows, sources);
-    for (const MenuGroup& group : sources.groups) {
+    appendBots(rows, picture);
+    for (const MenuGroup& group : picture.groups) {
         appendGroup(rows, group);
     }
     rows.push_back({});

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "records/bots.h"
 #include "shell/constants.h"
-#include "status/job_list.h"
 
-// The status item's menu as plain rows, made anew at every poll from the files and maps of that
-// moment. Pure logic and small file reads; nothing here knows how a menu is shown.
+// The status item's menu as plain rows, made anew at every poll from the picture of that moment.
+// Pure logic and small file reads; nothing here knows how a menu is shown.
 namespace varnhold {
 
 enum class MenuAction {
@@ -59,14 +56,7 @@ struct MenuGroup {
 // Groups of the file in its order, with what their bots will use. Empty on any failure.
 [[nodiscard]] std::vector<MenuGroup> loadMenuGroups(const Constants& constants);
 
-struct MenuSources {
-    std::vector<ReauthAlert> alerts;
-    std::vector<BotConfig> bots;
-    StatusMap statuses;
-    std::map<std::string, std::string> models; // role to the model last used
-    std::vector<MenuGroup> groups;
-};
-
-[[nodiscard]] std::vector<MenuRow> statusMenuRows(const MenuSources& sources);
+struct FleetPicture;
+[[nodiscard]] std::vector<MenuRow> statusMenuRows(const FleetPicture& picture);
 
 } // namespace varnhold

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "status/menu.h"
+#include "status/fleet_picture.h"
 
 namespace varnhold::testing {
 namespace {
@@ -71,8 +71,8 @@ TEST(StatusMenu, WithEveryBotPausedHasTheHeaderAlone) {
 }
 
 TEST(StatusMenu, BotRowsTellStateAndLastModelAndCarryTheLabel) {
-    MenuSources sources{.bots = {bot("a"), bot("paused", true), bot("b"), bot("c")},
-                        .models = {{"a", "opus"}, {"paused", "x"}}};
+    FleetPicture sources{.bots = {bot("a"), bot("paused", true), bot("b"), bot("c")},
+                         .models = {{"a", "opus"}, {"paused", "x"}}};
     sources.statuses = {{bot("a").launchdLabel, DaemonStatus::running},
                         {bot("b").launchdLabel, DaemonStatus::crashed},
                         {bot("c").launchdLabel, DaemonStatus::running}};

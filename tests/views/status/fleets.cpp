@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "status/fleet_picture.h"
+
 namespace varnhold::testing {
 
 BarImage barsOf(int bots, bool busy) {
@@ -18,7 +20,7 @@ BarImage barsOf(int bots, bool busy) {
 }
 
 std::vector<MenuRow> menuRows() {
-    MenuSources sources;
+    FleetPicture sources;
     sources.alerts = {{"gemini", "2026-03-04"}};
     const auto add = [&](const char* icon, const char* title, const char* role,
                          DaemonStatus status) {

@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "fleets.h"
+#include "status/fleet_picture.h"
 #include "views/status/exported_menu.h"
 #include "views/status/menu_opener.h"
 #include "views/status/status_menu.h"
@@ -130,7 +131,7 @@ TEST(Menu, ShowsAlertsInRedAndNothingElse) {
 }
 
 TEST(Menu, IsWideEnoughForItsLongestRow) {
-    MenuSources sources;
+    FleetPicture sources;
     sources.bots = {{.icon = "🤖",
                      .title = "A bot with a long name & a longer story to tell about itself",
                      .token = "",

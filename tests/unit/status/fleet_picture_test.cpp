@@ -1,0 +1,107 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <sys/inotify.h>
+#include <thread>
+#include <unistd.h>
+
+#include "event_database.h"
+#include "status/fleet_picture.h"
+#include "status/governor_catalog.h"
+#include "support/fake_platform.h"
+#include "support/temporary_home.h"
+
+namespace varnhold {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+// Counts how often a file is opened.
+class Openings final {
+public:
+    explicit Openings(const std::string& path) {
+        // Closing is watched too, since equal events in a row come as one.
+        EXPECT_GE(::inotify_add_watch(events_, path.c_str(), IN_OPEN | IN_CLOSE), 0);
+    }
+    ~Openings() { ::close(events_); }
+    Openings(const Openings&) = delete;
+    Openings& operator=(const Openings&) = delete;
+
+    [[nodiscard]] int count() const {
+        inotify_event event{}; // without a name: a file is watched, not a folder
+        int found = 0;
+        while (::read(events_, &event, sizeof event) == sizeof event) {
+            found += (event.mask & IN_OPEN) != 0 ? 1 : 0;
+        }
+        return found;
+    }
+
+private:
+    int events_ = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+};
+
+class Gather : public ::testing::Test {
+protected:
+    testing::TemporaryHome home;
+    testing::FakePlatform fake;
+    Constants constants{home.path()};
+    FleetContext context{fake.interfaces, constants};
+
+    Gather() { home.makeFolder(constants.appSupportDir); }
+
+    void listing(const std::string& text) {
+        fake.answer = [text](const platform::ProcessRequest&) {
+            platform::ProcessResult result;
+            result.started = true;
+            result.standardOutput = text;
+            return result;
+        };
+    }
+};
+
+TEST_F(Gather, FindsTheJobsTheModelsTheBotsTheAlertsAndTheGroups) {
+    listing("PID\tStatus\tLabel\n7\t0\tcom.x\n-\t1\tcom.y\n");
+    EventDatabase daemons(constants.governorDBPath);
+    daemons.makeTable();
+    daemons.add(1, "cos", "'m'");
+    home.write(constants.botsConfigFile, encodeBots({{.title = "Cos", .role = "cos"}}));
+    home.write(constants.reauthAlertsFile, R"({"qwen":{"since":"2026-03-04"}})");
+    GovernorCatalog catalog(constants.governorDBPath);
+    const FleetPicture picture = gather(context, catalog);
+    EXPECT_EQ(statusOf(picture.statuses, "com.x"), DaemonStatus::running);
+    EXPECT_EQ(statusOf(picture.statuses, "com.y"), DaemonStatus::crashed);
+    EXPECT_THAT(picture.models, ElementsAre(Pair("cos", "m")));
+    ASSERT_EQ(picture.bots.size(), 1U);
+    EXPECT_EQ(picture.bots[0].title, "Cos");
+    EXPECT_THAT(picture.alerts, ElementsAre(ReauthAlert{"qwen", "2026-03-04"}));
+    EXPECT_THAT(picture.groups, IsEmpty());
+}
+
+TEST_F(Gather, ReadsEachFileOnce) {
+    const std::array files{constants.botsConfigFile, constants.reauthAlertsFile,
+                           constants.customGroupsFile};
+    GovernorCatalog catalog(constants.governorDBPath);
+    for (const std::string& file : files) {
+        home.write(file, "[]");
+        const Openings openings(file);
+        static_cast<void>(gather(context, catalog));
+        EXPECT_EQ(openings.count(), 1) << file;
+    }
+}
+
+// A picture is a value: whatever finds it may be gone when it is shown.
+TEST_F(Gather, WorksOnAnyThreadWithACatalogueOfItsOwn) {
+    listing("7\t0\tcom.x\n");
+    FleetPicture picture;
+    std::thread([&] {
+        GovernorCatalog catalog(constants.governorDBPath);
+        picture = gather(context, catalog);
+    }).join();
+    EXPECT_EQ(statusOf(picture.statuses, "com.x"), DaemonStatus::running);
+}
+
+} // namespace
+} // namespace varnhold
