@@ -30,6 +30,9 @@ int main(int argc, char** argv) {
     }
     qInstallMessageHandler(printUnlessExpected);
     ::testing::InitGoogleMock(&argc, argv);
+    if (GTEST_FLAG_GET(list_tests)) {
+        return RUN_ALL_TESTS(); // as the build asks after every link; names need no display
+    }
     QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

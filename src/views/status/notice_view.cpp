@@ -62,12 +62,12 @@ QHBoxLayout* header(const QString& title, const QPixmap& icon) {
 NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
     : QWidget(nullptr, (hasX11() ? Qt::ToolTip : Qt::Popup) | Qt::FramelessWindowHint |
                            Qt::NoDropShadowWindowHint) {
+    installAccessibility(); // before the first thing that makes the toolkit describe this window
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_DeleteOnClose);
     setAccessibleName(toQString(panel.title));
     setWindowTitle(toQString(panel.title));
-    installAccessibility();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
