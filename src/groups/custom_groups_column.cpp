@@ -28,135 +28,69 @@ void appendMissing(std::vector<std::string>& texts, const std::vector<std::strin
     }
 }
 
+StackParts stackParts(CustomBotGroup& group) {
+    return {.models = group.models,
+            .labels = &group.assignedBotLabels,
+            .effort = group.effortLevel,
+            .contextTokens = group.contextTokens};
+}
+
 } // namespace
+
+GroupStepperRow groupContextRow(double tokens, Ladder ladder) {
+    const std::int64_t whole = truncatedTokens(tokens);
+    return contextRow(whole, ladder, whole == 0 ? "Auto" : formatTokenCount(whole), whole == 0);
+}
 
 CustomBotGroup* CustomGroupsColumn::find(const Uuid& id) const {
     return findGroup(parts_.customGroups, id);
 }
 
-platform::Task CustomGroupsColumn::whileAlive(platform::Task task) const {
-    return [alive = std::weak_ptr(alive_), task = std::move(task)] {
-        if (!alive.expired()) {
-            task();
-        }
-    };
+StackPolicy CustomGroupsColumn::stackPolicy() {
+    return {.queues = parts_.queues,
+            .contextLadder = parts_.contextLadder,
+            .userBots = parts_.userBots,
+            .dragging = draggingModel_,
+            .longestDrag = longestDrag,
+            .contextRow = groupContextRow,
+            .inLibrary = [this](const std::string& key) -> const AIModelItem* {
+                const auto row = key.empty() ? std::nullopt : rowNamed(parts_.modelLibrary, key);
+                return row ? &parts_.modelLibrary[*row] : nullptr;
+            },
+            .onSave = parts_.onSave,
+            .onChange = parts_.onChange,
+            .onDrop =
+                [this] {
+                    parts_.queues.postMain(stacks_.whileAlive([this] {
+                        clearDragging();
+                        parts_.onClearDragging();
+                    }));
+                },
+            .onOverdue = parts_.onChange};
 }
 
-void CustomGroupsColumn::receive(const platform::PayloadProviders& drops,
-                                 std::function<void(const std::string& text)> take) {
-    for (const platform::PayloadProvider& drop : drops) {
-        // The text may come on another thread: there only what is captured here is touched.
-        drop([&queues = parts_.queues, alive = std::weak_ptr(alive_),
-              take](const std::optional<std::string>& text) {
-            if (!text) {
-                return;
-            }
-            queues.postMain([alive, take, text = *text] {
-                if (!alive.expired()) {
-                    take(text);
-                }
-            });
-        });
-    }
+CustomGroupsColumn::CustomGroupsColumn(GroupColumnParts parts)
+    : parts_(std::move(parts)), stacks_(stackPolicy()) {}
+
+Stack CustomGroupsColumn::stack(const Uuid& id) {
+    return {stacks_, {.find = [this, id]() -> std::optional<StackParts> {
+                CustomBotGroup* const group = find(id);
+                return group == nullptr ? std::nullopt : std::optional(stackParts(*group));
+            }}};
 }
 
-void CustomGroupsColumn::stepEffort(const Uuid& id, StepDirection direction) {
-    CustomBotGroup* const group = find(id);
-    if (group != nullptr && varnhold::stepEffort(*group, direction)) {
-        parts_.onSave();
-    }
-}
-
-void CustomGroupsColumn::stepContext(const Uuid& id, StepDirection direction) {
-    if (CustomBotGroup* const group = find(id)) {
-        varnhold::stepContext(*group, direction, parts_.contextLadder);
-        parts_.onSave();
-    }
-}
-
-std::vector<BotConfig> CustomGroupsColumn::botsOf(const CustomBotGroup& group) const {
-    std::vector<BotConfig> bots;
-    std::copy_if(
-        parts_.userBots.begin(), parts_.userBots.end(), std::back_inserter(bots),
-        [&](const BotConfig& bot) { return contains(group.assignedBotLabels, bot.launchdLabel); });
-    return bots;
-}
-
-bool CustomGroupsColumn::dropBots(const platform::PayloadProviders& drops, const Uuid& id) {
-    receive(drops, [this, id](const std::string& label) { insertBot(id, label); });
-    return true;
-}
-
-void CustomGroupsColumn::insertBot(const Uuid& id, const std::string& label) {
-    const bool isKnown =
-        std::any_of(parts_.userBots.begin(), parts_.userBots.end(),
-                    [&](const BotConfig& bot) { return bot.launchdLabel == label; });
-    CustomBotGroup* const group = find(id);
-    if (isKnown && group != nullptr && !contains(group->assignedBotLabels, label)) {
-        group->assignedBotLabels.push_back(label);
-        parts_.onSave();
-    }
-}
-
-void CustomGroupsColumn::removeBot(const Uuid& id, const std::string& label) {
-    if (CustomBotGroup* const group = find(id)) {
-        std::erase(group->assignedBotLabels, std::string(label));
-        parts_.onSave();
-    }
+Stack CustomGroupsColumn::stack(CustomBotGroup& group) {
+    return {stacks_, {.find = [&group] { return std::optional(stackParts(group)); }}};
 }
 
 bool CustomGroupsColumn::handleDrop(const platform::PayloadProviders& drops, const Uuid& id,
                                     std::optional<std::size_t> at) {
-    // First in the queue, so that no text is handled while the drag still counts as going on.
-    parts_.queues.postMain(whileAlive([this] {
-        clearDragging();
-        parts_.onClearDragging();
-    }));
-    receive(drops, [this, id, at](const std::string& key) { insertModel(id, key, at); });
-    return true;
-}
-
-void CustomGroupsColumn::insertModel(const Uuid& id, const std::string& key,
-                                     std::optional<std::size_t> at) {
-    CustomBotGroup* const group = find(id);
-    if (key.empty() || group == nullptr || rowNamed(group->models, key)) {
-        return;
-    }
-    const auto entry = rowNamed(parts_.modelLibrary, key);
-    if (!entry) {
-        return;
-    }
-    AIModelItem copy = parts_.modelLibrary[*entry];
-    copy.uniqueId = Uuid::random().text();
-    const auto place = static_cast<std::ptrdiff_t>(insertionPlace(group->models, at));
-    group->models.insert(group->models.begin() + place, std::move(copy));
-    parts_.onChange(ListMotion::spring);
-    parts_.onSave();
-}
-
-void CustomGroupsColumn::removeModel(const Uuid& id, const std::string& uid) {
-    if (CustomBotGroup* const group = find(id)) {
-        // The text handed in may be the model's own.
-        std::erase_if(group->models,
-                      [uid = uid](const AIModelItem& model) { return model.uid() == uid; });
-        parts_.onSave();
-    }
-}
-
-std::string CustomGroupsColumn::startDrag(const AIModelItem& model) {
-    draggingModel_ = model;
-    parts_.onChange(ListMotion::none);
-    parts_.queues.postMainAfter(longestDrag, whileAlive([this, uid = model.uid()] {
-                                    if (draggingModel_ && draggingModel_->uid() == uid) {
-                                        clearDragging();
-                                    }
-                                }));
-    return model.uid();
+    return stack(id).dropModels(drops, at);
 }
 
 void CustomGroupsColumn::clearDragging() {
     draggingModel_.reset();
-    parts_.onChange(ListMotion::none);
+    parts_.onChange();
 }
 
 CustomGroupDropDelegate CustomGroupsColumn::dropDelegate(const Uuid& id,
@@ -203,7 +137,7 @@ void CustomGroupsColumn::toggleObjectives(const Uuid& id) {
     if (expandedObjectives_.erase(id) == 0) {
         expandedObjectives_.insert(id);
     }
-    parts_.onChange(ListMotion::none);
+    parts_.onChange();
 }
 
 std::string CustomGroupsColumn::objectives(const Uuid& id) const {

@@ -8,14 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "groups/drops.h"
 #include "groups/group_drop_delegate.h"
-#include "groups/group_steppers.h"
 #include "groups/path_chips.h"
 #include "platform/payload.h"
 #include "platform/platform.h"
 #include "records/bots.h"
 #include "records/groups.h"
+#include "stacks/stack.h"
 
 namespace varnhold {
 
@@ -29,8 +28,14 @@ struct GroupColumnParts {
     std::function<void()> onSave;
     std::function<void()> onClearDragging = [] {};
     // Something to see, nothing to save yet.
-    std::function<void(ListMotion motion)> onChange = [](ListMotion) {};
+    std::function<void()> onChange = [] {};
 };
+
+// A group's stepper shows what every stack's does.
+using GroupStepperRow = StepperRow;
+
+// A budget as a group shows it. `ladder`: the budgets that can be reached, rising, at least one.
+[[nodiscard]] GroupStepperRow groupContextRow(double tokens, Ladder ladder);
 
 // The column in which custom groups are edited.
 //
@@ -39,29 +44,27 @@ struct GroupColumnParts {
 // column has gone.
 class CustomGroupsColumn final {
 public:
-    explicit CustomGroupsColumn(GroupColumnParts parts) : parts_(std::move(parts)) {}
+    explicit CustomGroupsColumn(GroupColumnParts parts);
     CustomGroupsColumn(const CustomGroupsColumn&) = delete;
     CustomGroupsColumn& operator=(const CustomGroupsColumn&) = delete;
     ~CustomGroupsColumn() = default;
 
-    void stepEffort(const Uuid& id, StepDirection direction);
-    void stepContext(const Uuid& id, StepDirection direction);
-
-    // The group's bots in the order of the bot column, whatever the order of dropping.
-    [[nodiscard]] std::vector<BotConfig> botsOf(const CustomBotGroup& group) const;
-    // Labels of bots dropped on a group. True always, at once.
-    bool dropBots(const platform::PayloadProviders& drops, const Uuid& id);
-    void removeBot(const Uuid& id, const std::string& label);
+    // The group's models, bots, effort and budget, to be edited. Nothing asks here whether somebody
+    // is signed in to a model's provider. Must not outlive the column.
+    [[nodiscard]] Stack stack(const Uuid& id);
+    // The same of a group at hand, for as long as it stays where it is.
+    [[nodiscard]] Stack stack(CustomBotGroup& group);
 
     // Models dropped on a group, by identity: put at the position, or at the end. True always, at
-    // once. Nothing asks here whether somebody is signed in to the model's provider.
+    // once.
     bool handleDrop(const platform::PayloadProviders& drops, const Uuid& id,
                     std::optional<std::size_t> at = std::nullopt);
-    void removeModel(const Uuid& id, const std::string& uid);
 
     // Begins to drag a row, and gives the text that the drag carries. A drag that reports no end
     // counts as over after half a second.
-    [[nodiscard]] std::string startDrag(const AIModelItem& model);
+    [[nodiscard]] std::string startDrag(const AIModelItem& model) {
+        return stacks_.startDrag(model);
+    }
     [[nodiscard]] const std::optional<AIModelItem>& draggingModel() const { return draggingModel_; }
     [[nodiscard]] CustomGroupDropDelegate dropDelegate(const Uuid& id, const AIModelItem& target);
 
@@ -82,19 +85,14 @@ private:
     using Paths = std::vector<std::string> CustomBotGroup::*;
 
     [[nodiscard]] CustomBotGroup* find(const Uuid& id) const;
-    void insertBot(const Uuid& id, const std::string& label);
-    void insertModel(const Uuid& id, const std::string& key, std::optional<std::size_t> at);
     void clearDragging();
+    [[nodiscard]] StackPolicy stackPolicy();
     [[nodiscard]] std::optional<PathChipsView> chips(const CustomBotGroup& group, Paths paths);
-    // Starts all, and hands each text that comes to the main thread.
-    void receive(const platform::PayloadProviders& drops,
-                 std::function<void(const std::string& text)> take);
-    [[nodiscard]] platform::Task whileAlive(platform::Task task) const;
 
     GroupColumnParts parts_;
     std::optional<AIModelItem> draggingModel_;
     std::set<Uuid> expandedObjectives_;
-    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+    StackEditing stacks_;
 };
 
 } // namespace varnhold

@@ -1,30 +1,30 @@
 #include "groups/group_drop_delegate.h"
 
 #include "groups/group_sheet.h"
-#include "records/model_rows.h"
 
 namespace varnhold {
 
+namespace {
+
+RealTimeDropDelegate rowDrop(const CustomGroupDropDelegate& target, ModelRows& models) {
+    return {.item = target.targetModel,
+            .list = models,
+            .draggingItem = target.draggingModel,
+            .onSave = target.onSave,
+            .onChange = target.onChange};
+}
+
+} // namespace
+
 bool CustomGroupDropDelegate::performDrop() const {
+    ModelRows none;
     CustomBotGroup* const group = findGroup(customGroups, groupId);
-    const bool isOurs =
-        draggingModel && group != nullptr && rowOf(group->models, draggingModel->uid()).has_value();
-    draggingModel.reset();
-    onChange(ListMotion::none);
-    if (isOurs) {
-        onSave();
-    }
-    return isOurs;
+    return rowDrop(*this, group == nullptr ? none : group->models).performDrop();
 }
 
 void CustomGroupDropDelegate::dropEntered() const {
-    CustomBotGroup* const group = findGroup(customGroups, groupId);
-    if (!draggingModel || group == nullptr) {
-        return;
-    }
-    if (const auto move = moveOnto(group->models, draggingModel->uid(), targetModel.uid())) {
-        apply(*move, group->models);
-        onChange(ListMotion::spring);
+    if (CustomBotGroup* const group = findGroup(customGroups, groupId)) {
+        rowDrop(*this, group->models).dropEntered();
     }
 }
 

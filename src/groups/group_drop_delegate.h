@@ -5,20 +5,20 @@
 #include <vector>
 
 #include "base/uuid.h"
-#include "groups/drops.h"
 #include "records/groups.h"
+#include "stacks/row_drop_delegate.h"
 
 namespace varnhold {
 
-// The drop target that one model row of a group is: while a model of the same group is dragged
-// over it, the two change places. Main thread; list and dragged model must outlive it.
+// The drop target that one model row of a group is, for a group that may have gone by then: what
+// RealTimeDropDelegate is for rows at hand. Main thread; list and dragged model must outlive it.
 struct CustomGroupDropDelegate {
     AIModelItem targetModel;
     Uuid groupId;
     std::vector<CustomBotGroup>& customGroups;
     std::optional<AIModelItem>& draggingModel;
     std::function<void()> onSave;
-    std::function<void(ListMotion motion)> onChange = [](ListMotion) {};
+    std::function<void()> onChange = [] {};
 
     // True if a model of this group was dropped: the order that it was dragged to is then saved.
     // Nothing is ever inserted here.

@@ -1,18 +1,16 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
-#include <vector>
 
-#include "groups/drops.h"
-#include "records/model_rows.h"
-#include "settings/settings_fields.h"
+#include "records/models.h"
 
-// The six chains as they are edited: by dragging rows, and in no other way.
+// The six chains as they are edited.
 //
-// Zones and strips hand their drops to ModelSelectorView; what stands here are the rows themselves,
-// as drag sources and as drop targets. Main thread only. A drop that no rule provides for does
+// A chain is a stack (stacks/stack.h), and ModelSelectorView gives each as one. What is particular
+// to chains: a row that stands in another one moves from there and isn't checked again; a model of
+// the library may be refused; a drag that is given up ends after two seconds, gently; and what is
+// dropped on the library leaves its chain. Main thread only. A drop that no rule provides for does
 // nothing, without a word.
 namespace varnhold {
 
@@ -25,26 +23,6 @@ struct ModelRow {
     std::function<void()> onDelete;
     // Asked for when a drag begins; gives what is dragged.
     std::function<std::string()> onDrag;
-};
-
-// The drop target that each row of a chain is: rows of the same chain change places with it while
-// they are dragged over it. What comes from elsewhere isn't taken; the row consumes it all the
-// same.
-//
-// Holds references into the settings state and must not outlive it.
-struct RealTimeDropDelegate {
-    AIModelItem item; // the row
-    std::vector<AIModelItem>& list;
-    std::optional<AIModelItem>& draggingItem;
-    std::function<void()> onSave;
-    // What the two references went through, for whoever shows them.
-    std::function<void(RowMove move)> onMove = nullptr;
-    std::function<void()> onCleared = nullptr;
-
-    // True if the drop belonged to this chain; only then is it saved.
-    bool performDrop();
-    void dropEntered();
-    [[nodiscard]] DropProposal dropUpdated() const { return DropProposal::move; }
 };
 
 } // namespace varnhold

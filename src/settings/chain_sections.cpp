@@ -10,8 +10,6 @@ namespace {
 
 using Fields = SettingsFields;
 
-constexpr double contextWidth = 50;
-
 constexpr std::string_view governorHelp =
     "The Governor is the system-level AI that:\n"
     "  • Intercepts code blocks from architect responses and runs them locally\n"
@@ -92,35 +90,9 @@ const ChainSection& chainSection(TargetList list) {
     return found == sections.end() ? sections.front() : *found;
 }
 
-ChainStepperRow effortRow(const SettingsFields& settings, const ChainSection& section) {
-    return effortRow(settings.*section.effort);
-}
-
-ChainStepperRow contextRow(const SettingsFields& settings, const ChainSection& section,
-                           std::span<const int> ladder) {
-    const double budget = settings.*section.contextTokens;
-    const std::int64_t tokens = truncatedTokens(budget);
-    return {.label = "Context",
-            .valueText = formatTokens(tokens),
-            .isInactive = budget == 0,
-            .valueWidth = contextWidth,
-            .canGoLeft = canStepLeft(ladder, tokens),
-            .canGoRight = canStepRight(ladder, tokens)};
-}
-
-void stepEffort(ModelSelectorView& view, const ChainSection& section, StepDirection direction) {
-    if (const auto level = neighbour(view.*section.effort, direction)) {
-        view.*section.effort = *level;
-        view.save();
-    }
-}
-
-void stepContext(ModelSelectorView& view, const ChainSection& section, StepDirection direction,
-                 std::span<const int> ladder) {
-    const std::int64_t tokens = truncatedTokens(view.*section.contextTokens);
-    view.*section.contextTokens =
-        direction == StepDirection::left ? stepLeft(ladder, tokens) : stepRight(ladder, tokens);
-    view.save();
+ChainStepperRow chainContextRow(double tokens, Ladder ladder) {
+    const std::int64_t whole = truncatedTokens(tokens);
+    return contextRow(whole, ladder, formatTokens(whole), tokens == 0);
 }
 
 void chooseResponse(ModelSelectorView& view, const ChainSection& section, ResponseMode mode) {
@@ -132,17 +104,9 @@ void chooseResponse(ModelSelectorView& view, const ChainSection& section, Respon
 
 std::vector<BotConfig> botsOf(const SettingsFields& settings, TargetList list) {
     const auto assigned = settings.chainBotAssignments.find(std::string(chainKey(list)));
-    std::vector<BotConfig> bots;
-    if (assigned == settings.chainBotAssignments.end()) {
-        return bots;
-    }
-    const std::vector<std::string>& labels = assigned->second;
-    std::copy_if(settings.userBots.begin(), settings.userBots.end(), std::back_inserter(bots),
-                 [&labels](const BotConfig& bot) {
-                     return std::find(labels.begin(), labels.end(), bot.launchdLabel) !=
-                            labels.end();
-                 });
-    return bots;
+    return assigned == settings.chainBotAssignments.end()
+               ? std::vector<BotConfig>()
+               : assignedBots(settings.userBots, assigned->second);
 }
 
 } // namespace varnhold

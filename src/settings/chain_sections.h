@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "groups/group_steppers.h"
 #include "records/groups.h"
 #include "settings/settings_state.h"
+#include "stacks/stack.h"
 
 // The sections in which the window shows the six chains: what stands in their headers, and what the
 // controls there do.
@@ -42,20 +42,11 @@ inline constexpr std::array<std::string_view, 5> chainMenuLines{
 inline constexpr std::string_view contextStepperHelp =
     "Max chat-history tokens fed to this chain. Auto = use the top model's max window.";
 
-// A chain's stepper shows what a group's does.
-using ChainStepperRow = GroupStepperRow;
+// A chain's stepper shows what every stack's does.
+using ChainStepperRow = StepperRow;
 
-[[nodiscard]] ChainStepperRow effortRow(const SettingsFields& settings,
-                                        const ChainSection& section);
-// `ladder`: the budgets that can be reached, rising, at least one.
-[[nodiscard]] ChainStepperRow contextRow(const SettingsFields& settings,
-                                         const ChainSection& section, std::span<const int> ladder);
-
-// One level up or down, and saved; beyond the last level nothing.
-void stepEffort(ModelSelectorView& view, const ChainSection& section, StepDirection direction);
-// To the next budget of the ladder in this direction, or its last one there; saved either way.
-void stepContext(ModelSelectorView& view, const ChainSection& section, StepDirection direction,
-                 std::span<const int> ladder);
+// A budget as a chain shows it. `ladder`: the budgets that can be reached, rising, at least one.
+[[nodiscard]] ChainStepperRow chainContextRow(double tokens, Ladder ladder);
 
 // Saves what is new. Does nothing for a section without a mode.
 void chooseResponse(ModelSelectorView& view, const ChainSection& section, ResponseMode mode);

@@ -14,16 +14,8 @@ CustomGroupsColumn ModelSelectorView::groupsColumn() {
                                .modelLibrary = allLibraryModels,
                                .userBots = userBots,
                                .onSave = [this] { save(); },
-                               .onClearDragging =
-                                   [this] {
-                                       draggingItem.reset();
-                                       changed();
-                                   },
-                               .onChange =
-                                   [this](ListMotion motion) {
-                                       changed(motion == ListMotion::spring ? Animation::spring
-                                                                            : Animation::none);
-                                   }});
+                               .onClearDragging = [this] { endDrag(); },
+                               .onChange = [this] { changed(); }});
 }
 
 ManageCustomGroupsSheet ModelSelectorView::groupsSheet() {

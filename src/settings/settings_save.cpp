@@ -129,10 +129,10 @@ void ModelSelectorView::saveGovernorChoice() const {
 
 void ModelSelectorView::showToast() {
     showSaveToast = true;
-    changed(Animation::standard);
+    changed();
     laterAfter(toastDuration, [this] {
         showSaveToast = false;
-        changed(Animation::standard);
+        changed();
     });
 }
 

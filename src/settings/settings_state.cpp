@@ -15,9 +15,8 @@ constexpr auto firstRunDelay = 400ms;
 
 } // namespace
 
-void ModelSelectorView::observe(ChangeObserver observer, MoveObserver moves) {
+void ModelSelectorView::observe(ChangeObserver observer) {
     observer_ = std::move(observer);
-    moveObserver_ = std::move(moves);
 }
 
 void ModelSelectorView::changed(Animation animation) const {

@@ -12,11 +12,11 @@
 #include "settings/settings_fields.h"
 #include "settings/target_list.h"
 #include "shell/constants.h"
+#include "stacks/stack.h"
 
 namespace varnhold {
 
 struct ModelRow;
-struct RealTimeDropDelegate;
 class CustomGroupsColumn;
 struct ManageCustomGroupsSheet;
 
@@ -36,10 +36,9 @@ public:
     ModelSelectorView& operator=(const ModelSelectorView&) = delete;
     ~ModelSelectorView() = default;
 
-    // The one observer, called after every change that the record makes by itself; rows that move
-    // are told first, one by one. Whoever changes a field from outside without saving calls
-    // changed().
-    void observe(ChangeObserver observer, MoveObserver moves = nullptr);
+    // The one observer, called after every change that the record makes by itself. Whoever changes
+    // a field from outside without saving calls changed().
+    void observe(ChangeObserver observer);
     void changed(Animation animation = Animation::none) const;
 
     // Each time the window appears: sign-in and library afresh from disk, over whatever was typed
@@ -67,16 +66,15 @@ public:
     // Has a script of the daemon code fill the chains, in the background, and reads them again.
     void runAutoSetup();
 
-    // Chain editing (chain_editing.h). What is dropped is handled later, when its text has arrived.
+    // Chain editing (chain_editing.h). What is dropped is handled later, when its text has arrived;
+    // a chain's bots, steppers and rows are edited through chain().
     [[nodiscard]] const std::vector<AIModelItem>& chainArray(TargetList list) const;
     [[nodiscard]] std::vector<AIModelItem>& chainBinding(TargetList list);
+    [[nodiscard]] Stack chain(TargetList list);
     [[nodiscard]] ModelRow modelRow(const AIModelItem& item);
-    [[nodiscard]] RealTimeDropDelegate rowDropDelegate(const AIModelItem& item, TargetList list);
     bool handleDrop(const platform::PayloadProviders& providers, TargetList list,
                     std::optional<std::size_t> insertAt = std::nullopt);
     bool handleLibraryDrop(const platform::PayloadProviders& providers);
-    bool handleBotDrop(const platform::PayloadProviders& providers, TargetList list);
-    void unassignBot(const std::string& launchdLabel, TargetList list);
     void deleteLibraryModel(const AIModelItem& item);
     // Empties all chains but the voice chain, at once and for good, and saves.
     void reset();
@@ -123,17 +121,12 @@ private:
 
     void finishAutoSetup(const platform::ProcessResult& result);
 
-    std::string startDrag(const AIModelItem& item);
+    [[nodiscard]] StackPolicy chainPolicy();
+    [[nodiscard]] std::optional<AIModelItem> takeFromOthers(const std::string& uid,
+                                                            TargetList list);
+    [[nodiscard]] bool refuses(const AIModelItem& item, TargetList list);
     void endDrag();
-    void whenLoaded(const platform::PayloadProviders& providers,
-                    const std::function<void(const std::string& text)>& use);
-    void dropModel(const std::string& payload, TargetList list,
-                   std::optional<std::size_t> insertAt);
-    void dropFromLibrary(const AIModelItem& item, TargetList list,
-                         std::optional<std::size_t> insertAt);
     void removeModel(const std::string& payload);
-    void assignBot(const std::string& launchdLabel, TargetList list);
-    void moved(const ChainMove& move) const;
 
     // Posts to the main thread; the task is dropped if the record has gone by then.
     void later(std::function<void()> task);
@@ -143,8 +136,8 @@ private:
     platform::Platform& platform_;
     const Constants& constants_;
     ChangeObserver observer_;
-    MoveObserver moveObserver_;
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+    StackEditing chains_{chainPolicy()};
 };
 
 } // namespace varnhold

@@ -27,6 +27,7 @@ public:
     virtual void sync(Animation animation) = 0;
 
 protected:
+    [[nodiscard]] const SettingsContext& settings() const { return context_; }
     [[nodiscard]] ModelSelectorView& view() const { return context_.view; }
     [[nodiscard]] const FleetContext& fleet() const { return context_.fleet; }
 

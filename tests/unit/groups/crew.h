@@ -35,7 +35,7 @@ struct Crew {
     std::vector<BotConfig> bots;
     std::string input;
     int saves = 0;
-    int springs = 0;
+    int changes = 0;
     int clears = 0;
     int dismissals = 0;
     std::optional<CustomGroupsColumn> column;
@@ -45,16 +45,14 @@ struct Crew {
                                   .onDismiss = [this] { ++dismissals; }};
 
     Crew() {
-        column.emplace(GroupColumnParts{
-            .queues = platform.interfaces.queues,
-            .contextLadder = constants.contextLadder,
-            .customGroups = groups,
-            .modelLibrary = library,
-            .userBots = bots,
-            .onSave = [this] { ++saves; },
-            .onClearDragging = [this] { ++clears; },
-            .onChange =
-                [this](ListMotion motion) { springs += motion == ListMotion::spring ? 1 : 0; }});
+        column.emplace(GroupColumnParts{.queues = platform.interfaces.queues,
+                                        .contextLadder = constants.contextLadder,
+                                        .customGroups = groups,
+                                        .modelLibrary = library,
+                                        .userBots = bots,
+                                        .onSave = [this] { ++saves; },
+                                        .onClearDragging = [this] { ++clears; },
+                                        .onChange = [this] { ++changes; }});
     }
 
     // A group with these models; the reference holds until the next one is made.

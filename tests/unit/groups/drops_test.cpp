@@ -14,7 +14,7 @@ TEST(DropBots, AssignsAKnownBotOnce) {
     crew.bots = {groupBot("a"), groupBot("b")};
     const Uuid id = crew.make().id;
     for (const char* label : {"label.b", "label.b", "nobody", ""}) {
-        EXPECT_TRUE(crew.column->dropBots(dropped(label), id));
+        EXPECT_TRUE(crew.column->stack(id).dropBots(dropped(label)));
         crew.platform.settle();
     }
     EXPECT_THAT(crew.groups[0].assignedBotLabels, ElementsAre("label.b"));
@@ -26,7 +26,7 @@ TEST(DropBots, ListsThemInTheOrderOfTheBotColumn) {
     crew.bots = {groupBot("a"), groupBot("b")};
     CustomBotGroup& group = crew.make();
     group.assignedBotLabels = {"label.b", "gone", "label.a"};
-    EXPECT_THAT(crew.column->botsOf(group), ElementsAre(crew.bots[0], crew.bots[1]));
+    EXPECT_THAT(crew.column->stack(group.id).bots(), ElementsAre(crew.bots[0], crew.bots[1]));
 }
 
 TEST(DropBots, LetsABotStandInSeveralGroups) {
@@ -35,7 +35,7 @@ TEST(DropBots, LetsABotStandInSeveralGroups) {
     crew.make();
     crew.make();
     for (const CustomBotGroup& group : crew.groups) {
-        crew.column->dropBots(dropped("label.a"), group.id);
+        crew.column->stack(group.id).dropBots(dropped("label.a"));
     }
     crew.platform.settle();
     EXPECT_THAT(crew.groups[0].assignedBotLabels, SizeIs(1));
@@ -46,10 +46,10 @@ TEST(DropBots, RemovesEveryEntryOfTheLabel) {
     Crew crew;
     CustomBotGroup& group = crew.make();
     group.assignedBotLabels = {"x", "y", "x"};
-    crew.column->removeBot(group.id, group.assignedBotLabels[0]);
+    crew.column->stack(group.id).unassignBot(group.assignedBotLabels[0]);
     EXPECT_THAT(group.assignedBotLabels, ElementsAre("y"));
     EXPECT_EQ(crew.saves, 1);
-    crew.column->removeBot(Uuid::random(), "y");
+    crew.column->stack(Uuid::random()).unassignBot("y");
     EXPECT_EQ(crew.saves, 1);
 }
 
@@ -70,7 +70,7 @@ TEST(DropModel, OfALibraryRowWithAUniqueIdTwiceInsertsItTwiceWithFreshOnes) {
         EXPECT_EQ(model.id, "m");
     }
     EXPECT_EQ(crew.saves, 2);
-    EXPECT_EQ(crew.springs, 2);
+    EXPECT_EQ(crew.changes, 4) << "the end of each drag, and each new row";
 }
 
 TEST(DropModel, OfALibraryRowWithoutAUniqueIdIsRefusedTheSecondTime) {
@@ -196,10 +196,10 @@ TEST(DropModel, HandlesEveryTextOfOneDrop) {
 TEST(RemoveModel, TakesEveryRowWithThatIdentity) {
     Crew crew;
     CustomBotGroup& group = crew.make({"x", "y", "x"});
-    crew.column->removeModel(group.id, *group.models[0].uniqueId);
+    crew.column->stack(group.id).removeModels(*group.models[0].uniqueId);
     EXPECT_THAT(Crew::uids(group), ElementsAre("y"));
     EXPECT_EQ(crew.saves, 1);
-    crew.column->removeModel(Uuid::random(), "y");
+    crew.column->stack(Uuid::random()).removeModels("y");
     EXPECT_EQ(crew.saves, 1);
 }
 

@@ -108,7 +108,8 @@ private:
     void stepEffort() {
         if (pick()) {
             const bool left = random_.coin();
-            crew_.column->stepEffort(real_->id, left ? StepDirection::left : StepDirection::right);
+            crew_.column->stack(real_->id).stepEffort(left ? StepDirection::left
+                                                           : StepDirection::right);
             simple_.stepEffort(*simpleGroup_, left ? -1 : 1);
         }
     }
@@ -119,14 +120,15 @@ private:
                 real_->contextTokens = simpleGroup_->tokens;
             }
             const bool left = random_.coin();
-            crew_.column->stepContext(real_->id, left ? StepDirection::left : StepDirection::right);
+            crew_.column->stack(real_->id).stepContext(left ? StepDirection::left
+                                                            : StepDirection::right);
             simple_.stepContext(*simpleGroup_, left ? -1 : 1);
         }
     }
     void dropBot() {
         if (pick()) {
             const std::string label = oneOf({"label.x", "label.y", "label.z", "stranger"});
-            crew_.column->dropBots(dropped(label), real_->id);
+            crew_.column->stack(real_->id).dropBots(dropped(label));
             crew_.platform.settle();
             const auto before = simpleGroup_->labels.size();
             if (label != "stranger") {
@@ -138,7 +140,7 @@ private:
     void removeBot() {
         if (pick()) {
             const std::string label = oneOf({"label.x", "label.y", "label.z", "stranger"});
-            crew_.column->removeBot(real_->id, label);
+            crew_.column->stack(real_->id).unassignBot(label);
             simple_.removeAll(simpleGroup_->labels, label);
         }
     }
@@ -178,7 +180,7 @@ private:
     void removeModel() {
         if (pick()) {
             const std::string uid = anyUid();
-            crew_.column->removeModel(real_->id, uid);
+            crew_.column->stack(real_->id).removeModels(uid);
             std::erase_if(simpleGroup_->models,
                           [&](const auto& model) { return model.uid == uid; });
             ++simple_.saves;

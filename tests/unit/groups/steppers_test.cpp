@@ -10,11 +10,11 @@ using ::testing::ElementsAre;
 struct Steppers : Crew {
     double stepped(double from, StepDirection direction) {
         groups = {withBudget(from)};
-        column->stepContext(groups[0].id, direction);
+        column->stack(groups[0].id).stepContext(direction);
         return groups[0].contextTokens;
     }
     [[nodiscard]] GroupStepperRow row(double tokens) const {
-        return contextRow(withBudget(tokens), constants.contextLadder);
+        return groupContextRow(tokens, constants.contextLadder);
     }
 };
 
@@ -90,10 +90,10 @@ TEST(EffortStepper, WalksTheLevelsAndStopsAtTheEndsWithoutASave) {
     const Uuid id = crew.make().id;
     std::vector<std::string> shown;
     for (int i = 0; i < 5; ++i) {
-        const GroupStepperRow row = effortRow(crew.groups[0]);
+        const GroupStepperRow row = crew.column->stack(id).effortRow();
         shown.push_back(row.valueText + (row.canGoLeft ? " <" : "") + (row.canGoRight ? " >" : "") +
                         (row.isInactive ? " inactive" : ""));
-        crew.column->stepEffort(id, StepDirection::right);
+        crew.column->stack(id).stepEffort(StepDirection::right);
     }
     const auto text = [](EffortLevel level) { return std::string(label(level)); };
     EXPECT_THAT(shown,
@@ -102,18 +102,18 @@ TEST(EffortStepper, WalksTheLevelsAndStopsAtTheEndsWithoutASave) {
                             text(EffortLevel::high) + " <"));
     EXPECT_EQ(crew.saves, 3);
     for (int i = 0; i < 5; ++i) {
-        crew.column->stepEffort(id, StepDirection::left);
+        crew.column->stack(id).stepEffort(StepDirection::left);
     }
     EXPECT_EQ(crew.groups[0].effortLevel, EffortLevel::off);
     EXPECT_EQ(crew.saves, 6);
-    EXPECT_EQ(effortRow(crew.groups[0]).valueWidth, 36);
-    EXPECT_EQ(effortRow(crew.groups[0]).label, "Effort");
+    EXPECT_EQ(crew.column->stack(id).effortRow().valueWidth, 36);
+    EXPECT_EQ(crew.column->stack(id).effortRow().label, "Effort");
 }
 
 TEST(Steppers, OfAGroupThatHasGoneDoNothing) {
     Crew crew;
-    crew.column->stepEffort(Uuid::random(), StepDirection::right);
-    crew.column->stepContext(Uuid::random(), StepDirection::right);
+    crew.column->stack(Uuid::random()).stepEffort(StepDirection::right);
+    crew.column->stack(Uuid::random()).stepContext(StepDirection::right);
     EXPECT_EQ(crew.saves, 0);
 }
 

@@ -60,7 +60,7 @@ TEST(BotDrop, OfTextFromOutsideAssignsTheBotWithThatLabelAlone) {
 TEST(BotDrop, IsTakenAtOnceAndHandledLater) {
     Bots settings;
     LatePayload payload;
-    EXPECT_TRUE(settings.view->handleBotDrop({payload.provider()}, TargetList::worker));
+    EXPECT_TRUE(settings.view->chain(TargetList::worker).dropBots({payload.provider()}));
     payload.arrive(settings.ops);
     EXPECT_THAT(settings.view->chainBotAssignments, IsEmpty());
     settings.platform.runMain();
@@ -80,7 +80,7 @@ TEST(UnassignBot, RemovesEveryEntryOfTheLabelFromThatChainAndSaves) {
     Bots settings;
     settings.view->chainBotAssignments = {{"worker", {settings.ops, settings.cto, settings.ops}},
                                           {"photo", {settings.ops}}};
-    settings.view->unassignBot(settings.ops, TargetList::worker);
+    settings.view->chain(TargetList::worker).unassignBot(settings.ops);
     EXPECT_THAT(settings.view->chainBotAssignments,
                 ElementsAre(Pair("photo", ElementsAre(settings.ops)),
                             Pair("worker", ElementsAre(settings.cto))));
@@ -89,7 +89,7 @@ TEST(UnassignBot, RemovesEveryEntryOfTheLabelFromThatChainAndSaves) {
 
 TEST(UnassignBot, SavesAlsoWhereNothingWasAssigned) {
     Bots settings;
-    settings.view->unassignBot(settings.ops, TargetList::worker);
+    settings.view->chain(TargetList::worker).unassignBot(settings.ops);
     EXPECT_THAT(settings.view->chainBotAssignments, IsEmpty());
     EXPECT_EQ(settings.newSaves(), 1);
 }

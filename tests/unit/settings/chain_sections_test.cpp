@@ -14,11 +14,10 @@ struct Sections : Editing {
     const ChainSection& worker = chainSection(TargetList::worker);
 
     void budget(double tokens) { view->workerContextTokens = tokens; }
-    [[nodiscard]] ChainStepperRow context() const {
-        return contextRow(*view, worker, constants.contextLadder);
-    }
+    const Stack stack = view->chain(TargetList::worker);
+    [[nodiscard]] ChainStepperRow context() const { return stack.contextRow(); }
     double stepped(StepDirection direction) {
-        stepContext(*view, worker, direction, constants.contextLadder);
+        stack.stepContext(direction);
         return view->workerContextTokens;
     }
 };
@@ -134,7 +133,7 @@ TEST(ChainEffort, ShowsItsLevelAndEnds) {
     Sections settings;
     const auto row = [&](EffortLevel level) {
         settings.view->workerEffort = level;
-        return effortRow(*settings.view, settings.worker);
+        return settings.stack.effortRow();
     };
     EXPECT_EQ(row(EffortLevel::off), (ChainStepperRow{"Effort", "Off", true, 36, false, true}));
     EXPECT_EQ(row(EffortLevel::low), (ChainStepperRow{"Effort", "Low", false, 36, true, true}));
@@ -145,15 +144,15 @@ TEST(ChainEffort, ShowsItsLevelAndEnds) {
 TEST(ChainEffort, IsSavedAtEachStepAndStaysAtTheEnds) {
     Sections settings;
     settings.view->workerEffort = EffortLevel::medium;
-    stepEffort(*settings.view, settings.worker, StepDirection::right);
+    settings.stack.stepEffort(StepDirection::right);
     EXPECT_EQ(settings.view->workerEffort, EffortLevel::high);
     EXPECT_EQ(settings.newSaves(), 1);
-    stepEffort(*settings.view, settings.worker, StepDirection::right);
+    settings.stack.stepEffort(StepDirection::right);
     EXPECT_EQ(settings.view->workerEffort, EffortLevel::high);
     EXPECT_EQ(settings.newSaves(), 0);
     settings.view->workerEffort = EffortLevel::low;
-    stepEffort(*settings.view, settings.worker, StepDirection::left);
-    stepEffort(*settings.view, settings.worker, StepDirection::left);
+    settings.stack.stepEffort(StepDirection::left);
+    settings.stack.stepEffort(StepDirection::left);
     EXPECT_EQ(settings.view->workerEffort, EffortLevel::off);
     EXPECT_EQ(settings.newSaves(), 1);
     EXPECT_EQ(settings.view->architectEffort, EffortLevel::medium) << "another chain's";

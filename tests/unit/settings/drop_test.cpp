@@ -36,7 +36,6 @@ TEST(Drop, OfARowOnItsOwnChainDoesNothing) {
     EXPECT_TRUE(settings.drop("A", TargetList::worker));
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b"));
     EXPECT_EQ(settings.newSaves(), 0);
-    EXPECT_THAT(settings.moves, IsEmpty());
 }
 
 TEST(Drop, OfACerebrasModelFromAnotherChainIsNotChecked) {
@@ -170,22 +169,17 @@ TEST(Drop, IsSavedAndAnnouncedAsANewRow) {
     settings.view->directModels = {libraryModel("m")};
     settings.view->workerModels = {libraryModel("a")};
     settings.drop("m", TargetList::worker, 0);
-    const std::string uid = settings.view->workerModels[0].uid();
-    EXPECT_THAT(settings.moves,
-                ElementsAre(ChainMove{uid, std::nullopt, ChainPlace{TargetList::worker, 0}}));
-    // The cleared drag, the spring, and the toast of the save.
+    // The cleared drag, the new row, and the toast of the save.
     EXPECT_THAT(settings.animations,
-                ElementsAre(Animation::none, Animation::spring, Animation::standard));
+                ElementsAre(Animation::none, Animation::none, Animation::none));
     EXPECT_EQ(settings.fileOf(TargetList::worker), encodeChain(settings.view->workerModels));
 }
 
-TEST(Drop, FromAnotherChainIsAnnouncedAsAMoveAndKeepsItsIdentity) {
+TEST(Drop, FromAnotherChainMovesTheRowThatKeepsItsIdentity) {
     Editing settings;
     settings.view->workerModels = {libraryModel("a", "A"), libraryModel("b", "B")};
     settings.view->voiceModels = {libraryModel("v", "V")};
     settings.drop("B", TargetList::voice);
-    EXPECT_THAT(settings.moves, ElementsAre(ChainMove{"B", ChainPlace{TargetList::worker, 1},
-                                                      ChainPlace{TargetList::voice, 1}}));
     EXPECT_EQ(settings.view->voiceModels.at(1), libraryModel("b", "B"));
     EXPECT_EQ(settings.fileOf(TargetList::voice), encodeChain(settings.view->voiceModels));
     EXPECT_EQ(settings.fileOf(TargetList::worker), encodeChain(settings.view->workerModels));

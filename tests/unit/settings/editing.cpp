@@ -17,8 +17,7 @@ void LatePayload::arrive(std::optional<std::string> text) {
 }
 
 Editing::Editing() {
-    open().observe([this](Animation animation) { animations.push_back(animation); },
-                   [this](const ChainMove& move) { moves.push_back(move); });
+    open().observe([this](Animation animation) { animations.push_back(animation); });
 }
 
 bool Editing::drop(const std::string& payload, TargetList list,
@@ -35,7 +34,7 @@ bool Editing::dropOnLibrary(const std::string& payload) {
 }
 
 bool Editing::dropBot(const std::string& payload, TargetList list) {
-    const bool taken = view->handleBotDrop({textPayload(payload)}, list);
+    const bool taken = view->chain(list).dropBots({textPayload(payload)});
     platform.runMain();
     return taken;
 }

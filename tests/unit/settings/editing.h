@@ -31,7 +31,6 @@ inline AIModelItem libraryModel(const std::string& id,
 
 // An open settings state on which rows are dragged about.
 struct Editing : SettingsHome {
-    std::vector<ChainMove> moves;
     std::vector<Animation> animations;
 
     Editing();

@@ -65,7 +65,7 @@ TEST(Payload, WithoutTextIsIgnored) {
     LatePayload drop, removal, assignment;
     EXPECT_TRUE(settings.view->handleDrop({drop.provider()}, TargetList::photo));
     EXPECT_TRUE(settings.view->handleLibraryDrop({removal.provider()}));
-    EXPECT_TRUE(settings.view->handleBotDrop({assignment.provider()}, TargetList::photo));
+    EXPECT_TRUE(settings.view->chain(TargetList::photo).dropBots({assignment.provider()}));
     settings.platform.record.clear();
     for (LatePayload* payload : {&drop, &removal, &assignment}) {
         payload->arrive(std::nullopt);

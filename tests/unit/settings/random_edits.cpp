@@ -25,14 +25,6 @@ constexpr std::array<Credential, 4> credentials{{{"anthropic", &SettingsFields::
 constexpr std::array libraryLists{&SettingsFields::ollamaModels, &SettingsFields::openRouterModels,
                                   &SettingsFields::directModels, &SettingsFields::cerebrasModels};
 
-std::vector<std::string> uidsOf(const Rows& rows) {
-    std::vector<std::string> uids;
-    for (const AIModelItem& row : rows) {
-        uids.push_back(row.uid());
-    }
-    return uids;
-}
-
 } // namespace
 
 RandomEdits::RandomEdits(std::uint64_t seed) : random_(seed) {
@@ -44,7 +36,6 @@ RandomEdits::RandomEdits(std::uint64_t seed) : random_(seed) {
     for (const BotConfig& each : view.userBots) {
         rules_.bots.push_back(each.launchdLabel);
     }
-    view.observe(nullptr, [this](const ChainMove& move) { follow(move); });
     // Every model is found to be here, so that nothing is fetched.
     real_.platform.answer = [](const auto&) {
         platform::ProcessResult found;
@@ -177,14 +168,14 @@ void RandomEdits::dragAboutAndRelease() {
         const Rows& over = rules_.chains[list];
         const AIModelItem target = over[random_.below(over.size())];
         last = target.uid();
-        real_.view->rowDropDelegate(target, list).dropEntered();
+        real_.view->chain(list).dropDelegate(target)->dropEntered();
         rules_.dragOver(list, last);
         if (random_.below(8) == 0) {
             letTimePass();
         }
     }
     if (!last.empty() && random_.below(3) != 0) {
-        real_.view->rowDropDelegate(libraryModel("row", last), list).performDrop();
+        real_.view->chain(list).dropDelegate(libraryModel("row", last))->performDrop();
         rules_.releaseOnRow(list);
     }
 }
@@ -206,7 +197,7 @@ void RandomEdits::dropBot() {
 void RandomEdits::unassignBot() {
     const std::string label = anyLabel();
     const TargetList list = anyList();
-    real_.view->unassignBot(label, list);
+    real_.view->chain(list).unassignBot(label);
     rules_.unassign(label, list);
 }
 
@@ -243,7 +234,6 @@ void RandomEdits::removeRowByHand() {
 void RandomEdits::adoptByHand() {
     for (const TargetList list : allTargetLists) {
         real_.view->chainBinding(list) = rules_.chains[list];
-        shown_[list] = uidsOf(rules_.chains[list]);
     }
 }
 
@@ -293,24 +283,6 @@ void RandomEdits::letTimePass() {
     rules_.pass(duration);
 }
 
-void RandomEdits::follow(const ChainMove& move) {
-    if (move.from) {
-        auto& rows = shown_[move.from->list];
-        followed_ = followed_ && move.from->row < rows.size() && rows[move.from->row] == move.uid;
-        if (!followed_) {
-            return;
-        }
-        rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(move.from->row));
-    }
-    if (move.to) {
-        auto& rows = shown_[move.to->list];
-        followed_ = followed_ && move.to->row <= rows.size();
-        if (followed_) {
-            rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(move.to->row), move.uid);
-        }
-    }
-}
-
 std::vector<std::string> RandomEdits::checkedIds() const {
     std::vector<std::string> ids;
     for (const std::string& id : rules_.checked) {
@@ -342,9 +314,6 @@ std::string RandomEdits::difference() {
     for (const auto& [list, rows] : rules_.chains) {
         if (view.chainArray(list) != rows) {
             return "chain " + std::string(chainKey(list));
-        }
-        if (shown_[list] != uidsOf(rows) || !followed_) {
-            return "announced moves of chain " + std::string(chainKey(list));
         }
     }
     for (std::size_t i = 0; i < libraryLists.size(); ++i) {

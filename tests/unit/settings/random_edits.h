@@ -45,7 +45,6 @@ private:
     [[nodiscard]] Rows anyStock(bool forFile);
     [[nodiscard]] std::string givenUid(TargetList list, std::size_t place);
     void adoptByHand();
-    void follow(const ChainMove& move);
     [[nodiscard]] std::string fileDifference() const;
     [[nodiscard]] std::vector<std::string> checkedIds() const;
 
@@ -64,9 +63,6 @@ private:
     std::set<std::string> given_;
     bool wellGiven_ = true;
     int count_ = 0;
-    // The chains as a window would show them that hears of nothing but moves.
-    std::map<TargetList, std::vector<std::string>> shown_;
-    bool followed_ = true;
 };
 
 } // namespace varnhold::testing

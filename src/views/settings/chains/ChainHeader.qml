@@ -102,32 +102,9 @@ Column {
         }
     }
 
-    Stepper {
-        visible: root.chain.showEffort
-        label: root.chain.effort.label
-        labelWidth: contextStepper.labelImplicitWidth
-        valueText: root.chain.effort.text
-        inactive: root.chain.effort.inactive
-        valueWidth: root.chain.effort.width
-        canGoLeft: root.chain.effort.canGoLeft
-        canGoRight: root.chain.effort.canGoRight
-        onGoneLeft: root.chain.effortLeft()
-        onGoneRight: root.chain.effortRight()
-    }
-
-    Stepper {
-        id: contextStepper
-
-        label: root.chain.context.label
-        valueText: root.chain.context.text
-        inactive: root.chain.context.inactive
-        valueWidth: root.chain.context.width
-        canGoLeft: root.chain.context.canGoLeft
-        canGoRight: root.chain.context.canGoRight
-        help: root.chain.contextHelp
-        onGoneLeft: root.chain.contextLeft()
-        onGoneRight: root.chain.contextRight()
-
-        HoverHandler { blocking: true }
+    StackSteppers {
+        stack: root.chain
+        showEffort: root.chain.showEffort
+        contextHelp: root.chain.contextHelp
     }
 }

@@ -43,12 +43,10 @@ Rectangle {
         anchors.topMargin: 2 * Theme.pad
         x: Theme.pad
         width: header.width
-        bots: root.chain.bots
+        stack: root.chain
         owner: root.chain.title
         targeted: root.chain.botsTargeted
         onHoveredChanged: root.chain.botsTargeted = hovered
-        onBotDropped: label => root.chain.dropOnBots(label)
-        onBotReleased: label => root.chain.unassignBot(label)
     }
 
     ModelsArea {
@@ -59,7 +57,7 @@ Rectangle {
         x: Theme.pad
         width: header.width
         height: Math.max(implicitHeight, root.height - y - Theme.pad)
-        models: root.chain.models
+        stack: root.chain
         owner: root.chain.title
         springs: root.springs
         topTargeted: root.chain.topTargeted
@@ -67,11 +65,6 @@ Rectangle {
         deletable: true
         fading: root.chain.fading
         onTopHoveredChanged: root.chain.topTargeted = topHovered
-        onDroppedOnTop: text => root.chain.dropOnTop(text)
-        onDropped: text => root.chain.dropOnModels(text)
-        onDragBegan: uid => root.chain.startDrag(uid)
-        onRowEntered: uid => root.chain.rowEntered(uid)
-        onRowDropped: uid => root.chain.rowDropped(uid)
         onDeleteRequested: uid => root.chain.deleteModel(uid)
     }
 }

@@ -1,9 +1,8 @@
 #include "views/settings/chains/chain_part.h"
 
-#include "records/model_rows.h"
 #include "settings/chain_editing.h"
 #include "settings/keepalive.h"
-#include "views/settings/chains/shown_rows.h"
+#include "views/settings/stacks/shown_rows.h"
 
 namespace varnhold {
 
@@ -24,10 +23,7 @@ QString colorName(WarmthColor color) {
 } // namespace
 
 ChainPart::ChainPart(const SettingsContext& context, const ChainSection& section, QObject* parent)
-    : SettingsPart(context, parent),
-      section_(section),
-      bots_(botRowNames),
-      models_(modelRowNames) {}
+    : StackPart(context, context.view.chain(section.list), parent), section_(section) {}
 
 QString ChainPart::key() const {
     return toQString(chainKey(section_.list));
@@ -91,22 +87,6 @@ void ChainPart::setBotsTargeted(bool targeted) {
     view().changed();
 }
 
-void ChainPart::effortLeft() {
-    stepEffort(view(), section_, StepDirection::left);
-}
-
-void ChainPart::effortRight() {
-    stepEffort(view(), section_, StepDirection::right);
-}
-
-void ChainPart::contextLeft() {
-    stepContext(view(), section_, StepDirection::left, fleet().constants.contextLadder);
-}
-
-void ChainPart::contextRight() {
-    stepContext(view(), section_, StepDirection::right, fleet().constants.contextLadder);
-}
-
 void ChainPart::chooseResponse(const QString& value) {
     for (const ResponseMode mode : allResponseModes) {
         if (toQString(label(mode)) == value) {
@@ -115,41 +95,8 @@ void ChainPart::chooseResponse(const QString& value) {
     }
 }
 
-void ChainPart::dropOnBots(const QString& text) {
-    view().handleBotDrop(dropped(text), section_.list);
-}
-
-void ChainPart::unassignBot(const QString& label) {
-    view().unassignBot(label.toStdString(), section_.list);
-}
-
-void ChainPart::dropOnModels(const QString& text) {
-    view().handleDrop(dropped(text), section_.list);
-}
-
-void ChainPart::dropOnTop(const QString& text) {
-    view().handleDrop(dropped(text), section_.list, 0);
-}
-
-QString ChainPart::startDrag(const QString& uid) {
-    const AIModelItem* item = find(uid);
-    return item == nullptr ? QString() : toQString(view().modelRow(*item).onDrag());
-}
-
-void ChainPart::rowEntered(const QString& uid) {
-    if (const AIModelItem* item = find(uid)) {
-        view().rowDropDelegate(*item, section_.list).dropEntered();
-    }
-}
-
-void ChainPart::rowDropped(const QString& uid) {
-    if (const AIModelItem* item = find(uid)) {
-        view().rowDropDelegate(*item, section_.list).performDrop();
-    }
-}
-
 void ChainPart::deleteModel(const QString& uid) {
-    if (const AIModelItem* item = find(uid)) {
+    if (const AIModelItem* item = stack().model(uid.toStdString())) {
         view().modelRow(*item).onDelete();
     }
 }
@@ -159,25 +106,21 @@ void ChainPart::sync(Animation animation) {
         fading_ = fading; // before the rows, which then take their time
         emit fadingChanged();
     }
-    bots_.sync(shownBots(botsOf(view(), section_.list)));
-    std::vector<KeyedListModel::Row> rows;
-    for (const AIModelItem& model : view().chainArray(section_.list)) {
-        const ModelRow row = view().modelRow(model);
-        rows.push_back(shownModel(row.model, row.isDragging, row.isDownloading));
-    }
-    models_.sync(std::move(rows));
-    if (Shown now = shownNow(); shown_ != now) {
+    Shown now = shownNow();
+    const bool stackChanged = syncStack(stack());
+    if (stackChanged || shown_ != now) {
         shown_ = std::move(now);
         emit shownChanged();
     }
 }
 
+bool ChainPart::isDownloading(const AIModelItem& model) const {
+    return view().modelRow(model).isDownloading;
+}
+
 ChainPart::Shown ChainPart::shownNow() const {
     const SettingsFields& settings = view();
-    Shown now{.effort = stepperState(effortRow(settings, section_)),
-              .context =
-                  stepperState(contextRow(settings, section_, fleet().constants.contextLadder)),
-              .topTargeted = settings.*section_.topTargeted};
+    Shown now{.topTargeted = settings.*section_.topTargeted};
     if (section_.responseMode != nullptr) {
         now.response = toQString(label(settings.*section_.responseMode));
     }
@@ -188,12 +131,6 @@ ChainPart::Shown ChainPart::shownNow() const {
     const auto targeted = settings.chainBotDropTargeted.find(std::string(chainKey(section_.list)));
     now.botsTargeted = targeted != settings.chainBotDropTargeted.end() && targeted->second;
     return now;
-}
-
-const AIModelItem* ChainPart::find(const QString& uid) const {
-    const ModelRows& rows = view().chainArray(section_.list);
-    const auto row = rowOf(rows, uid.toStdString());
-    return row ? &rows[*row] : nullptr;
 }
 
 } // namespace varnhold

@@ -4,15 +4,13 @@
 #include <QStringList>
 
 #include "settings/chain_sections.h"
-#include "views/settings/chains/stepper_state.h"
-#include "views/settings/keyed_list_model.h"
-#include "views/settings/settings_part.h"
+#include "views/settings/stacks/stack_part.h"
 
 namespace varnhold {
 
-// One chain's section for QML. Rows are named by the uid of their model, bots by their label. Main
-// thread.
-class ChainPart final : public SettingsPart {
+// One chain's section for QML: its stack, and what chains have beside it. Main thread.
+// The base is named in full for the tools that list QML types.
+class ChainPart final : public varnhold::StackPart {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
@@ -28,8 +26,6 @@ class ChainPart final : public SettingsPart {
     Q_PROPERTY(QStringList responseValues READ responseValues CONSTANT)
     // Names of the tools that stand before the chain's own rows.
     Q_PROPERTY(QStringList builtIns READ builtIns CONSTANT)
-    Q_PROPERTY(varnhold::StepperState effort READ effort NOTIFY shownChanged)
-    Q_PROPERTY(varnhold::StepperState context READ context NOTIFY shownChanged)
     Q_PROPERTY(QString response READ response NOTIFY shownChanged)
     // "green", "orange" or "gray"; empty where there is no dot.
     Q_PROPERTY(QString dotColor READ dotColor NOTIFY shownChanged)
@@ -38,8 +34,6 @@ class ChainPart final : public SettingsPart {
     Q_PROPERTY(bool botsTargeted READ botsTargeted WRITE setBotsTargeted NOTIFY shownChanged)
     // What was dragged comes back gently.
     Q_PROPERTY(bool fading READ fading NOTIFY fadingChanged)
-    Q_PROPERTY(varnhold::KeyedListModel* bots READ bots CONSTANT)
-    Q_PROPERTY(varnhold::KeyedListModel* models READ models CONSTANT)
 
 public:
     ChainPart(const SettingsContext& context, const ChainSection& section, QObject* parent);
@@ -54,8 +48,6 @@ public:
     [[nodiscard]] bool showEffort() const { return section_.showEffort; }
     [[nodiscard]] QStringList responseValues() const;
     [[nodiscard]] QStringList builtIns() const;
-    [[nodiscard]] const StepperState& effort() const { return shown_.effort; }
-    [[nodiscard]] const StepperState& context() const { return shown_.context; }
     [[nodiscard]] const QString& response() const { return shown_.response; }
     [[nodiscard]] const QString& dotColor() const { return shown_.dotColor; }
     [[nodiscard]] const QString& dotHelp() const { return shown_.dotHelp; }
@@ -64,39 +56,20 @@ public:
     void setTopTargeted(bool targeted);
     void setBotsTargeted(bool targeted);
     [[nodiscard]] bool fading() const { return fading_; }
-    [[nodiscard]] KeyedListModel* bots() { return &bots_; }
-    [[nodiscard]] KeyedListModel* models() { return &models_; }
 
-    Q_INVOKABLE void effortLeft();
-    Q_INVOKABLE void effortRight();
-    Q_INVOKABLE void contextLeft();
-    Q_INVOKABLE void contextRight();
     // One of responseValues.
     Q_INVOKABLE void chooseResponse(const QString& value);
 
-    Q_INVOKABLE void dropOnBots(const QString& text);
-    Q_INVOKABLE void unassignBot(const QString& label);
-
-    Q_INVOKABLE void dropOnModels(const QString& text);
-    Q_INVOKABLE void dropOnTop(const QString& text);
-    // Gives the text that the drag carries; empty if the row has gone.
-    Q_INVOKABLE QString startDrag(const QString& uid);
-    Q_INVOKABLE void rowEntered(const QString& uid);
-    // The row takes the drop in any case; it changes something only where it came from this chain.
-    Q_INVOKABLE void rowDropped(const QString& uid);
     // Out of the library's file; the chain keeps its row.
     Q_INVOKABLE void deleteModel(const QString& uid);
 
     void sync(Animation animation) override;
 
 signals:
-    void shownChanged();
     void fadingChanged();
 
 private:
     struct Shown {
-        StepperState effort;
-        StepperState context;
         QString response;
         QString dotColor;
         QString dotHelp;
@@ -106,14 +79,12 @@ private:
         bool operator==(const Shown&) const = default;
     };
 
+    [[nodiscard]] bool isDownloading(const AIModelItem& model) const override;
     [[nodiscard]] Shown shownNow() const;
-    [[nodiscard]] const AIModelItem* find(const QString& uid) const;
 
     const ChainSection& section_;
     Shown shown_;
     bool fading_ = false;
-    KeyedListModel bots_;
-    KeyedListModel models_;
 };
 
 } // namespace varnhold

@@ -29,55 +29,22 @@ Rectangle {
             Accessible.role: Accessible.Heading
         }
 
-        Stepper {
-            label: root.group.effort.label
-            labelWidth: contextStepper.labelImplicitWidth
-            valueText: root.group.effort.text
-            inactive: root.group.effort.inactive
-            valueWidth: root.group.effort.width
-            canGoLeft: root.group.effort.canGoLeft
-            canGoRight: root.group.effort.canGoRight
-            onGoneLeft: root.group.effortLeft()
-            onGoneRight: root.group.effortRight()
-        }
-
-        Stepper {
-            id: contextStepper
-
-            label: root.group.context.label
-            valueText: root.group.context.text
-            inactive: root.group.context.inactive
-            valueWidth: root.group.context.width
-            canGoLeft: root.group.context.canGoLeft
-            canGoRight: root.group.context.canGoRight
-            onGoneLeft: root.group.contextLeft()
-            onGoneRight: root.group.contextRight()
-        }
+        StackSteppers { stack: root.group }
 
         BotsZone {
             width: parent.width
-            bots: root.group.bots
+            stack: root.group
             owner: root.group.name
-            targeted: hovered
-            onBotDropped: label => root.group.dropOnBots(label)
-            onBotReleased: label => root.group.unassignBot(label)
         }
 
         ModelsArea {
             width: parent.width
-            models: root.group.models
+            stack: root.group
             owner: root.group.name
             springs: root.springs
-            topTargeted: topHovered
             minimumHeight: 72
             marksHover: true
             removable: true
-            onDroppedOnTop: text => root.group.dropOnTop(text)
-            onDropped: text => root.group.dropOnModels(text)
-            onDragBegan: uid => root.group.startDrag(uid)
-            onRowEntered: uid => root.group.rowEntered(uid)
-            onRowDropped: uid => root.group.rowDropped(uid)
-            onRemoveRequested: uid => root.group.removeModel(uid)
         }
 
         Flow {

@@ -5,19 +5,20 @@ namespace varnhold {
 GroupsPart::GroupsPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent), column_(view().groupsColumn()), groups_({"group"}) {}
 
-void GroupsPart::sync(Animation) {
+void GroupsPart::sync(Animation animation) {
     std::map<QString, GroupPart*> parts;
     std::vector<KeyedListModel::Row> rows;
-    for (const CustomBotGroup& group : view().customGroups) {
+    for (std::size_t place = 0; place < view().customGroups.size(); ++place) {
+        const CustomBotGroup& group = view().customGroups[place];
         QString key = toQString(group.id.text());
         while (parts.contains(key)) {
             key += u'+'; // a file edited by hand may hold one identity twice
         }
         const auto known = parts_.find(key);
-        GroupPart* part = known == parts_.end()
-                              ? new GroupPart(group.id, view().customGroups, column_, this)
-                              : known->second;
-        part->sync(group, fleet().constants.contextLadder);
+        GroupPart* part = known == parts_.end() ? new GroupPart(settings(), group.id, column_, this)
+                                                : known->second;
+        part->standAt(place);
+        part->sync(animation);
         parts.emplace(key, part);
         rows.push_back({key, {QVariant::fromValue(part)}});
     }

@@ -1,0 +1,50 @@
+#include "stacks/stack_editing.h"
+
+#include <utility>
+
+namespace varnhold {
+
+bool StackEditing::isDragging(const AIModelItem& item) const {
+    return policy_.dragging && policy_.dragging->uid() == item.uid();
+}
+
+std::string StackEditing::startDrag(const AIModelItem& item) {
+    const std::string uid = item.uid();
+    policy_.dragging = item;
+    policy_.onChange();
+    policy_.queues.postMainAfter(policy_.longestDrag, whileAlive([this, uid] {
+                                     if (policy_.dragging && policy_.dragging->uid() == uid) {
+                                         policy_.dragging.reset();
+                                         policy_.onOverdue();
+                                     }
+                                 }));
+    return uid;
+}
+
+void StackEditing::receive(const platform::PayloadProviders& providers,
+                           const std::function<void(const std::string& text)>& use) const {
+    for (const platform::PayloadProvider& provider : providers) {
+        // The text may come on another thread: there only what is captured here is touched.
+        provider([use, &queues = policy_.queues,
+                  alive = std::weak_ptr(alive_)](const std::optional<std::string>& text) {
+            if (!text) {
+                return;
+            }
+            queues.postMain([use, alive, text = *text] {
+                if (!alive.expired()) {
+                    use(text);
+                }
+            });
+        });
+    }
+}
+
+platform::Task StackEditing::whileAlive(platform::Task task) const {
+    return [alive = std::weak_ptr(alive_), task = std::move(task)] {
+        if (!alive.expired()) {
+            task();
+        }
+    };
+}
+
+} // namespace varnhold

@@ -1,0 +1,122 @@
+import QtQuick
+import Varnhold
+
+// The models of a stack in failover order, and where more are dropped: on the strip to come first,
+// anywhere else in the area to come last.
+//
+// Higher than it needs to be, the area grows with it.
+Item {
+    id: root
+
+    required property StackPart stack
+    required property string owner // whose models they are, as it is spoken
+    required property bool springs
+
+    property bool topTargeted: topHovered // a drag hovers over the strip
+    property var builtIns: [] // names of tools that stand before the models
+    property bool deletable: false // rows can be taken out of the library
+    property bool removable: false // rows can be taken out of the stack
+    property bool marksHover: false // show that a drag hovers over the area
+    property real minimumHeight: 220 // of the area under the strip
+    property bool fading: false // what was dragged comes back gently
+
+    readonly property alias topHovered: strip.hovered
+
+    signal deleteRequested(string uid)
+
+    implicitHeight: area.y + area.implicitHeight
+
+    ZoneLabel {
+        id: heading
+
+        text: qsTr("MODELS")
+    }
+
+    TopStrip {
+        id: strip
+
+        anchors.top: heading.bottom
+        anchors.topMargin: 3
+        width: parent.width
+        owner: root.owner
+        targeted: root.topTargeted
+        onModelDropped: text => root.stack.dropOnTop(text)
+    }
+
+    Rectangle {
+        anchors.fill: area
+        radius: 8
+        visible: root.marksHover && area.hovered
+        color: Theme.faded(Theme.blue, 0.12)
+        border.color: Theme.blue
+        border.width: 1
+    }
+
+    DropZone {
+        id: area
+
+        anchors.top: strip.bottom
+        width: parent.width
+        height: Math.max(implicitHeight, root.height - y)
+        implicitHeight: Math.max(root.minimumHeight, tools.height + list.anchors.topMargin + list.implicitHeight + 10)
+        kinds: ["model"]
+        name: qsTr("End of %1").arg(root.owner)
+        Accessible.role: Accessible.Grouping
+        Accessible.name: name
+        onTextDropped: text => root.stack.dropOnModels(text)
+
+        Label {
+            anchors.centerIn: parent
+            visible: root.stack.models.count === 0 && root.builtIns.length === 0
+            text: qsTr("Drag models here")
+            color: Theme.secondaryText
+        }
+
+        Column {
+            id: tools
+
+            x: 5
+            y: 5
+            width: parent.width - 10
+            spacing: 4
+
+            Repeater {
+                model: root.builtIns
+
+                BuiltInRow {
+                    required property string modelData
+
+                    width: tools.width
+                    name: modelData
+                }
+            }
+        }
+
+        DraggableList {
+            id: list
+
+            anchors.top: tools.bottom
+            anchors.topMargin: root.builtIns.length > 0 ? 4 : 0
+            x: 5
+            width: parent.width - 10
+            height: implicitHeight
+            kinds: ["model"]
+            name: qsTr("Models of %1").arg(root.owner)
+            model: root.stack.models
+            rowHeight: 34
+            spacing: 4
+            springs: root.springs
+            delegate: ModelRow {
+                deletable: root.deletable
+                removable: root.removable
+                fading: root.fading
+                owner: root.owner
+                onBegan: root.stack.startDrag(uid)
+                onDeleteRequested: root.deleteRequested(uid)
+                onRemoveRequested: root.stack.removeModel(uid)
+            }
+            onRowEntered: uid => root.stack.rowEntered(uid)
+            onRowDropped: uid => root.stack.rowDropped(uid)
+        }
+    }
+}
