@@ -6,11 +6,14 @@
 #include "app/activation_token.h"
 #include "app/app_delegate.h"
 #include "app/end_signals.h"
+#include "app/guardian.h"
 #include "app/single_instance.h"
+#include "lifecycle/fleet.h"
 #include "platform/posix_system.h"
 #include "platform/qt/qt_platform.h"
 #include "shell/constants.h"
 #include "shell/roster.h"
+#include "views/desktop/display_connection.h"
 #include "views/qt_presentation.h"
 
 namespace {
@@ -44,6 +47,13 @@ void describeApplication() {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
+// What is left to do where the program went with its display.
+void takeFleetDown(int argc, char** argv, const varnhold::Constants& constants) {
+    const QCoreApplication app(argc, argv);
+    varnhold::platform::QtPlatform platform;
+    varnhold::shutDownAll({platform.interfaces(), constants});
+}
+
 // By way of the queue, so that an early knock is answered after the launch.
 void reopenLater(varnhold::AppDelegate& delegate, const QByteArray& activationToken) {
     QMetaObject::invokeMethod(
@@ -67,6 +77,7 @@ int main(int argc, char** argv) {
 
     // For a later start to hand over: the first one shows no window by itself.
     const QByteArray activationToken = varnhold::takeActivationToken();
+    varnhold::Guardian guardian(argc, argv, [&] { takeFleetDown(argc, argv, constants); });
     std::optional<PreferX11> preference(std::in_place);
     QApplication app(argc, argv);
     preference.reset();
@@ -76,6 +87,7 @@ int main(int argc, char** argv) {
     if (!instance.claim()) {
         return EXIT_SUCCESS;
     }
+    guardian.guard(varnhold::displayConnection(), instance.lock());
 
     varnhold::platform::QtPlatform platform;
     varnhold::QtPresentation presentation({platform.interfaces(), constants});
@@ -85,9 +97,10 @@ int main(int argc, char** argv) {
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         &app, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
-    const auto end = [&instance, &delegate] {
+    const auto end = [&instance, &delegate, &guardian] {
         instance.stopListening();
         delegate.applicationWillTerminate();
+        guardian.dismiss();
     };
     varnhold::beforeSuddenExit(end);
     QApplication::exec();

@@ -31,6 +31,9 @@ public:
     // that can't start is worse than two.
     [[nodiscard]] bool claim();
 
+    // Descriptor of the lock of the one; -1 if it could have none.
+    [[nodiscard]] int lock() const { return hasLock_ ? lock_ : -1; }
+
     // Calls back from the event loop whenever a later start has called or knocked, with its right
     // to come to the front, if it could hand it over.
     void listen(BusActivation::Activated onKnock);

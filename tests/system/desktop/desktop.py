@@ -55,16 +55,20 @@ class Desktop:
         tool.chmod(0o755)
         self.set_fleet({})
 
-        self.screen = self.spawn("Xvfb", DISPLAY, "-screen", "0", screen, "-nolisten", "tcp",
-                                 "-noreset")  # or it starts anew when its first guest leaves
-        wait_until("the display", lambda: self.tool("xdpyinfo").returncode == 0)
         if bus:
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = BUS
             self.spawn("dbus-daemon", "--session", "--nofork", f"--address={BUS}")
             wait_until("the bus", lambda: self.bus_names())
+        self.screen = self.start_display(screen)
         if manager:
             self.spawn("openbox")
             await_window_manager(self.tool)
+
+    def start_display(self, screen):
+        display = self.spawn("Xvfb", DISPLAY, "-screen", "0", screen, "-nolisten", "tcp",
+                             "-noreset")  # or it starts anew when its first guest leaves
+        wait_until("the display", lambda: self.tool("xdpyinfo").returncode == 0)
+        return display
 
     # -- the fleet ------------------------------------------------------------------------------
 

@@ -47,7 +47,7 @@ WRITTEN_BY_A_SAVE = set(KIND_OF_FILE) - {
 LENIENT = {"alerts", "notices", "preferred-provider"}
 
 # Nothing in the program reads it.
-WITHOUT_DECODER = {"keepalive-ping"}
+WITHOUT_DECODER = {"keepalive-ping", "doctor-report"}
 
 REPLACEMENTS = [
     None, True, False, 0, -1, 1.5, 8000.0, 2**63 - 1, 2**63, -(2**63), -(2**63) - 1, 1e30, "",

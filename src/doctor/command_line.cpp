@@ -1,0 +1,108 @@
+#include "doctor/command_line.h"
+
+#include <algorithm>
+
+namespace varnhold::doctor {
+
+namespace {
+
+// The value of an option that is given as "--data DIR" or "--data=DIR".
+Result<bool> takeValue(const std::string& option, const std::vector<std::string>& arguments,
+                       std::size_t& at, std::string& value) {
+    const std::string& argument = arguments[at];
+    if (argument.starts_with(option + "=")) {
+        value = argument.substr(option.size() + 1);
+    } else if (argument == option) {
+        if (++at >= arguments.size()) {
+            return failure(option + " needs a value");
+        }
+        value = arguments[at];
+    } else {
+        return false;
+    }
+    if (value.empty()) {
+        return failure(option + " needs a value");
+    }
+    return true;
+}
+
+bool takeFlag(const std::string& argument, Command& command) {
+    if (argument == "--help" || argument == "help") {
+        command.kind = Command::Kind::help;
+    } else if (argument == "--version") {
+        command.kind = Command::Kind::version;
+    } else if (argument == "--json") {
+        command.json = true;
+    } else if (argument == "--no-colour" || argument == "--no-color") {
+        command.colour = false;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+const std::vector<std::string>& allChecks() {
+    static const std::vector<std::string> checks{"files"};
+    return checks;
+}
+
+Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
+    Command command;
+    std::vector<std::string> asked;
+    for (std::size_t at = 0; at < arguments.size(); ++at) {
+        const std::string& argument = arguments[at];
+        if (takeFlag(argument, command)) {
+            continue;
+        }
+        const Result<bool> data = takeValue("--data", arguments, at, command.data);
+        if (!data) {
+            return failure(data.error());
+        }
+        if (*data) {
+            continue;
+        }
+        if (argument.starts_with('-')) {
+            return failure("there is no option \"" + argument + "\"");
+        }
+        const auto& checks = allChecks();
+        if (std::find(checks.begin(), checks.end(), argument) == checks.end()) {
+            return failure("there is no check \"" + argument + "\"");
+        }
+        asked.push_back(argument);
+    }
+    for (const std::string& check : allChecks()) {
+        if (asked.empty() || std::find(asked.begin(), asked.end(), check) != asked.end()) {
+            command.checks.push_back(check);
+        }
+    }
+    while (command.data.size() > 1 && command.data.ends_with('/')) {
+        command.data.pop_back();
+    }
+    return command;
+}
+
+std::string helpText() {
+    return R"(Usage: varnhold-doctor [--json] [--data DIR] [--no-colour] [CHECK...]
+
+Tells why a bot is down or a list is empty. Only reads: nothing is changed, started or ended.
+
+Checks, all of them where none is named:
+  files        the settings files: what can't be read, where, and what comes of it
+
+Options:
+  --json       the report for programs
+  --data DIR   look at the settings files in DIR
+  --no-colour  no colours, also in a terminal
+  --help, --version
+
+Exit codes:
+  0    all is well
+  1    there are warnings
+  2    there are faults
+  64   wrong use
+)";
+}
+
+} // namespace varnhold::doctor

@@ -1,0 +1,46 @@
+#include "doctor/command_line.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace varnhold::doctor {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+TEST(DoctorCommandLine, MakesAllChecksWhereNoneIsNamed) {
+    const auto command = parseCommandLine({});
+    ASSERT_TRUE(command);
+    EXPECT_EQ(command->checks, allChecks());
+    EXPECT_FALSE(command->json);
+    EXPECT_TRUE(command->colour);
+}
+
+TEST(DoctorCommandLine, TakesOptionsAndChecksInAnyOrder) {
+    const auto command = parseCommandLine({"files", "--data", "/a b/", "--json", "--no-colour"});
+    ASSERT_TRUE(command);
+    EXPECT_THAT(command->checks, ElementsAre("files"));
+    EXPECT_EQ(command->data, "/a b");
+    EXPECT_TRUE(command->json);
+    EXPECT_FALSE(command->colour);
+    EXPECT_EQ(parseCommandLine({"--data=/x"})->data, "/x");
+    EXPECT_EQ(parseCommandLine({"--data", "/"})->data, "/");
+}
+
+TEST(DoctorCommandLine, RefusesWhatItDoesNotKnow) {
+    EXPECT_EQ(parseCommandLine({"--dat"}).error(), "there is no option \"--dat\"");
+    EXPECT_EQ(parseCommandLine({"fles"}).error(), "there is no check \"fles\"");
+    EXPECT_EQ(parseCommandLine({"--data"}).error(), "--data needs a value");
+    EXPECT_EQ(parseCommandLine({"--data="}).error(), "--data needs a value");
+}
+
+TEST(DoctorCommandLine, HelpNamesEveryCheck) {
+    EXPECT_EQ(parseCommandLine({"--help"})->kind, Command::Kind::help);
+    for (const std::string& check : allChecks()) {
+        EXPECT_THAT(helpText(), HasSubstr("  " + check + " "));
+    }
+}
+
+} // namespace
+} // namespace varnhold::doctor

@@ -1,0 +1,77 @@
+// Tells why a bot is down or a list is empty. Reads only.
+
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <sys/ioctl.h>
+#include <unistd.h>
+#include <vector>
+
+#include "base/text.h"
+#include "disk_room.h"
+#include "doctor/command_line.h"
+#include "doctor/examination.h"
+#include "doctor/json_report.h"
+#include "doctor/text_report.h"
+#include "platform/posix_system.h"
+#include "shell/constants.h"
+
+namespace {
+
+using namespace varnhold;
+using namespace varnhold::doctor;
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): one thread
+    return value == nullptr ? "" : value;
+}
+
+TextStyle styleOf(const Command& command) {
+    TextStyle style;
+    const bool isTerminal = ::isatty(STDOUT_FILENO) != 0;
+    style.colour =
+        command.colour && isTerminal && variable("NO_COLOR").empty() && variable("TERM") != "dumb";
+    winsize size{};
+    if (isTerminal && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+        style.width = size.ws_col;
+    } else if (const auto columns = text::parseUnsigned(variable("COLUMNS"))) {
+        style.width = *columns;
+    }
+    return style;
+}
+
+int examineAll(const Command& command) {
+    const auto system = platform::makeSystem();
+    const Constants home(system->homeDirectory());
+    const Constants constants = command.data.empty() ? home : withDataFolder(home, command.data);
+    const Surroundings surroundings{
+        .constants = constants, .now = std::chrono::system_clock::now(), .diskRoom = diskRoomOf};
+    const Report report = examine(surroundings, command.checks);
+    const Secrets secrets = gatherSecrets(surroundings);
+    std::cout << (command.json ? jsonReport(report, secrets)
+                               : textReport(report, secrets, styleOf(command)));
+    std::cout.flush();
+    return exitCode(report);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const auto command = parseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    if (!command) {
+        std::cerr << "varnhold-doctor: " << command.error() << "\nTry: varnhold-doctor --help\n";
+        return exitWrongUse;
+    }
+    switch (command->kind) {
+    case Command::Kind::help:
+        std::cout << helpText();
+        return EXIT_SUCCESS;
+    case Command::Kind::version:
+        std::cout << "varnhold-doctor of Varnhold 7.0.0\n";
+        return EXIT_SUCCESS;
+    case Command::Kind::examine:
+        break;
+    }
+    return examineAll(*command);
+}
