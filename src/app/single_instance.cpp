@@ -8,7 +8,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "base/files.h"
+#include "platform/private_folder.h"
 
 namespace varnhold {
 
@@ -38,11 +38,11 @@ QString SingleInstance::socketPath() const {
 
 SingleInstance::Lock SingleInstance::tryLock() {
     if (lock_ < 0) {
-        if (!files::createPrivateDirectory(folder_)) {
+        const auto folder = platform::PrivateFolder::make(folder_);
+        if (!folder) {
             return Lock::impossible;
         }
-        const std::string path = folder_ + "/supervisor.lock";
-        lock_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        lock_ = folder->open("supervisor.lock", O_RDWR | O_CREAT);
     }
     if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) == 0) {
         return Lock::ours;

@@ -177,20 +177,6 @@ Result<void> createDirectories(const std::string& path) {
     return {};
 }
 
-Result<void> createPrivateDirectory(const std::string& path) {
-    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) {
-        return failure(describe(path, errno));
-    }
-    struct stat found {};
-    if (::lstat(path.c_str(), &found) != 0) {
-        return failure(describe(path, errno));
-    }
-    if (!S_ISDIR(found.st_mode) || found.st_uid != ::getuid() || (found.st_mode & 0077U) != 0) {
-        return failure(path + ": not a private folder of this user");
-    }
-    return {};
-}
-
 Result<void> copyItem(const std::string& from, const std::string& to) {
     if (attributesSize(to)) {
         return failure(describe(to, EEXIST));

@@ -37,11 +37,6 @@ namespace varnhold::files {
 // Creates the folder and its parents. A folder that is there already is a success.
 [[nodiscard]] Result<void> createDirectories(const std::string& path);
 
-// Makes a folder that is its owner's alone; its parent must be there. One that is there already is
-// a success only if it is this user's and nobody else has any right to it: in a folder like /tmp
-// another user may have been first.
-[[nodiscard]] Result<void> createPrivateDirectory(const std::string& path);
-
 // Copies a file, a link as a link, or a folder with all in it. Refuses if anything at all, also a
 // dangling link, has the target's name.
 [[nodiscard]] Result<void> copyItem(const std::string& from, const std::string& to);

@@ -1,5 +1,6 @@
 #include "platform/posix_system.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <pwd.h>
 #include <unistd.h>
@@ -36,6 +37,20 @@ std::string findHome() {
     return home;
 }
 
+// Said once for the whole program: children that fall back as well, as they do without a variable
+// that leads nowhere, needn't repeat it.
+std::string ownRuntimeDirectory() {
+    const auto found = findRuntimeDirectory(runtimeHints());
+    const std::string& remark = found ? found->remark : found.error();
+    if (!remark.empty()) {
+        std::fprintf(stderr, "varnhold: %s\n", remark.c_str());
+    }
+    if (found && found->variableIsVoid) {
+        ::unsetenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe): at start
+    }
+    return found ? found->path : std::string();
+}
+
 class PosixSystem final : public System {
 public:
     PosixSystem() : home_(findHome()), layout_(systemLayout(executablePath())) {}
@@ -58,9 +73,7 @@ public:
 private:
     std::string home_;
     Layout layout_;
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): read at start
-    std::string runtimeDirectory_ =
-        platform::runtimeDirectory(std::getenv("XDG_RUNTIME_DIR"), ::getuid());
+    std::string runtimeDirectory_ = ownRuntimeDirectory();
 };
 
 } // namespace

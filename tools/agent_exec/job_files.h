@@ -5,6 +5,7 @@
 #include <string>
 
 #include "lifecycle/property_list.h"
+#include "platform/private_folder.h"
 
 // The files of one loaded job's folder, as the two sides of it see them: launchctl makes and reads
 // them, agent-exec keeps them up to date from within the service manager.
@@ -19,11 +20,19 @@ inline constexpr std::chrono::seconds throttle{10};
 
 class JobFiles final {
 public:
-    explicit JobFiles(std::string folder) : folder_(std::move(folder)) {}
+    using Folder = std::optional<platform::PrivateFolder>;
 
-    [[nodiscard]] const std::string& folder() const { return folder_; }
-    [[nodiscard]] std::string definitionPath() const { return folder_ + "/job.plist"; }
+    // Without a folder there is nothing to be read, and nothing can be noted.
+    explicit JobFiles(Folder folder) : folder_(std::move(folder)) {}
+    // What a manager was told to run; a failure if it isn't a private folder of ours any more.
+    [[nodiscard]] static Result<JobFiles> at(const std::string& path);
+
+    // Empty without a folder.
+    [[nodiscard]] std::string path() const { return folder_ ? folder_->path() : std::string(); }
+    [[nodiscard]] const Folder& folder() const { return folder_; }
+
     [[nodiscard]] Result<PropertyList> definition() const;
+    [[nodiscard]] Result<void> setDefinition(const std::string& content) const;
 
     // Wait status of the agent's last end, as from wait(2). None before the first.
     [[nodiscard]] std::optional<int> lastEnd() const;
@@ -63,10 +72,19 @@ public:
     [[nodiscard]] Result<void> askToListen() const;
     void tellReady() const;
 
-private:
-    [[nodiscard]] std::string at(const char* name) const { return folder_ + "/" + name; }
+    // Takes away whatever the tools and managers of a job make in its folder, and nothing else.
+    void removeAll() const;
 
-    std::string folder_;
+private:
+    [[nodiscard]] bool has(const char* name) const { return folder_ && folder_->has(name); }
+    [[nodiscard]] Result<void> write(const char* name, const std::string& content) const;
+    [[nodiscard]] Result<std::string> read(const char* name) const;
+    [[nodiscard]] std::optional<std::int64_t> readNumber(const char* name) const;
+    void note(const char* name, std::int64_t number) const;
+    void remove(const char* name) const;
+    [[nodiscard]] int openPipe(int way) const;
+
+    Folder folder_;
 };
 
 } // namespace varnhold::services

@@ -30,6 +30,15 @@ constexpr int wrongUse = 64;
 constexpr int stayDown = 125; // s6-supervise takes this for "don't start it again"
 constexpr std::int64_t endedBySignal = 256;
 
+JobFiles jobAt(const std::string& folder) {
+    auto job = JobFiles::at(folder);
+    if (!job) {
+        std::fprintf(stderr, "agent-exec: %s\n", job.error().c_str());
+        return JobFiles(std::nullopt);
+    }
+    return *std::move(job);
+}
+
 int start(const JobFiles& job) {
     job.forgetHurry();
     job.noteStart();
@@ -47,16 +56,16 @@ int startSupervised(const std::string& folder) {
     // beside this one. A systemd unit is a child of the one manager and needs nothing like it.
     const pid_t parent = ::getppid();
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    return ::getppid() == parent ? start(JobFiles(folder)) : cannotSpawn;
+    return ::getppid() == parent ? start(jobAt(folder)) : cannotSpawn;
 }
 
 int startUnit(const std::string& folder) {
-    const JobFiles job(folder);
+    const JobFiles job = jobAt(folder);
     return job.isAtRest() ? 0 : start(job);
 }
 
 int note(const std::string& folder) {
-    const JobFiles job(folder);
+    const JobFiles job = jobAt(folder);
     const char* code = std::getenv("EXIT_CODE");     // NOLINT(concurrency-mt-unsafe)
     const char* status = std::getenv("EXIT_STATUS"); // NOLINT(concurrency-mt-unsafe)
     if (code != nullptr && status != nullptr && !job.isAtRest()) {
@@ -69,7 +78,7 @@ int note(const std::string& folder) {
 
 int ended(const std::string& folder, std::int64_t code, std::int64_t signal) {
     const std::int64_t waitStatus = code >= endedBySignal ? signal : code << 8;
-    const AfterEnd next = agentEnded(JobFiles(folder), static_cast<int>(waitStatus));
+    const AfterEnd next = agentEnded(jobAt(folder), static_cast<int>(waitStatus));
     return next == AfterEnd::stayDown ? stayDown : 0;
 }
 
@@ -81,7 +90,7 @@ int main(int argc, char** argv) {
         return startSupervised(first);
     }
     if (argc == 3 && first == "--wait") {
-        static_cast<void>(waitForTurn(JobFiles(argv[2]))); // the unit starts it in any case
+        static_cast<void>(waitForTurn(jobAt(argv[2]))); // the unit starts it in any case
         return 0;
     }
     if (argc == 3 && first == "--unit") {

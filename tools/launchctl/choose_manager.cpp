@@ -20,16 +20,20 @@ constexpr auto pauseBetweenAttempts = 50ms;
 
 Result<std::unique_ptr<ServiceManager>> chooseManager(const std::string& folder,
                                                       const std::string& agentExec) {
-    auto s6 = std::make_unique<S6Manager>(folder, agentExec);
-    if (s6->hasJobs()) {
+    auto store = JobStore::open(folder);
+    if (!store) {
+        return failure(store.error());
+    }
+    auto s6 = JobStore::open(folder).and_then(
+        [&](JobStore own) { return S6Manager::open(std::move(own), agentExec); });
+    if (!s6 || (*s6)->hasJobs()) {
         return s6;
     }
     // Whoever asks, from a terminal, a timer or another session, finds the same manager by the
     // runtime folder; variables of the caller have no say in it.
     const std::string session = folder.substr(0, folder.rfind('/'));
     auto manager = UserManager::connect(session);
-    const JobStore store(folder);
-    const auto isAway = [&] { return !manager && store.hasUnits(); };
+    const auto isAway = [&] { return !manager && store->hasUnits(); };
     const auto isBack = [&] {
         if (isAway()) {
             manager = UserManager::connect(session);
@@ -44,7 +48,7 @@ Result<std::unique_ptr<ServiceManager>> chooseManager(const std::string& folder,
     if (!manager) {
         return s6;
     }
-    return std::make_unique<SystemdManager>(*std::move(manager), folder, agentExec);
+    return std::make_unique<SystemdManager>(*std::move(manager), *std::move(store), agentExec);
 }
 
 } // namespace varnhold::services

@@ -1,79 +1,147 @@
 #include "launchctl/job_store.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
-#include "base/files.h"
+#include "launchctl/label_name.h"
+#include "launchctl/tree_names.h"
 
 namespace varnhold::services {
 
 namespace {
 
-void removeTree(const std::string& path) {
-    std::error_code ignored; // what is left is removed before the next job of this name is made
-    std::filesystem::remove_all(path, ignored);
+bool isLinkOfOurs(std::string_view name) {
+    if (name.starts_with(tree::outOfSightPrefix)) {
+        name.remove_prefix(tree::outOfSightPrefix.size());
+    }
+    return labelOfName(name).has_value();
+}
+
+void removeScan(const platform::PrivateFolder& root) {
+    const auto scan = root.findIn(tree::scan);
+    if (!scan || !*scan) {
+        return;
+    }
+    for (const std::string& name : (*scan)->names()) {
+        if (isLinkOfOurs(name)) {
+            (*scan)->remove(name);
+        }
+    }
+    (*scan)->removeFolderOfFiles(tree::scannerState);
+    root.removeFolder(tree::scan);
 }
 
 } // namespace
 
+Result<JobStore> JobStore::open(const std::string& path) {
+    JobStore store(path);
+    return platform::PrivateFolder::find(path)
+        .and_then([&](auto found) {
+            store.root_ = std::move(found);
+            return store.look();
+        })
+        .map([&] { return std::move(store); });
+}
+
+// Again whenever a lock has been taken: before that, somebody may have taken the tree down.
+Result<void> JobStore::look() {
+    if (!root_) {
+        return {};
+    }
+    return root_->findIn(tree::jobs)
+        .and_then([this](auto found) {
+            jobs_ = std::move(found);
+            return root_->findIn(tree::locks);
+        })
+        .map([this](auto found) { locks_ = std::move(found); });
+}
+
 JobFiles JobStore::job(const std::string& name) const {
-    return JobFiles(folder_ + "/jobs/" + name);
+    return JobFiles(jobs_ ? valueOrEmpty(jobs_->findIn(name)) : std::nullopt);
+}
+
+std::vector<std::string> JobStore::names() const {
+    return jobs_ ? jobs_->names() : std::vector<std::string>();
 }
 
 bool JobStore::hasUnits() const {
-    std::error_code error; // a folder that isn't there holds nothing
-    std::filesystem::directory_iterator entries(folder_ + "/jobs", error);
-    return std::any_of(begin(entries), end(entries),
-                       [](const auto& entry) { return JobFiles(entry.path().string()).isUnit(); });
+    const auto all = names();
+    return std::any_of(all.begin(), all.end(),
+                       [this](const std::string& name) { return job(name).isUnit(); });
 }
 
-Result<JobStore::Locks> JobStore::lock(const std::string& name) const {
-    if (const auto made = files::createPrivateDirectory(folder_); !made) {
-        return failure(made.error());
+Result<JobStore::Locks> JobStore::lock(const std::string& name) {
+    auto root = platform::PrivateFolder::make(path_);
+    if (!root) {
+        return failure(root.error());
     }
-    auto tree = FileLock::take(folder_ + "/lock", FileLock::Kind::shared);
-    if (!tree) {
-        return failure(tree.error());
+    root_ = *std::move(root);
+    auto whole = FileLock::take(*root_, tree::lock, FileLock::Kind::shared);
+    if (!whole) {
+        return failure(whole.error());
     }
-    if (const auto made = files::createPrivateDirectory(folder_ + "/locks"); !made) {
-        return failure(made.error());
+    for (const char* part : {tree::jobs, tree::locks}) {
+        if (const auto made = root_->makeIn(part); !made) {
+            return failure(made.error());
+        }
     }
-    auto label = FileLock::take(folder_ + "/locks/" + name, FileLock::Kind::exclusive);
+    if (const auto seen = look(); !seen) {
+        return failure(seen.error());
+    }
+    auto label = FileLock::take(*locks_, name, FileLock::Kind::exclusive);
     if (!label) {
         return failure(label.error());
     }
-    return Locks{*std::move(tree), *std::move(label)};
+    return Locks{*std::move(whole), *std::move(label)};
 }
 
 std::optional<FileLock> JobStore::tryLock(const std::string& name) const {
-    return FileLock::tryExclusive(folder_ + "/locks/" + name);
+    return locks_ ? FileLock::tryExclusive(*locks_, name) : std::nullopt;
 }
 
-std::optional<FileLock> JobStore::tryAlone() const {
-    return FileLock::tryExclusive(folder_ + "/lock");
+std::optional<FileLock> JobStore::tryAlone() {
+    auto lock = root_ ? FileLock::tryExclusive(*root_, tree::lock) : std::nullopt;
+    return lock && look() ? std::move(lock) : std::nullopt;
 }
 
-Result<void> JobStore::make(const std::string& name, const std::string& content) const {
-    const JobFiles files = job(name);
-    removeTree(files.folder()); // left by a launchctl that was killed half-way
-    for (const std::string& path : {folder_ + "/jobs", files.folder()}) {
-        if (const auto made = files::createPrivateDirectory(path); !made) {
-            return made;
-        }
+Result<JobFiles> JobStore::make(const std::string& name, const std::string& content) const {
+    if (!jobs_) {
+        return failure(path_ + ": no job can be made without its lock");
     }
-    return files::writeInPlace(files.definitionPath(), content).and_then([&files] {
-        return files.makeWakePipe();
-    });
+    remove(name); // left by a launchctl that was killed half-way
+    auto folder = jobs_->makeIn(name);
+    if (!folder) {
+        return failure(folder.error());
+    }
+    JobFiles files(*std::move(folder));
+    const auto made = files.setDefinition(content).and_then([&] { return files.makeWakePipe(); });
+    return made ? Result<JobFiles>(std::move(files)) : failure(made.error());
 }
 
 void JobStore::remove(const std::string& name) const {
-    removeTree(job(name).folder());
+    job(name).removeAll();
+    if (jobs_) {
+        jobs_->removeFolder(name);
+    }
 }
 
 void JobStore::removeAll() const {
-    for (const char* part : {"/scan", "/jobs", "/locks", "/scanner-lock"}) {
-        removeTree(folder_ + part);
+    for (const std::string& name : names()) {
+        if (labelOfName(name)) {
+            remove(name);
+        }
+    }
+    for (const std::string& name : locks_ ? locks_->names() : std::vector<std::string>()) {
+        if (labelOfName(name)) {
+            locks_->remove(name);
+        }
+    }
+    if (!root_) {
+        return;
+    }
+    removeScan(*root_);
+    root_->remove(tree::scannerLock);
+    for (const char* part : {tree::jobs, tree::locks}) {
+        root_->removeFolder(part);
     }
 }
 

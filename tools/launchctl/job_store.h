@@ -2,9 +2,11 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "agent_exec/job_files.h"
 #include "launchctl/locks.h"
+#include "platform/private_folder.h"
 
 namespace varnhold::services {
 
@@ -12,7 +14,8 @@ namespace varnhold::services {
 // them, and the locks between processes that work on them.
 //
 // Every change holds the tree's lock together with others and its own label's lock alone; who takes
-// the tree down holds the first alone. Names are those of nameOfLabel.
+// the tree down holds the first alone. Names are those of nameOfLabel. Folders that aren't private
+// to the user are neither believed nor touched, and only what we have made is ever removed.
 class JobStore final {
 public:
     struct Locks {
@@ -20,29 +23,42 @@ public:
         FileLock label;
     };
 
-    explicit JobStore(std::string folder) : folder_(std::move(folder)) {}
+    // Of a folder that isn't there yet. Fails if there is one that isn't private to the user.
+    [[nodiscard]] static Result<JobStore> open(const std::string& path);
 
-    [[nodiscard]] const std::string& folder() const { return folder_; }
+    [[nodiscard]] const std::string& path() const { return path_; }
+    // None until the first lock has been taken.
+    [[nodiscard]] const JobFiles::Folder& folder() const { return root_; }
+
+    // Without its folder if there is none, or none to be believed.
     [[nodiscard]] JobFiles job(const std::string& name) const;
+    // The names in the folder of all jobs; not every one need be a job's.
+    [[nodiscard]] std::vector<std::string> names() const;
     // Whether there is the folder of any job that a systemd user manager was given.
     [[nodiscard]] bool hasUnits() const;
 
-    // Waits for whoever changes this job. The runtime folder is made if it is missing, and refused
-    // if others could look into it.
-    [[nodiscard]] Result<Locks> lock(const std::string& name) const;
+    // Waits for whoever changes this job. The runtime folder is made if it is missing.
+    [[nodiscard]] Result<Locks> lock(const std::string& name);
     // None if somebody else changes this job. The tree's lock must be held.
     [[nodiscard]] std::optional<FileLock> tryLock(const std::string& name) const;
-    // The tree for oneself alone; none if somebody else is at work.
-    [[nodiscard]] std::optional<FileLock> tryAlone() const;
+    // The tree for oneself alone; none if somebody else is at work, or there is no tree.
+    [[nodiscard]] std::optional<FileLock> tryAlone();
 
     // Makes a job's folder anew with a copy of its property list.
-    [[nodiscard]] Result<void> make(const std::string& name, const std::string& content) const;
+    [[nodiscard]] Result<JobFiles> make(const std::string& name, const std::string& content) const;
+    // What somebody else has put into a job's folder stays, and the folder with it.
     void remove(const std::string& name) const;
-    // All but the tree's lock, which its holder has.
+    // All that is ours but the tree's lock, which its holder has.
     void removeAll() const;
 
 private:
-    std::string folder_;
+    explicit JobStore(std::string path) : path_(std::move(path)) {}
+    [[nodiscard]] Result<void> look();
+
+    std::string path_;
+    JobFiles::Folder root_;
+    JobFiles::Folder jobs_;
+    JobFiles::Folder locks_;
 };
 
 } // namespace varnhold::services

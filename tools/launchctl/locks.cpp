@@ -11,14 +11,15 @@ namespace varnhold::services {
 
 namespace {
 
-int openLock(const std::string& path) {
-    return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+int openLock(const platform::PrivateFolder& folder, const std::string& name) {
+    return folder.open(name, O_RDWR | O_CREAT);
 }
 
 } // namespace
 
-Result<FileLock> FileLock::take(const std::string& path, Kind kind) {
-    FileLock lock(openLock(path));
+Result<FileLock> FileLock::take(const platform::PrivateFolder& folder, const std::string& name,
+                                Kind kind) {
+    FileLock lock(openLock(folder, name));
     const int operation = kind == Kind::shared ? LOCK_SH : LOCK_EX;
     while (lock.file_ >= 0) {
         if (::flock(lock.file_, operation) == 0) {
@@ -28,11 +29,12 @@ Result<FileLock> FileLock::take(const std::string& path, Kind kind) {
             break;
         }
     }
-    return failure(path + ": " + std::system_category().message(errno));
+    return failure(folder.path() + "/" + name + ": " + std::system_category().message(errno));
 }
 
-std::optional<FileLock> FileLock::tryExclusive(const std::string& path) {
-    FileLock lock(openLock(path));
+std::optional<FileLock> FileLock::tryExclusive(const platform::PrivateFolder& folder,
+                                               const std::string& name) {
+    FileLock lock(openLock(folder, name));
     if (lock.file_ < 0 || ::flock(lock.file_, LOCK_EX | LOCK_NB) != 0) {
         return std::nullopt;
     }

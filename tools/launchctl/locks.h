@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/result.h"
+#include "platform/private_folder.h"
 
 namespace varnhold::services {
 
@@ -13,9 +14,11 @@ public:
     enum class Kind { shared, exclusive };
 
     // Waits until the lock can be had. The file is made if it is missing.
-    [[nodiscard]] static Result<FileLock> take(const std::string& path, Kind kind);
+    [[nodiscard]] static Result<FileLock> take(const platform::PrivateFolder& folder,
+                                               const std::string& name, Kind kind);
     // None if somebody else has it.
-    [[nodiscard]] static std::optional<FileLock> tryExclusive(const std::string& path);
+    [[nodiscard]] static std::optional<FileLock> tryExclusive(const platform::PrivateFolder& folder,
+                                                              const std::string& name);
 
     FileLock(FileLock&& other) noexcept;
     FileLock& operator=(FileLock&& other) noexcept;

@@ -1,5 +1,4 @@
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <unistd.h>
 
@@ -22,8 +21,14 @@ int main(int argc, char** argv) {
     }
     const std::string own = platform::executablePath();
     const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
-    const char* const xdgRuntime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
-    const std::string runtime = platform::runtimeDirectory(xdgRuntime, ::getuid());
-    const auto choose = [&] { return services::chooseManager(runtime, agentExec); };
+    const auto choose = [&] {
+        return platform::findRuntimeDirectory(platform::runtimeHints())
+            .and_then([&](const platform::RuntimeDirectory& runtime) {
+                if (!runtime.remark.empty()) {
+                    std::cerr << "launchctl: " << runtime.remark << "\n";
+                }
+                return services::chooseManager(runtime.path, agentExec);
+            });
+    };
     return services::perform(*command, choose, ::getuid(), std::cout, std::cerr);
 }

@@ -1,8 +1,23 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <sys/types.h>
 
 namespace varnhold::services {
+
+// What the system knows of a process: its number alone may be another's by now.
+struct ProcessIdentity {
+    pid_t process = 0;
+    pid_t parent = 0;
+    std::uint64_t start = 0; // clock ticks after the machine's start
+
+    bool operator==(const ProcessIdentity&) const = default;
+};
+
+// None if there is no such process, or it has ended and only waits to be reaped.
+[[nodiscard]] std::optional<ProcessIdentity> identify(pid_t process);
 
 // Stands for one process, and never for another that has got its number since.
 class ProcessHandle final {

@@ -1,18 +1,10 @@
 #include "launchctl/s6_manager.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <sys/stat.h>
-#include <system_error>
-#include <unistd.h>
 
-extern "C" {
-#include <s6/supervise.h>
-}
-
-#include "base/files.h"
 #include "launchctl/label_name.h"
 #include "launchctl/process_handle.h"
+#include "launchctl/tree_names.h"
 #include "launchctl/waiting.h"
 
 namespace varnhold::services {
@@ -23,12 +15,10 @@ using namespace std::chrono_literals;
 
 // An agent that ignores a polite end is killed after this; longer would hold up Quit.
 constexpr const char* killTimeout = "5000"; // milliseconds
+constexpr mode_t scriptMode = 0700;
+constexpr mode_t fileMode = 0600;
 constexpr auto supervisorLimit = 10s;
 constexpr auto unloadLimit = 30s; // the exit timeout and a loaded machine
-
-std::string systemError(const std::string& path) {
-    return path + ": " + std::system_category().message(errno);
-}
 
 std::string shellQuoted(const std::string& text) {
     std::string out = "'";
@@ -38,51 +28,44 @@ std::string shellQuoted(const std::string& text) {
     return out + "'";
 }
 
-Result<void> writeScript(const std::string& path, const std::string& command) {
-    return files::writeInPlace(path, "#!/bin/sh\nexec " + command + "\n")
-        .and_then([&]() -> Result<void> {
-            if (::chmod(path.c_str(), 0700) != 0) {
-                return failure(systemError(path));
-            }
-            return {};
-        });
-}
-
 } // namespace
 
-S6Manager::S6Manager(std::string folder, std::string agentExec)
-    : store_(std::move(folder)),
-      agentExec_(std::move(agentExec)),
-      tree_(store_.folder()),
-      scanner_(tree_.scanFolder()) {}
+S6Manager::S6Manager(JobStore store, std::string agentExec)
+    : store_(std::move(store)), agentExec_(std::move(agentExec)), tree_(store_), scanner_(store_) {}
+
+Result<std::unique_ptr<S6Manager>> S6Manager::open(JobStore store, std::string agentExec) {
+    std::unique_ptr<S6Manager> manager(new S6Manager(std::move(store), std::move(agentExec)));
+    return manager->tree_.look().map([&] { return std::move(manager); });
+}
+
+Result<JobStore::Locks> S6Manager::lock(const std::string& name) {
+    return store_.lock(name).and_then([this](JobStore::Locks locks) {
+        return tree_.look().map([&] { return std::move(locks); });
+    });
+}
 
 // A supervisor that has been killed is replaced within a second as long as the scanner runs and
 // sees the job, and one whose scanner has been killed works on. A job that never had a supervisor
 // is one that somebody is about to load, or was when he was killed.
 bool S6Manager::isLoaded(const std::string& name) const {
-    switch (tree_.linkOf(name)) {
-    case S6Tree::Link::none:
+    const S6Tree::Link link = tree_.linkOf(name);
+    if (link == S6Tree::Link::none) {
         return false;
-    case S6Tree::Link::outOfSight:
-        return tree_.isSupervised(name);
-    case S6Tree::Link::inSight:
-        break;
     }
-    return tree_.isSupervised(name) || (scanner_.isRunning() && tree_.wasSupervised(name));
+    const S6Service service = tree_.service(name);
+    return service.isSupervised() ||
+           (link == S6Tree::Link::inSight && service.wasSupervised() && scanner_.isRunning());
 }
 
 JobState S6Manager::state(const std::string& name, const std::string& label) const {
     JobState job{.label = label};
-    const JobFiles files = store_.job(name);
-    s6_svstatus_t status = S6_SVSTATUS_ZERO;
-    const bool known =
-        tree_.isSupervised(name) && s6_svstatus_read(files.folder().c_str(), &status) != 0;
-    // While it finishes, the process it tells of is the one that waits for the next start.
-    if (known && status.pid != 0 && status.flagfinishing == 0) {
-        job.process = status.pid;
+    const S6Service service = tree_.service(name);
+    const auto status = service.isSupervised() ? service.status() : std::nullopt;
+    if (status) {
+        job.process = status->process;
     }
-    const auto noted = files.lastEnd();
-    job.lastEnd = known && !job.process ? status.wstat : noted.value_or(0);
+    const auto noted = service.files().lastEnd();
+    job.lastEnd = status && !job.process ? status->lastEnd : noted.value_or(0);
     return job;
 }
 
@@ -117,25 +100,27 @@ Result<PropertyList> S6Manager::definition(const std::string& label) {
 
 Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& list,
                                  const std::string& content) const {
-    const JobFiles job = store_.job(name);
-    const std::string helper = shellQuoted(agentExec_);
-    const std::string folder = shellQuoted(job.folder());
+    const auto job = store_.make(name, content);
+    if (!job) {
+        return failure(job.error());
+    }
+    const auto& folder = *job->folder();
+    const std::string helper = "#!/bin/sh\nexec " + shellQuoted(agentExec_);
+    const std::string path = shellQuoted(folder.path());
     const bool starts = list.runAtLoad || list.keepAlive;
-    Result<void> done = store_.make(name, content);
-    const auto then = [&done](auto step) {
+    Result<void> done = job->askToListen();
+    const auto write = [&](const char* file, const std::string& text, mode_t mode) {
         if (done) {
-            done = step();
+            done = folder.write(file, text, mode);
         }
     };
-    then([&] { return writeScript(job.folder() + "/run", helper + " " + folder); });
-    then([&] {
-        return writeScript(job.folder() + "/finish",
-                           helper + " --ended " + folder + " \"$1\" \"$2\"");
-    });
-    then([&] { return files::writeInPlace(job.folder() + "/timeout-kill", killTimeout); });
-    then([&] { return files::writeInPlace(job.folder() + "/timeout-finish", "0"); }); // no limit
-    then([&] { return job.askToListen(); });
-    then([&] { return starts ? Result<void>() : files::writeInPlace(job.folder() + "/down", ""); });
+    write("run", helper + " " + path + "\n", scriptMode);
+    write("finish", helper + " --ended " + path + " \"$1\" \"$2\"\n", scriptMode);
+    write("timeout-kill", killTimeout, fileMode);
+    write("timeout-finish", "0", fileMode); // no limit
+    if (!starts) {
+        write("down", "", fileMode);
+    }
     return done;
 }
 
@@ -148,7 +133,7 @@ void S6Manager::tidyUp() const {
             continue;
         }
         tree_.unlink(name);
-        if (tree_.isSupervised(name)) {
+        if (tree_.service(name).isSupervised()) {
             tellToEnd(name);
         } else {
             tree_.remove(name); // or else by whoever tidies up next
@@ -156,13 +141,14 @@ void S6Manager::tidyUp() const {
     }
 }
 
-Result<void> S6Manager::startScanner() const {
-    const auto alone = FileLock::take(store_.folder() + "/scanner-lock", FileLock::Kind::exclusive);
+Result<void> S6Manager::startScanner() {
+    const auto alone =
+        FileLock::take(*store_.folder(), tree::scannerLock, FileLock::Kind::exclusive);
     if (!alone) {
         return failure(alone.error());
     }
-    if (scanner_.isRunning()) {
-        return {};
+    if (const auto made = tree_.make(); !made || scanner_.isRunning()) {
+        return made;
     }
     for (const std::string& name : tree_.linkedJobs()) {
         tree_.hide(name);
@@ -170,22 +156,21 @@ Result<void> S6Manager::startScanner() const {
     return scanner_.start();
 }
 
-Result<void> S6Manager::load(const std::string& name, bool starts) const {
+Result<void> S6Manager::load(const std::string& name, bool starts) {
     auto linked = startScanner().and_then([&] { return tree_.link(name); });
     if (!linked) {
         return linked;
     }
     scanner_.rescan();
-    const std::string folder = tree_.jobFolder(name);
-    if (!waitUntil(supervisorLimit, [&] { return tree_.isSupervised(name); })) {
+    const S6Service service = tree_.service(name);
+    if (!waitUntil(supervisorLimit, [&] { return service.isSupervised(); })) {
         return failure("s6-supervise can't be started");
     }
     // Whoever asks right after us should see the agent that we started.
     if (starts) {
         waitUntil(supervisorLimit, [&] {
-            s6_svstatus_t status = S6_SVSTATUS_ZERO;
-            return s6_svstatus_read(folder.c_str(), &status) != 0 &&
-                   (status.pid != 0 || status.wstat != 0);
+            const auto status = service.status();
+            return status && status->hasStarted;
         });
     }
     return {};
@@ -197,7 +182,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
         return failure(name.error());
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = store_.lock(*name);
+    const auto locks = lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -218,8 +203,9 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
 // The order first and the wake-up then: the other way round, a job that is woken from its wait
 // could start its agent once more before it is told to end.
 void S6Manager::tellToEnd(const std::string& name) const {
-    tree_.command(name, "dx");
-    store_.job(name).hurry();
+    const S6Service service = tree_.service(name);
+    service.command("dx");
+    service.files().hurry();
 }
 
 // Once more if a supervisor came up while the folder went.
@@ -230,17 +216,18 @@ Result<void> S6Manager::unload(const std::string& name) const {
         scanner_.rescan();
     }
     for (int attempt = 0; attempt < 3; ++attempt) {
-        if (tree_.isSupervised(name)) {
+        const S6Service service = tree_.service(name);
+        if (service.isSupervised()) {
             tellToEnd(name);
         }
-        if (!waitUntil(unloadLimit, [&] { return !tree_.isSupervised(name); })) {
+        if (!waitUntil(unloadLimit, [&] { return !service.isSupervised(); })) {
             return failure("s6-supervise doesn't end");
         }
         if (tree_.remove(name)) {
             return {};
         }
     }
-    return failure(tree_.jobFolder(name) + " can't be removed");
+    return failure("the supervisor of " + name + " comes up again and again");
 }
 
 Result<Outcome> S6Manager::bootout(const std::string& label) {
@@ -249,7 +236,7 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = store_.lock(*name);
+    const auto locks = lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -268,7 +255,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
         return Outcome::notLoaded;
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = store_.lock(*name);
+    const auto locks = lock(*name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -281,8 +268,10 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     }
     const JobFiles job = store_.job(*name);
     if (running) {
+        const auto before = identify(*running);
         const ProcessHandle agent(*running);
-        const bool same = state(*name, label).process == running;
+        const bool same =
+            before && identify(*running) == before && state(*name, label).process == running;
         job.hurry();
         if (same) { // and not a new one, which is what was asked for
             agent.kill();
@@ -290,7 +279,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     } else {
         job.hurry();
     }
-    tree_.command(*name, "u");
+    tree_.service(*name).command("u");
     return Outcome::done;
 }
 
@@ -299,15 +288,15 @@ Result<Outcome> S6Manager::stop(const std::string& label) {
     if (!name || !isLoaded(*name)) {
         return Outcome::notLoaded;
     }
-    tree_.command(*name, "t");
+    tree_.service(*name).command("t");
     return Outcome::done;
 }
 
 // After the last job nothing of ours is to be left running. Somebody else who is at work holds the
 // tree's lock, and looks by himself when he is done.
-void S6Manager::takeDownIfEmpty() const {
+void S6Manager::takeDownIfEmpty() {
     const auto alone = store_.tryAlone();
-    if (!alone) {
+    if (!alone || !tree_.look()) {
         return;
     }
     tidyUp();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "launchctl/job_store.h"
@@ -16,9 +17,10 @@ namespace varnhold::services {
 // runtime folder, and is forgotten if that goes with the session.
 class S6Manager final : public ServiceManager {
 public:
-    // `folder`: the private runtime folder; made if it is missing. `agentExec`: path of the helper
+    // Fails if the folder of its links isn't private to the user. `agentExec`: path of the helper
     // that becomes the agent.
-    S6Manager(std::string folder, std::string agentExec);
+    [[nodiscard]] static Result<std::unique_ptr<S6Manager>> open(JobStore store,
+                                                                 std::string agentExec);
 
     // Whether any job is loaded here.
     [[nodiscard]] bool hasJobs() const;
@@ -34,20 +36,22 @@ public:
 private:
     // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
     struct TakeDownAtEnd {
-        const S6Manager& manager;
+        S6Manager& manager;
         ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
     };
 
+    S6Manager(JobStore store, std::string agentExec);
+    [[nodiscard]] Result<JobStore::Locks> lock(const std::string& name);
     [[nodiscard]] bool isLoaded(const std::string& name) const;
     [[nodiscard]] JobState state(const std::string& name, const std::string& label) const;
     [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
                                         const std::string& content) const;
     void tidyUp() const;
-    [[nodiscard]] Result<void> startScanner() const;
-    [[nodiscard]] Result<void> load(const std::string& name, bool starts) const;
+    [[nodiscard]] Result<void> startScanner();
+    [[nodiscard]] Result<void> load(const std::string& name, bool starts);
     [[nodiscard]] Result<void> unload(const std::string& name) const;
     void tellToEnd(const std::string& name) const;
-    void takeDownIfEmpty() const;
+    void takeDownIfEmpty();
 
     JobStore store_;
     std::string agentExec_;

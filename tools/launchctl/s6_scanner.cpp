@@ -1,19 +1,12 @@
 #include "launchctl/s6_scanner.h"
 
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <system_error>
 #include <unistd.h>
 
-extern "C" {
-#include <s6/supervise.h>
-}
-
 #include "agent_exec/signals.h"
+#include "launchctl/tree_names.h"
 #include "launchctl/waiting.h"
 
 namespace varnhold::services {
@@ -62,10 +55,17 @@ bool spawnDetached(const std::string& folder) {
 
 } // namespace
 
+// Its pipe can be opened for writing only while it reads.
+int S6Scanner::openControl() const {
+    const auto within = [](const JobFiles::Folder& folder, const char* name) {
+        return folder ? valueOrEmpty(folder->findIn(name)) : std::nullopt;
+    };
+    const auto state = within(within(store_.folder(), tree::scan), tree::scannerState);
+    return state ? state->open("control", O_WRONLY | O_NONBLOCK) : -1;
+}
+
 bool S6Scanner::isRunning() const {
-    // Its control pipe can be opened for writing only while it reads.
-    const std::string control = folder_ + "/" S6_SVSCAN_CTLDIR "/control";
-    const int pipe = ::open(control.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    const int pipe = openControl();
     if (pipe >= 0) {
         ::close(pipe);
     }
@@ -76,18 +76,19 @@ Result<void> S6Scanner::start() const {
     if (isRunning()) {
         return {};
     }
-    if (::mkdir(folder_.c_str(), 0700) != 0 && errno != EEXIST) {
-        return failure(folder_ + ": " + std::system_category().message(errno));
-    }
-    if (!spawnDetached(folder_) || !waitUntil(startLimit, [this] { return isRunning(); })) {
+    if (!spawnDetached(store_.path() + "/" + tree::scan) ||
+        !waitUntil(startLimit, [this] { return isRunning(); })) {
         return failure("s6-svscan can't be started; is s6 installed?");
     }
     return {};
 }
 
-void S6Scanner::command(const char* letters) const {
-    // If it isn't there to read them, the next start does what they ask for.
-    s6_svc_writectl(folder_.c_str(), S6_SVSCAN_CTLDIR, letters, std::strlen(letters));
+void S6Scanner::command(std::string_view letters) const {
+    const int pipe = openControl();
+    if (pipe >= 0) { // or else the next start does what they ask for
+        static_cast<void>(!::write(pipe, letters.data(), letters.size()));
+        ::close(pipe);
+    }
 }
 
 void S6Scanner::rescan() const {

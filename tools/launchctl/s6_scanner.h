@@ -1,8 +1,9 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "base/result.h"
+#include "launchctl/job_store.h"
 
 namespace varnhold::services {
 
@@ -12,12 +13,13 @@ namespace varnhold::services {
 // whoever loaded them, and nobody who reads our output waits for it.
 class S6Scanner final {
 public:
-    // `folder`: the scan folder; its parent must be there.
-    explicit S6Scanner(std::string folder) : folder_(std::move(folder)) {}
+    // The store, in which its folder is, must outlive it.
+    explicit S6Scanner(const JobStore& store) : store_(store) {}
 
     [[nodiscard]] bool isRunning() const;
 
-    // Starts it unless it runs, and returns when it listens. One caller at a time.
+    // Starts it unless it runs, and returns when it listens. Its folder must be there. One caller
+    // at a time.
     [[nodiscard]] Result<void> start() const;
 
     // Makes it look at its folder again: a link that is new gets a supervisor, and the supervisor
@@ -28,9 +30,10 @@ public:
     [[nodiscard]] Result<void> stop() const;
 
 private:
-    void command(const char* letters) const;
+    [[nodiscard]] int openControl() const;
+    void command(std::string_view letters) const;
 
-    std::string folder_;
+    const JobStore& store_;
 };
 
 } // namespace varnhold::services

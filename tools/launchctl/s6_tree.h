@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "base/result.h"
+#include "launchctl/job_store.h"
+#include "launchctl/s6_service.h"
 
-// The folders and links of the s6 tree, and the pipe through which a job's supervisor is told what
-// to do. Jobs are named as in label_name.h. No locks here: whoever changes a job holds its lock.
+// The links by which a scanner knows its jobs, and the jobs' folders. Jobs are named as in
+// label_name.h. No locks here: whoever changes a job holds its lock.
 namespace varnhold::services {
 
 class S6Tree final {
@@ -16,11 +18,13 @@ public:
     // before: such a job is kept out of its sight.
     enum class Link { none, inSight, outOfSight };
 
-    explicit S6Tree(std::string folder) : folder_(std::move(folder)) {}
+    // The store must outlive it.
+    explicit S6Tree(const JobStore& store) : store_(store) {}
 
-    [[nodiscard]] std::string scanFolder() const { return folder_ + "/scan"; }
-    [[nodiscard]] std::string jobsFolder() const { return folder_ + "/jobs"; }
-    [[nodiscard]] std::string jobFolder(const std::string& name) const;
+    // Fails if the folder of the links is none that can be believed.
+    [[nodiscard]] Result<void> look();
+    // Makes the folder of the links if it is missing, and looks.
+    [[nodiscard]] Result<void> make();
 
     [[nodiscard]] Link linkOf(const std::string& name) const;
     [[nodiscard]] Result<void> link(const std::string& name) const;
@@ -32,21 +36,14 @@ public:
     // another service manager's jobs aren't ours.
     [[nodiscard]] std::vector<std::string> allJobs() const;
 
-    [[nodiscard]] bool isSupervised(const std::string& name) const;
-    // Also true in the second before a supervisor that was killed is replaced.
-    [[nodiscard]] bool wasSupervised(const std::string& name) const;
+    [[nodiscard]] S6Service service(const std::string& name) const;
 
-    // Letters as of s6-svc. Nothing happens if there is no supervisor to read them.
-    void command(const std::string& name, const char* letters) const;
-
-    // Takes the folder away with all in it. False if something is left.
+    // Takes the job's files away. False if a supervisor has come up there meanwhile.
     bool remove(const std::string& name) const;
 
 private:
-    [[nodiscard]] std::string linkInSight(const std::string& name) const;
-    [[nodiscard]] std::string linkOutOfSight(const std::string& name) const;
-
-    std::string folder_;
+    const JobStore& store_;
+    JobFiles::Folder links_;
 };
 
 } // namespace varnhold::services

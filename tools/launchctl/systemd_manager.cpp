@@ -61,8 +61,8 @@ JobState stateOf(const Unit& unit, const JobFiles& files, const std::vector<Ques
 
 } // namespace
 
-SystemdManager::SystemdManager(UserManager manager, std::string folder, std::string agentExec)
-    : manager_(std::move(manager)), store_(std::move(folder)), agentExec_(std::move(agentExec)) {}
+SystemdManager::SystemdManager(UserManager manager, JobStore store, std::string agentExec)
+    : manager_(std::move(manager)), store_(std::move(store)), agentExec_(std::move(agentExec)) {}
 
 Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::string>& patterns) {
     auto units = manager_.units(patterns);
@@ -126,11 +126,11 @@ Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const std::st
     if (!units) {
         return failure(units.error());
     }
-    const JobFiles files = store_.job(*name);
+    JobFiles files = store_.job(*name);
     if (units->empty() || files.isLeaving()) {
         return std::optional<Loaded>();
     }
-    return std::optional<Loaded>({units->front(), files});
+    return std::optional<Loaded>(std::in_place, units->front(), std::move(files));
 }
 
 Result<Outcome> SystemdManager::start(const PropertyList& list, const std::string& folder) {
@@ -183,8 +183,7 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
     if (!units) {
         return failure(units.error());
     }
-    const JobFiles files = store_.job(name);
-    if (!units->empty() && !files.isLeaving()) {
+    if (!units->empty() && !store_.job(name).isLeaving()) {
         return Outcome::alreadyLoaded;
     }
     for (const Unit& unit : *units) { // somebody who unloaded it was killed half-way
@@ -192,11 +191,12 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
             return failure(done.error());
         }
     }
-    auto done = store_.make(name, content).and_then([&files] { return files.markAsUnit(); });
-    if (done && !list.runAtLoad && !list.keepAlive) {
-        done = files.putToRest();
-    }
-    auto outcome = done ? start(list, files.folder()) : failure(done.error());
+    const bool rests = !list.runAtLoad && !list.keepAlive;
+    auto outcome = store_.make(name, content).and_then([&](const JobFiles& files) {
+        return files.markAsUnit()
+            .and_then([&] { return rests ? files.putToRest() : Result<void>(); })
+            .and_then([&] { return start(list, files.path()); });
+    });
     if (!outcome) {
         takeBack(list.label, name);
     }
@@ -245,6 +245,14 @@ Result<Outcome> SystemdManager::bootout(const std::string& label) {
     return unload((*loaded)->unit, name).map([] { return Outcome::done; });
 }
 
+Result<SystemdManager::MainProcess> SystemdManager::mainProcess(const Unit& unit) {
+    std::vector<Question> questions{{unit.path, "MainPID"},
+                                    {unit.path, "ExecMainStartTimestampMonotonic"}};
+    return manager_.ask(questions).map([&] {
+        return MainProcess{static_cast<pid_t>(questions[0].answer), questions[1].answer};
+    });
+}
+
 Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
     const auto before = find(label);
     if (!before || !*before) {
@@ -270,13 +278,14 @@ Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
     const JobFiles& files = (*loaded)->files;
     const std::string& unit = (*loaded)->unit.name;
     if (running) {
+        const auto noted = mainProcess((*loaded)->unit);
         const ProcessHandle agent(*running);
-        const auto now = job(label);
-        if (!now) {
-            return failure(now.error());
+        const auto now = mainProcess((*loaded)->unit);
+        if (!noted || !now) {
+            return failure(noted ? now.error() : noted.error());
         }
         files.hurry();
-        if (*now && (*now)->process == running) { // and not a new one, as was asked for
+        if (*now == *noted && now->process == running) { // and not a new one, as was asked for
             agent.kill();
         }
     } else {

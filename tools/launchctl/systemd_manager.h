@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "launchctl/job_store.h"
@@ -16,8 +17,7 @@ namespace varnhold::services {
 // nothing survives the manager.
 class SystemdManager final : public ServiceManager {
 public:
-    // `folder`: the private runtime folder; made if it is missing.
-    SystemdManager(UserManager manager, std::string folder, std::string agentExec);
+    SystemdManager(UserManager manager, JobStore store, std::string agentExec);
 
     Result<std::vector<JobState>> jobs() override;
     Result<std::optional<JobState>> job(const std::string& label) override;
@@ -38,8 +38,18 @@ private:
     struct Loaded {
         Unit unit;
         JobFiles files;
+        Loaded(Unit itsUnit, JobFiles itsFiles)
+            : unit(std::move(itsUnit)), files(std::move(itsFiles)) {}
     };
 
+    // As the manager itself knows it.
+    struct MainProcess {
+        pid_t process = 0;
+        std::int64_t start = 0;
+        bool operator==(const MainProcess&) const = default;
+    };
+
+    [[nodiscard]] Result<MainProcess> mainProcess(const Unit& unit);
     [[nodiscard]] Result<std::vector<JobState>> states(const std::vector<std::string>& patterns);
     [[nodiscard]] Result<std::vector<Unit>> unitsOf(const std::string& label);
     [[nodiscard]] Result<std::optional<Loaded>> find(const std::string& label);

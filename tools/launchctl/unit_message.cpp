@@ -97,6 +97,10 @@ void readNumber(sd_bus_message* reply, std::int64_t& number) {
         std::int32_t value = 0;
         sd_bus_message_read_basic(reply, 'i', &value);
         number = value;
+    } else if (content[0] == 't') {
+        std::uint64_t value = 0;
+        sd_bus_message_read_basic(reply, 't', &value);
+        number = static_cast<std::int64_t>(value);
     }
 }
 

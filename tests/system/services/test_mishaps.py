@@ -104,14 +104,33 @@ class MishapsTest(ServicesCase):
         job = self.job()
         half = self.runtime / "jobs" / job.label
         half.mkdir(parents=True)
-        self.runtime.chmod(0o700)
-        (self.runtime / "jobs").chmod(0o700)
+        for folder in (self.runtime, half.parent, half):
+            folder.chmod(0o700)
         (half / "job.plist").write_text("half of")
         (half / "supervise").mkdir()
         self.assertEqual(self.jobs(), {})
         self.assertEqual(self.bootstrap(job), SILENT)
         self.await_up(job)
         self.assertEqual(self.bootout(job), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("s6", S6_ONLY)
+    def test_a_process_number_of_the_past_is_neither_listed_nor_killed(self):
+        job = self.load()
+        pid = self.row(job)[0]
+        stranger = subprocess.Popen(["/bin/sleep", "1000"])
+        status = self.runtime / "jobs" / job.label / "supervise/status"
+        # As a supervisor leaves it that could write no more: two stamps, then the number.
+        content = bytearray(status.read_bytes())
+        content[24:32] = stranger.pid.to_bytes(8, "big")
+        status.write_bytes(content)
+        self.assertEqual(self.row(job)[0], pid)
+        self.assertEqual(self.launchctl("kickstart", "-k", job.target), SILENT)
+        self.await_up(job, other_than=pid)
+        self.assertIsNone(stranger.poll())
+        self.assertEqual(self.bootout(job), SILENT)
+        stranger.kill()
+        stranger.wait()
         self.assert_nothing_is_left()
 
     # -- systemd ----------------------------------------------------------------------------------

@@ -62,7 +62,8 @@ class ReplacedAgentTest(ServicesCase):
         job = self.job(LABEL)
         folder = self.runtime / "jobs" / LABEL
         folder.mkdir(parents=True)
-        self.runtime.chmod(0o700)
+        for each in (self.runtime, folder.parent, folder):
+            each.chmod(0o700)
         shutil.copy(job.path, folder / "job.plist")
         manager = StandIn(pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "systemd/private")
         self.assertEqual(self.launchctl("kickstart", "-k", job.target), SILENT)

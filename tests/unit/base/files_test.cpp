@@ -3,8 +3,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "base/files.h"
 #include "support/temporary_home.h"
@@ -153,51 +151,6 @@ TEST(CreateDirectories, AFileInTheWayIsAFailureAndStays) {
     EXPECT_FALSE(createDirectories(home.at("file")));
     EXPECT_FALSE(createDirectories(home.at("file/below")));
     EXPECT_EQ(home.read(home.at("file")), "x");
-}
-
-TEST(CreatePrivateDirectory, IsForTheOwnerAloneWhateverTheUsersModeAndGoodForASecondTime) {
-    const TemporaryHome home;
-    const std::string path = home.at("private");
-    EXPECT_TRUE(createPrivateDirectory(path));
-    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
-    EXPECT_TRUE(createPrivateDirectory(path));
-}
-
-TEST(CreatePrivateDirectory, AFolderThatOthersHaveAnyRightToIsRefusedAndStays) {
-    const TemporaryHome home;
-    const std::string path = home.at("open");
-    for (const fs::perms right :
-         {fs::perms::group_read, fs::perms::group_write, fs::perms::group_exec,
-          fs::perms::others_read, fs::perms::others_write, fs::perms::others_exec}) {
-        home.makeFolder(path);
-        fs::permissions(path, fs::perms::owner_all | right);
-        EXPECT_FALSE(createPrivateDirectory(path));
-        EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all | right);
-    }
-}
-
-TEST(CreatePrivateDirectory, AnotherUsersFolderIsRefused) {
-    const TemporaryHome home;
-    std::string path = "/root"; // whatever its mode
-    if (::getuid() == 0) {
-        path = home.at("given away");
-        ASSERT_TRUE(createPrivateDirectory(path));
-        ASSERT_EQ(::chown(path.c_str(), 1, 1), 0);
-    }
-    EXPECT_FALSE(createPrivateDirectory(path));
-}
-
-TEST(CreatePrivateDirectory, ALinkAFileAndAMissingParentAreFailures) {
-    const TemporaryHome home;
-    ASSERT_TRUE(createPrivateDirectory(home.at("private")));
-    fs::create_directory_symlink(home.at("private"), home.at("link"));
-    home.write(home.at("file"), "");
-    fs::permissions(home.at("file"), fs::perms::owner_all);
-    for (const std::string name : {"link", "file", "missing/below"}) {
-        const auto made = createPrivateDirectory(home.at(name));
-        ASSERT_FALSE(made) << name;
-        EXPECT_NE(made.error().find(home.at(name)), std::string::npos);
-    }
 }
 
 } // namespace

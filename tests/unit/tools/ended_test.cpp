@@ -27,7 +27,7 @@ protected:
     void keepAlive(bool value) {
         const PropertyList list{
             .label = "com.example", .keepAlive = value, .programArguments = {"/bin/true"}};
-        home.write(job.definitionPath(), encodePropertyList(list).value());
+        home.write(home.at("job/job.plist"), encodePropertyList(list).value());
     }
 
     void startedBefore(std::chrono::nanoseconds ago) {
@@ -39,7 +39,7 @@ protected:
     }
 
     testing::TemporaryHome home;
-    JobFiles job{home.at("job")};
+    JobFiles job{platform::PrivateFolder::make(home.at("job")).value()};
 };
 
 TEST_F(Ended, NotesHowTheAgentEnded) {
@@ -100,13 +100,13 @@ TEST_F(Ended, AJobThatIsNotKeptAliveStartsAgainForSomebodyInAHurry) {
 }
 
 TEST_F(Ended, AJobWithoutItsDefinitionStaysDown) {
-    home.write(job.definitionPath(), "broken");
+    home.write(home.at("job/job.plist"), "broken");
     startedBefore(throttle + 1s);
     EXPECT_EQ(agentEnded(job, 0), AfterEnd::stayDown);
 }
 
 TEST_F(Ended, AJobWithoutItsDefinitionWaitsAllTheSame) {
-    home.write(job.definitionPath(), "broken");
+    home.write(home.at("job/job.plist"), "broken");
     auto next = std::async(std::launch::async, [this] { return waitForTurn(job); });
     EXPECT_EQ(next.wait_for(500ms), std::future_status::timeout);
     job.hurry();

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <sys/types.h>
+
+#include "agent_exec/job_files.h"
+
+namespace varnhold::services {
+
+// What the supervisor of a job last wrote down about its process.
+struct S6Status {
+    std::optional<pid_t> process; // absent while the agent doesn't run
+    int lastEnd = 0;              // wait status; 0 before the first
+    bool hasStarted = false;      // ever
+};
+
+// One job's folder as s6 sees it, and the pipe through which its supervisor is told what to do.
+class S6Service final {
+public:
+    explicit S6Service(JobFiles files) : files_(std::move(files)) {}
+
+    [[nodiscard]] const JobFiles& files() const { return files_; }
+
+    [[nodiscard]] bool isSupervised() const;
+    // Also true in the second before a supervisor that was killed is replaced.
+    [[nodiscard]] bool wasSupervised() const;
+    // The process is one that the supervisor really has: on a full disk it may have been unable to
+    // write down the last.
+    [[nodiscard]] std::optional<S6Status> status() const;
+
+    // Letters as of s6-svc. Nothing happens if there is no supervisor to read them.
+    void command(std::string_view letters) const;
+
+private:
+    [[nodiscard]] JobFiles::Folder supervise() const;
+    [[nodiscard]] static std::optional<pid_t> checked(pid_t noted, const JobFiles::Folder& folder);
+
+    JobFiles files_;
+};
+
+} // namespace varnhold::services
