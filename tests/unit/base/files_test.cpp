@@ -81,6 +81,26 @@ TEST(Read, AMissingFileAndAFolderAreFailuresThatNameThePath) {
     }
 }
 
+TEST(Read, APipeOrADeviceIsAFailureAtOnceAlsoThroughALink) {
+    const TemporaryHome home;
+    ASSERT_EQ(::mkfifo(home.at("pipe").c_str(), 0600), 0);
+    fs::create_symlink("pipe", home.at("link"));
+    fs::create_symlink("/dev/zero", home.at("endless"));
+    fs::create_symlink("/dev/null", home.at("empty"));
+    for (const std::string name : {"pipe", "link", "endless", "empty"}) {
+        EXPECT_FALSE(read(home.at(name))) << name;
+    }
+}
+
+TEST(Read, AFileBeyondTheLargestIsAFailure) {
+    const TemporaryHome home;
+    home.write(home.at("file"), "");
+    fs::resize_file(home.at("file"), largestFile);
+    EXPECT_EQ(read(home.at("file")).value().size(), largestFile);
+    fs::resize_file(home.at("file"), largestFile + 1);
+    EXPECT_FALSE(read(home.at("file")));
+}
+
 TEST(ReadTail, AFileAsLongAsTheLimitIsReadFromItsStart) {
     const TemporaryHome home;
     const std::string content = "é" + std::string(6142, 'x');

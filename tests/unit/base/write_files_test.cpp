@@ -92,6 +92,15 @@ TEST(WriteInPlace, FailsOnAFolderAndWhereTheParentIsMissing) {
     EXPECT_FALSE(fs::exists(home.at("missing")));
 }
 
+TEST(WriteInPlace, ToAPipeOrADeviceIsAFailureAtOnce) {
+    const TemporaryHome home;
+    ASSERT_EQ(::mkfifo(home.at("pipe").c_str(), 0600), 0);
+    fs::create_symlink("/dev/null", home.at("null"));
+    EXPECT_FALSE(writeInPlace(home.at("pipe"), "x"));
+    EXPECT_FALSE(writeInPlace(home.at("null"), "x"));
+    EXPECT_TRUE(fs::is_fifo(home.at("pipe")));
+}
+
 TEST(WriteAtomically, KeepsTheModeAndLeavesOtherNamesTheOldContent) {
     const TemporaryHome home;
     home.write(home.at("PROMPT.md"), "old");

@@ -12,6 +12,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+bool isTemporary(const std::string& name) {
+    return name.starts_with(".PROMPT") || name.ends_with(".unfinished");
+}
+
 // Reports what happens in a folder. All of it is queued by the time the call that did it returns.
 class FolderWatch {
 public:
@@ -30,7 +34,7 @@ public:
         const ssize_t got = ::read(queue_, buffer.data(), buffer.size());
         for (ssize_t at = 0; at < got;) {
             const auto* const event = reinterpret_cast<const inotify_event*>(buffer.data() + at);
-            if (event->len > 0 && !std::string(event->name).starts_with(".PROMPT")) {
+            if (event->len > 0 && !isTemporary(event->name)) {
                 names.emplace_back(event->name);
             }
             at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
