@@ -44,7 +44,7 @@ bool takeFlag(const std::string& argument, Command& command) {
 } // namespace
 
 const std::vector<std::string>& allChecks() {
-    static const std::vector<std::string> checks{"files"};
+    static const std::vector<std::string> checks{"files", "fleet"};
     return checks;
 }
 
@@ -90,6 +90,7 @@ Tells why a bot is down or a list is empty. Only reads: nothing is changed, star
 
 Checks, all of them where none is named:
   files        the settings files: what can't be read, where, and what comes of it
+  fleet        each bot: why it isn't running, how it last ended, what it was started with
 
 Options:
   --json       the report for programs

@@ -9,11 +9,13 @@
 
 namespace varnhold::doctor {
 
-// Everything that is known to be secret in the home that is looked at.
-[[nodiscard]] Secrets gatherSecrets(const Surroundings& surroundings);
+struct Examination {
+    Report report;
+    Secrets secrets; // everything that is known to be secret in what was looked at
+};
 
 // Makes the named checks. Reads files and the listing of jobs; takes as long as those take.
-[[nodiscard]] Report examine(const Surroundings& surroundings,
-                             const std::vector<std::string>& checks);
+[[nodiscard]] Examination examine(const Surroundings& surroundings,
+                                  const std::vector<std::string>& checks);
 
 } // namespace varnhold::doctor

@@ -1,5 +1,6 @@
 #include "doctor/file_state.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -24,7 +25,8 @@ FileState readAll(const std::string& path, FileState state) {
         return state;
     }
     state.kind = FileState::Kind::read;
-    constexpr std::size_t step = std::size_t{64} << 10U;
+    constexpr std::uint64_t mostAtOnce = std::uint64_t{1} << 20U;
+    const auto step = static_cast<std::size_t>(std::min(state.size + 1, mostAtOnce));
     while (state.content.size() <= largestFile) {
         const std::size_t before = state.content.size();
         state.content.resize(before + step);

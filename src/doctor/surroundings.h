@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -17,11 +18,30 @@ struct DiskRoom {
     bool outOfNames = false;                               // no new file can be made
 };
 
+// What became of the one child process that the doctor starts.
+struct ListingRun {
+    bool started = false;
+    bool timedOut = false;
+    int exitCode = 0; // or the negative number of the signal that ended it
+    std::string output;
+    std::string error; // its standard error, or why it couldn't be started
+    std::chrono::milliseconds took{};
+};
+
 // What the checks ask of the machine, read-only. The constants must outlive it.
 struct Surroundings {
     const Constants& constants; // its files may be those of another folder
+    const Constants& home;      // those of the user's own
     std::chrono::system_clock::time_point now;
     std::function<std::optional<DiskRoom>(const std::string& folder)> diskRoom;
+    std::map<std::string, std::string> environment;
+    std::string bundlePath;    // see System::bundlePath
+    std::string runtimeFolder; // see System::runtimeDirectory
+    std::string launchctlPath; // see System::launchctlPath
+    std::function<ListingRun()> listJobs;
+    // When a process was started; none if there is no such process.
+    std::function<std::optional<std::chrono::system_clock::time_point>(std::int64_t process)>
+        startOf;
 };
 
 // Constants whose files lie in `folder` instead of the home's own.

@@ -40,6 +40,11 @@ std::string dayOf(std::chrono::system_clock::time_point moment) {
 }
 
 std::string shellQuoted(std::string_view text) {
+    constexpr std::string_view harmless = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                          "0123456789_-./:@%+=,";
+    if (!text.empty() && text.find_first_not_of(harmless) == std::string_view::npos) {
+        return std::string(text);
+    }
     std::string out = "'";
     for (const char c : text) {
         out += c == '\'' ? std::string("'\\''") : std::string(1, c);

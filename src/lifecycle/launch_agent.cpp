@@ -23,16 +23,16 @@ constexpr std::array<std::pair<const char*, const char*>, 8> providerVariables{{
     {"deepseekKey", "DEEPSEEK_API_KEY"},
 }};
 
-std::map<std::string, std::string> environmentFor(const FleetContext& context, const BotConfig& bot,
+std::map<std::string, std::string> environmentFor(const Constants& constants, const BotConfig& bot,
                                                   const std::string& resources) {
     std::map<std::string, std::string> variables{
-        {"HOME", context.constants.appHome},
+        {"HOME", constants.appHome},
         {"PATH", "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin"},
         {"PYTHONPATH", resources},
         {"DAEMON_RESOURCES", resources},
-        {"DAEMON_DATA_DIR", context.constants.appSupportDir}};
+        {"DAEMON_DATA_DIR", constants.appSupportDir}};
     // A sign-in file that can't be read leaves the agent without keys rather than without a start.
-    if (const auto authConfig = json::parseFile(context.constants.authConfigFile)) {
+    if (const auto authConfig = json::parseFile(constants.authConfigFile)) {
         for (auto& [name, value] : signInVariables(*authConfig)) {
             variables.insert_or_assign(name, std::move(value));
         }
@@ -41,20 +41,6 @@ std::map<std::string, std::string> environmentFor(const FleetContext& context, c
         variables.insert_or_assign("TELEGRAM_BOT_TOKEN", bot.token);
     }
     return variables;
-}
-
-PropertyList definitionOf(const FleetContext& context, const BotConfig& bot) {
-    const std::string resources = daemonResourcesPath(context.platform.system.bundlePath());
-    return {.label = bot.launchdLabel,
-            .keepAlive = true,
-            .runAtLoad = true,
-            .environmentVariables = environmentFor(context, bot, resources),
-            .programArguments = {findPython(), "-m", "provider_telegramd", "--dept", bot.role,
-                                 "--data-dir",
-                                 context.constants.appSupportDir + "/data/" + bot.role},
-            .workingDirectory = resources,
-            .standardOutPath = logPath(bot.role),
-            .standardErrorPath = "/tmp/vh-" + bot.role + "-error.log"};
 }
 
 } // namespace
@@ -69,6 +55,10 @@ std::string propertyListPath(const Constants& constants, const std::string& labe
 
 std::string logPath(const std::string& role) {
     return "/tmp/vh-" + role + ".log";
+}
+
+std::string errorLogPath(const std::string& role) {
+    return "/tmp/vh-" + role + "-error.log";
 }
 
 std::map<std::string, std::string> signInVariables(const json::Value& authConfig) {
@@ -97,12 +87,27 @@ std::map<std::string, std::string> signInVariables(const json::Value& authConfig
     return variables;
 }
 
+PropertyList agentDefinition(const Constants& constants, const std::string& bundlePath,
+                             const BotConfig& bot) {
+    const std::string resources = daemonResourcesPath(bundlePath);
+    return {.label = bot.launchdLabel,
+            .keepAlive = true,
+            .runAtLoad = true,
+            .environmentVariables = environmentFor(constants, bot, resources),
+            .programArguments = {findPython(), "-m", "provider_telegramd", "--dept", bot.role,
+                                 "--data-dir", constants.appSupportDir + "/data/" + bot.role},
+            .workingDirectory = resources,
+            .standardOutPath = logPath(bot.role),
+            .standardErrorPath = errorLogPath(bot.role)};
+}
+
 std::optional<std::string> generatePlist(const FleetContext& context, const BotConfig& bot) {
     if (!isStartable(bot)) {
         return std::nullopt;
     }
     const std::string path = propertyListPath(context.constants, bot.launchdLabel);
-    const Result<std::string> content = encodePropertyList(definitionOf(context, bot));
+    const Result<std::string> content = encodePropertyList(
+        agentDefinition(context.constants, context.platform.system.bundlePath(), bot));
     if (!content) {
         return std::nullopt;
     }

@@ -24,10 +24,16 @@ inline constexpr const char* startableSuffix = ".telegramd";
 
 // Path of an agent's log; the daemon writes activity markers into it.
 [[nodiscard]] std::string logPath(const std::string& role);
+[[nodiscard]] std::string errorLogPath(const std::string& role);
 
 // Provider keys and OAuth tokens of the sign-in document, as environment variables. Anything that
 // isn't a non-empty text is left out; so are all tokens if one of them isn't text.
 [[nodiscard]] std::map<std::string, std::string> signInVariables(const json::Value& authConfig);
+
+// What the agent's property list would say if it were written now: reads the sign-in file and looks
+// for the interpreter and the daemon code.
+[[nodiscard]] PropertyList agentDefinition(const Constants& constants,
+                                           const std::string& bundlePath, const BotConfig& bot);
 
 // Writes the agent's property list and gives its path, also when writing failed: whatever is on
 // disk is then loaded. None, and nothing written, for a record that can't be started or whose texts

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <map>
 #include <string>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -15,7 +16,12 @@
 #include "doctor/json_report.h"
 #include "doctor/text_report.h"
 #include "platform/posix_system.h"
+#include "process_start.h"
+#include "run_listing.h"
 #include "shell/constants.h"
+
+extern char**
+    environ; // NOLINT(readability-redundant-declaration): not every system's header has it
 
 namespace {
 
@@ -25,6 +31,18 @@ using namespace varnhold::doctor;
 std::string variable(const char* name) {
     const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): one thread
     return value == nullptr ? "" : value;
+}
+
+std::map<std::string, std::string> environmentVariables() {
+    std::map<std::string, std::string> variables;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        const std::size_t sign = text.find('=');
+        if (sign != std::string::npos) {
+            variables.emplace(text.substr(0, sign), text.substr(sign + 1));
+        }
+    }
+    return variables;
 }
 
 TextStyle styleOf(const Command& command) {
@@ -46,9 +64,17 @@ int examineAll(const Command& command) {
     const Constants home(system->homeDirectory());
     const Constants constants = command.data.empty() ? home : withDataFolder(home, command.data);
     const Surroundings surroundings{
-        .constants = constants, .now = std::chrono::system_clock::now(), .diskRoom = diskRoomOf};
-    const Report report = examine(surroundings, command.checks);
-    const Secrets secrets = gatherSecrets(surroundings);
+        .constants = constants,
+        .home = home,
+        .now = std::chrono::system_clock::now(),
+        .diskRoom = diskRoomOf,
+        .environment = environmentVariables(),
+        .bundlePath = system->bundlePath(),
+        .runtimeFolder = system->runtimeDirectory(),
+        .launchctlPath = system->launchctlPath(),
+        .listJobs = [&system] { return runListing(system->launchctlPath()); },
+        .startOf = startOfProcess};
+    const auto [report, secrets] = examine(surroundings, command.checks);
     std::cout << (command.json ? jsonReport(report, secrets)
                                : textReport(report, secrets, styleOf(command)));
     std::cout.flush();

@@ -19,15 +19,42 @@ struct DoctorHome {
     Constants constants{home.path()};
     doctor::Surroundings around{
         .constants = constants,
+        .home = constants,
         .now = std::chrono::system_clock::time_point(std::chrono::seconds(1772600767)),
-        .diskRoom = [](const std::string&) { return doctor::DiskRoom{.freeBytes = 1U << 30U}; }};
+        .diskRoom = [](const std::string&) { return doctor::DiskRoom{.freeBytes = 1U << 30U}; },
+        .environment = {},
+        .bundlePath = home.at("lib/varnhold"),
+        .runtimeFolder = home.at("run"),
+        .launchctlPath = "/opt/bin/launchctl",
+        .listJobs = [this] { return listing; },
+        .startOf =
+            [this](std::int64_t process) -> std::optional<std::chrono::system_clock::time_point> {
+            const auto found = runsFor.find(process);
+            return found == runsFor.end() ? std::nullopt
+                                          : std::optional(around.now - found->second);
+        }};
+    doctor::ListingRun listing{.started = true};
+    std::map<std::int64_t, std::chrono::seconds> runsFor; // by process
 
+    DoctorHome(const DoctorHome&) = delete;
+    DoctorHome& operator=(const DoctorHome&) = delete;
     DoctorHome() { home.makeFolder(constants.appSupportDir); }
 
     void write(const std::string& path, std::string_view content) const {
         home.write(path, content);
     }
 };
+
+// The record of a bot as the file has it.
+inline std::string botRecord(const std::string& role, const std::string& more = "") {
+    return R"({"icon":"x","title":"The )" + role + R"(","token":"t-of-)" + role + R"(","role":")" +
+           role + R"(","launchdLabel":"com.ostrelleai.)" + role +
+           R"(.telegramd","service":"Telegram")" + more + "}";
+}
+
+inline std::string labelOf(const std::string& role) {
+    return "com.ostrelleai." + role + ".telegramd";
+}
 
 inline std::vector<doctor::Finding> findingsOf(const doctor::Section& section,
                                                std::string_view id) {

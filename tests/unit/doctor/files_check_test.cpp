@@ -191,8 +191,10 @@ TEST(FilesCheck, AnotherFoldersFilesAreLookedAtWhereTheyLie) {
     const DoctorHome home;
     home.write(home.home.at("copy/bots.json"), oneBot);
     const Constants copy = withDataFolder(home.constants, home.home.at("copy"));
-    const Surroundings around{
-        .constants = copy, .now = home.around.now, .diskRoom = home.around.diskRoom};
+    const Surroundings around{.constants = copy,
+                              .home = home.constants,
+                              .now = home.around.now,
+                              .diskRoom = home.around.diskRoom};
     const Section section = checkFiles(around);
     EXPECT_EQ(section.summary, "1 of 1 file can be read");
     EXPECT_EQ(section.data["files"][0]["path"], home.home.at("copy/bots.json"));
