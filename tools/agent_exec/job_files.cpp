@@ -31,6 +31,7 @@ constexpr const char* wakePipe = "wake";
 constexpr const char* restFile = "at-rest";
 constexpr const char* unitFile = "is-unit";
 constexpr const char* leavingFile = "leaving";
+constexpr const char* logTroubleFile = "log-trouble";
 // As in s6: a file that holds the number of the descriptor on which a job says that it is up.
 constexpr const char* readyFile = "notification-fd";
 constexpr const char* readyDescriptor = "3";
@@ -158,6 +159,14 @@ void JobFiles::tellReady() const {
     }
 }
 
+void JobFiles::noteLogTrouble(const std::string& lines) const {
+    if (lines.empty()) {
+        remove(logTroubleFile);
+    } else {
+        static_cast<void>(write(logTroubleFile, lines));
+    }
+}
+
 bool JobFiles::isAtRest() const {
     return has(restFile);
 }
@@ -195,7 +204,7 @@ Result<void> JobFiles::makeWakePipe() const {
 
 void JobFiles::removeAll() const {
     for (const char* name : {definitionFile, lastEndFile, lastStartFile, hurryFile, wakePipe,
-                             restFile, unitFile, leavingFile, readyFile}) {
+                             restFile, unitFile, leavingFile, logTroubleFile, readyFile}) {
         remove(name);
         remove((std::string(name) + ".new").c_str());
     }

@@ -49,6 +49,9 @@ public:
     [[nodiscard]] bool waitUnlessHurried(std::chrono::nanoseconds duration) const;
     void forgetHurry() const;
 
+    // Why the agent runs without a log that it should have, for whoever looks for it; a line each.
+    void noteLogTrouble(const std::string& lines) const;
+
     // A job that is loaded but not to run yet. A manager that can't hold a unit without starting it
     // starts agent-exec all the same, which then ends at once; nothing of that is shown.
     [[nodiscard]] bool isAtRest() const;

@@ -48,7 +48,7 @@ int start(const JobFiles& job) {
         return cannotSpawn;
     }
     job.tellReady();
-    return becomeAgent(*definition);
+    return becomeAgent(*definition, job);
 }
 
 int startSupervised(const std::string& folder) {

@@ -10,6 +10,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "agent_exec/log_file.h"
 #include "agent_exec/signals.h"
 
 namespace varnhold::services {
@@ -17,8 +18,7 @@ namespace varnhold::services {
 namespace {
 
 constexpr const char* basePath = "/usr/bin:/bin:/usr/sbin:/sbin";
-constexpr mode_t logMode = 0666; // the mask takes its share
-constexpr mode_t mask = 0022;    // whatever that of the manager, or of who started it, may be
+constexpr mode_t mask = 0022; // whatever that of the manager, or of who started it, may be
 
 int refuse(const std::string& what) {
     std::fprintf(stderr, "agent-exec: %s: %s\n", what.c_str(),
@@ -26,19 +26,15 @@ int refuse(const std::string& what) {
     return cannotSpawn;
 }
 
-void openLog(const std::string& path, int target) {
-    // Without O_NONBLOCK a pipe that nobody reads would keep the agent waiting here for ever.
-    constexpr int way = O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY | O_NONBLOCK;
-    int log = path.empty() ? -1 : ::open(path.c_str(), way, logMode);
-    if (log < 0) {
-        log = ::open("/dev/null", O_WRONLY);
-    } else {
-        ::fcntl(log, F_SETFL, O_APPEND);
+// Gives a line of why if the log can't be had; the stream then goes nowhere.
+std::string sendTo(const std::string& key, const std::string& path, int target) {
+    const auto log = path.empty() ? failure("") : openLog(path);
+    const int file = log ? *log : ::open("/dev/null", O_WRONLY);
+    if (file >= 0 && file != target) {
+        ::dup2(file, target);
+        ::close(file);
     }
-    if (log >= 0 && log != target) {
-        ::dup2(log, target);
-        ::close(log);
-    }
+    return log || path.empty() ? "" : key + ": " + log.error() + "\n";
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
@@ -68,7 +64,7 @@ std::map<std::string, std::string> agentEnvironment(const PropertyList& list) {
     return variables;
 }
 
-int becomeAgent(const PropertyList& list) {
+int becomeAgent(const PropertyList& list, const JobFiles& job) {
     std::vector<std::string> environment;
     for (const auto& [name, value] : agentEnvironment(list)) {
         environment.push_back(name + "=" + value);
@@ -87,8 +83,8 @@ int becomeAgent(const PropertyList& list) {
     const int ownError = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
     ::close(STDIN_FILENO);
     ::open("/dev/null", O_RDONLY); // takes the number that has just been freed
-    openLog(list.standardOutPath, STDOUT_FILENO);
-    openLog(list.standardErrorPath, STDERR_FILENO);
+    job.noteLogTrouble(sendTo("StandardOutPath", list.standardOutPath, STDOUT_FILENO) +
+                       sendTo("StandardErrorPath", list.standardErrorPath, STDERR_FILENO));
     ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     ::execve(program.c_str(), pointers(arguments).data(), pointers(environment).data());
     const int error = errno;

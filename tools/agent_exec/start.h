@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 
+#include "agent_exec/job_files.h"
 #include "lifecycle/property_list.h"
 
 namespace varnhold::services {
@@ -15,8 +16,9 @@ inline constexpr int cannotSpawn = 78;
 [[nodiscard]] std::map<std::string, std::string> agentEnvironment(const PropertyList& list);
 
 // Turns this process into the agent: session, folder, logs, environment, then the program itself.
-// Logs are opened for appending, and one that can't be opened never keeps an agent down. Returns
-// only if the agent can't be started, with what to exit with; the reason is on standard error.
-[[nodiscard]] int becomeAgent(const PropertyList& list);
+// Logs are opened for appending, and one that can't be opened never keeps an agent down; the job
+// has the reason. Returns only if the agent can't be started, with what to exit with; the reason is
+// on standard error.
+[[nodiscard]] int becomeAgent(const PropertyList& list, const JobFiles& job);
 
 } // namespace varnhold::services

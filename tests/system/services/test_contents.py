@@ -174,6 +174,62 @@ class ContentsTest(ServicesCase):
         job = self.load(StandardOutPath=str(pipe), StandardErrorPath="")
         self.assertEqual(os.read(reader, 100).decode(), f"started as {self.row(job)[0]}\n")
 
+    def assert_log_is_refused(self, log, reason):
+        job = self.load(StandardOutPath=str(log))
+        self.assertEqual(job.starts()[0]["descriptors"]["1"], "/dev/null")
+        self.assertEqual(job.error_log.read_text(), "trouble\n")
+        note = self.runtime / "jobs" / job.label / "log-trouble"
+        self.assertEqual(note.read_text(), f"StandardOutPath: {log}: {reason}\n")
+        return job, note
+
+    def test_a_log_that_is_a_link_is_not_followed_and_the_reason_is_kept(self):
+        dear = pathlib.Path(os.environ["HOME"]) / "dear"
+        dear.write_text("dear\n")
+        for target in (dear, dear.with_name("not there yet")):
+            link = dear.with_name(f"link to {target.name}")
+            link.symlink_to(target)
+            with self.subTest(target=target.name):
+                job, _ = self.assert_log_is_refused(link, "a link, which isn't followed")
+                self.assertEqual(self.bootout(job), SILENT)
+        self.assertEqual(dear.read_text(), "dear\n")
+        self.assertFalse(dear.with_name("not there yet").exists())
+        self.assert_nothing_is_left()
+
+    def test_a_log_that_is_a_second_name_of_another_file_is_not_written_to(self):
+        dear = pathlib.Path(os.environ["HOME"]) / "dear"
+        dear.write_text("dear\n")
+        os.link(dear, dear.with_name("planted"))
+        self.assert_log_is_refused(dear.with_name("planted"), "a file that has other names too")
+        self.assertEqual(dear.read_text(), "dear\n")
+
+    def test_a_log_of_somebody_elses_is_not_written_to(self):
+        planted = pathlib.Path("/tmp/vh-planted.log")
+        planted.write_text("")
+        os.chown(planted, 1000, 1000)
+        self.assert_log_is_refused(planted, "a file of another user")
+        self.assertEqual(planted.read_text(), "")
+
+    def test_the_reason_for_a_missing_log_goes_when_the_log_comes(self):
+        link = pathlib.Path(os.environ["HOME"]) / "link"
+        link.symlink_to("anywhere")
+        job, note = self.assert_log_is_refused(link, "a link, which isn't followed")
+        link.unlink()
+        pid = self.row(job)[0]
+        self.launchctl("kickstart", "-k", job.target)
+        pid = self.await_up(job, other_than=pid)
+        self.assertEqual(link.read_text(), f"started as {pid}\n")
+        self.assertFalse(note.exists())
+
+    def test_logs_that_are_made_are_for_their_user_alone_and_others_keep_their_mode(self):
+        job = self.job()
+        job.log.write_text("")
+        job.log.chmod(0o644)
+        os.umask(0)
+        self.assertEqual(self.bootstrap(job), SILENT)
+        self.await_up(job)
+        self.assertEqual(job.log.stat().st_mode & 0o777, 0o644)
+        self.assertEqual(job.error_log.stat().st_mode & 0o777, 0o600)
+
     # -- secrets ----------------------------------------------------------------------------------
 
     def test_secrets_stand_in_no_command_line_and_in_no_environment_but_the_agents(self):
