@@ -44,4 +44,21 @@ inline constexpr std::string_view propertyListBroken = "property-list-broken";
 inline constexpr std::string_view propertyListImpossible = "property-list-impossible";
 inline constexpr std::string_view jobOfNobody = "job-of-nobody";
 
+// chains, and who answers without a provider
+inline constexpr std::string_view chainEmpty = "chain-empty";
+inline constexpr std::string_view chainCannotAnswer = "chain-cannot-answer";
+inline constexpr std::string_view chainOneProvider = "chain-one-provider";
+inline constexpr std::string_view chainBotUnknown = "chain-bot-unknown";
+inline constexpr std::string_view chainUnknown = "chain-unknown";
+inline constexpr std::string_view modelNotConnected = "model-not-connected";
+inline constexpr std::string_view modelCannotServe = "model-cannot-serve";
+inline constexpr std::string_view modelNotInLibrary = "model-not-in-library";
+inline constexpr std::string_view modelTwice = "model-twice";
+inline constexpr std::string_view budgetNegative = "budget-negative";
+inline constexpr std::string_view botInNoChain = "bot-in-no-chain";
+inline constexpr std::string_view choiceNotConnected = "choice-not-connected";
+inline constexpr std::string_view groupPathMissing = "group-path-missing";
+inline constexpr std::string_view withoutNobody = "without-nobody";
+inline constexpr std::string_view withoutUnknown = "without-unknown";
+
 } // namespace varnhold::doctor::ids

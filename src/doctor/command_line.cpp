@@ -44,7 +44,7 @@ bool takeFlag(const std::string& argument, Command& command) {
 } // namespace
 
 const std::vector<std::string>& allChecks() {
-    static const std::vector<std::string> checks{"files", "fleet"};
+    static const std::vector<std::string> checks{"files", "fleet", "chains"};
     return checks;
 }
 
@@ -56,11 +56,14 @@ Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
         if (takeFlag(argument, command)) {
             continue;
         }
-        const Result<bool> data = takeValue("--data", arguments, at, command.data);
-        if (!data) {
-            return failure(data.error());
+        Result<bool> taken = takeValue("--data", arguments, at, command.data);
+        if (taken && !*taken) {
+            taken = takeValue("--without", arguments, at, command.without);
         }
-        if (*data) {
+        if (!taken) {
+            return failure(taken.error());
+        }
+        if (*taken) {
             continue;
         }
         if (argument.starts_with('-')) {
@@ -73,9 +76,13 @@ Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
         asked.push_back(argument);
     }
     for (const std::string& check : allChecks()) {
-        if (asked.empty() || std::find(asked.begin(), asked.end(), check) != asked.end()) {
+        if ((asked.empty() && command.without.empty()) ||
+            std::find(asked.begin(), asked.end(), check) != asked.end()) {
             command.checks.push_back(check);
         }
+    }
+    if (!command.without.empty()) {
+        command.checks.emplace_back("without");
     }
     while (command.data.size() > 1 && command.data.ends_with('/')) {
         command.data.pop_back();
@@ -85,16 +92,20 @@ Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
 
 std::string helpText() {
     return R"(Usage: varnhold-doctor [--json] [--data DIR] [--no-colour] [CHECK...]
+       varnhold-doctor --without PROVIDER
 
 Tells why a bot is down or a list is empty. Only reads: nothing is changed, started or ended.
 
 Checks, all of them where none is named:
   files        the settings files: what can't be read, where, and what comes of it
   fleet        each bot: why it isn't running, how it last ended, what it was started with
+  chains       chains and groups: which models can answer, and why the others can't
 
 Options:
   --json       the report for programs
   --data DIR   look at the settings files in DIR
+  --without PROVIDER
+               who answers for each chain and bot while that provider fails
   --no-colour  no colours, also in a terminal
   --help, --version
 

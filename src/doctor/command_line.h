@@ -17,7 +17,8 @@ struct Command {
     bool json = false;
     bool colour = true;              // where the terminal has any
     std::string data;                // another data folder; empty for the home's own
-    std::vector<std::string> checks; // in their order of showing; all if none was named
+    std::string without;             // a provider; empty if nobody asked
+    std::vector<std::string> checks; // in their order of showing
 };
 
 // The checks that there are, in their order.

@@ -4,11 +4,14 @@
 #include <filesystem>
 
 #include "base/dates.h"
+#include "doctor/chains_check.h"
 #include "doctor/file_state.h"
 #include "doctor/files_check.h"
 #include "doctor/fleet_check.h"
 #include "doctor/jobs.h"
 #include "doctor/settings_files.h"
+#include "doctor/stored_defaults.h"
+#include "doctor/window_state.h"
 
 namespace varnhold::doctor {
 
@@ -40,6 +43,12 @@ Secrets gatherSecrets(const Surroundings& surroundings, const Jobs& jobs) {
             secrets.addFromJson(fileStateOf(pathOf(file, *constants)).content);
         }
     }
+    const std::string defaults = storedDefaultsPath(surroundings.home.appHome);
+    for (const auto& [name, value] : parseStoredDefaults(fileStateOf(defaults).content)) {
+        if (name.starts_with("api_key_")) {
+            secrets.add(value);
+        }
+    }
     for (const auto& [name, value] : surroundings.environment) {
         secrets.addVariable(name, value);
     }
@@ -54,19 +63,28 @@ Secrets gatherSecrets(const Surroundings& surroundings, const Jobs& jobs) {
 
 } // namespace
 
-Examination examine(const Surroundings& surroundings, const std::vector<std::string>& checks) {
+Examination examine(const Surroundings& surroundings, const Command& command) {
     Report report{.made = dates::iso8601(surroundings.now),
                   .data = surroundings.constants.appSupportDir,
                   .sections = {}};
-    const bool asksForJobs =
-        std::any_of(checks.begin(), checks.end(), [](const auto& each) { return each == "fleet"; });
-    const Jobs jobs = asksForJobs ? findJobs(surroundings) : Jobs();
-    for (const std::string& check : checks) {
-        if (check == "files") {
-            report.sections.push_back(checkFiles(surroundings));
-        } else if (check == "fleet") {
-            report.sections.push_back(checkFleet(surroundings, jobs));
-        }
+    const auto asksFor = [&command](const char* check) {
+        const auto& checks = command.checks;
+        return std::find(checks.begin(), checks.end(), check) != checks.end();
+    };
+    const auto add = [&report](Section section) { report.sections.push_back(std::move(section)); };
+    const Jobs jobs = asksFor("fleet") ? findJobs(surroundings) : Jobs();
+    const WindowState window(surroundings);
+    if (asksFor("files")) {
+        add(checkFiles(surroundings));
+    }
+    if (asksFor("fleet")) {
+        add(checkFleet(surroundings, jobs));
+    }
+    if (asksFor("chains")) {
+        add(checkChains(window.fields()));
+    }
+    if (asksFor("without")) {
+        add(checkWithout(window.fields(), command.without));
     }
     return {std::move(report), gatherSecrets(surroundings, jobs)};
 }

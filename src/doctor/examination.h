@@ -1,8 +1,6 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
+#include "doctor/command_line.h"
 #include "doctor/finding.h"
 #include "doctor/secrets.h"
 #include "doctor/surroundings.h"
@@ -14,8 +12,8 @@ struct Examination {
     Secrets secrets; // everything that is known to be secret in what was looked at
 };
 
-// Makes the named checks. Reads files and the listing of jobs; takes as long as those take.
-[[nodiscard]] Examination examine(const Surroundings& surroundings,
-                                  const std::vector<std::string>& checks);
+// Makes the checks that were asked for. Reads files and the listing of jobs; takes as long as those
+// take.
+[[nodiscard]] Examination examine(const Surroundings& surroundings, const Command& command);
 
 } // namespace varnhold::doctor

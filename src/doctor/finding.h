@@ -62,6 +62,7 @@ struct Section {
     std::string summary;
     Table table = {};
     std::vector<Finding> findings = {};
+    std::vector<std::string> remarks = {}; // what the rest is to be read with
     // The same as the table, for programs; an object.
     json::Value data = json::Value::object();
 };

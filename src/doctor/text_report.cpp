@@ -70,6 +70,10 @@ private:
             out_ += "\n";
             write(*finding);
         }
+        for (const std::string& remark : section.remarks) {
+            out_ += &remark == section.remarks.data() ? "\n" : "";
+            line(indent, Tone::dim, said(remark));
+        }
     }
 
     void write(const Table& table) {

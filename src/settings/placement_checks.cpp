@@ -78,14 +78,16 @@ bool isCerebras(const AIModelItem& item) {
 
 } // namespace
 
-bool checkAuthFor(const SettingsFields& settings, const AIModelItem& item) {
+std::string providerOf(const AIModelItem& item) {
     if (item.provider_key == "local" || item.type == "local") {
-        return true;
+        return "local";
     }
-    if (const Provider* maker = makerIn(item.id)) {
-        return isConnected(settings, *maker);
-    }
-    const std::string key = providerKeyOf(item);
+    const Provider* maker = makerIn(item.id);
+    return maker == nullptr ? providerKeyOf(item) : std::string(maker->key);
+}
+
+bool checkAuthFor(const SettingsFields& settings, const AIModelItem& item) {
+    const std::string key = providerOf(item);
     if (key == "openrouter") {
         return !settings.openrouterKey.empty();
     }

@@ -12,6 +12,10 @@
 // serve two chains only. Pure reading of the state; main thread. Nothing here can fail.
 namespace varnhold {
 
+// Whom the model is reached through: "claude", "openrouter", "local", or whatever its record says;
+// "unknown" where it doesn't.
+[[nodiscard]] std::string providerOf(const AIModelItem& item);
+
 // True if the model can be used with the credentials that are known now. A provider that isn't
 // known needs none. All comparisons are exact, also in case.
 [[nodiscard]] bool checkAuthFor(const SettingsFields& settings, const AIModelItem& item);

@@ -74,7 +74,7 @@ int examineAll(const Command& command) {
         .launchctlPath = system->launchctlPath(),
         .listJobs = [&system] { return runListing(system->launchctlPath()); },
         .startOf = startOfProcess};
-    const auto [report, secrets] = examine(surroundings, command.checks);
+    const auto [report, secrets] = examine(surroundings, command);
     std::cout << (command.json ? jsonReport(report, secrets)
                                : textReport(report, secrets, styleOf(command)));
     std::cout.flush();
