@@ -42,11 +42,12 @@ Item {
 
             // From outside: what it holds already is left alone, so that the cursor stays.
             function take(words: string) {
-                if (words === text)
+                if (words === keeper.text)
                     return;
                 const place = cursorPosition;
                 filling = true;
                 text = words;
+                keeper.take(words);
                 cursorPosition = Math.min(place, length);
                 filling = false;
             }
@@ -66,12 +67,32 @@ Item {
             Accessible.name: root.name
             Component.onCompleted: {
                 text = root.text;
+                keeper.take(root.text);
                 filling = false;
             }
-            onTextChanged: if (!filling) root.edited(text)
+            onTextChanged: {
+                if (!filling) {
+                    keeper.follow();
+                    root.edited(keeper.text);
+                }
+            }
+            // The end of a line is the same with Shift.
+            Keys.onPressed: event => {
+                if (event.matches(StandardKey.InsertLineSeparator)) {
+                    remove(selectionStart, selectionEnd);
+                    insert(cursorPosition, "\n");
+                    event.accepted = true;
+                }
+            }
             // Tab goes on to the next control, as everywhere else in the window.
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+            TextKeeper {
+                id: keeper
+
+                document: editor.textDocument
+            }
 
             EditMenu { editor: editor }
 

@@ -69,6 +69,20 @@ TEST(PromptsBlock, StoresEachKeyWithTheSelectedBotAlone) {
     EXPECT_EQ(prompts.botsOnDisk()[2].prompt, "");
 }
 
+TEST(PromptsBlock, StoresWhatWasNotTypedAsItWas) {
+    const std::string odd = "a\u00a0b\u2028c\r\nd\re\n";
+    Prompts prompts;
+    prompts.view->masterPrompt = odd;
+    prompts.view->userBots[1].prompt = odd;
+    prompts.show();
+    prompts.typeAtTheEnd(u"Master Prompt Injection"_s, u"f"_s);
+    EXPECT_EQ(prompts.read(prompts.constants.promptFile), odd + "f");
+    prompts.clickRow(u"🤖 ops"_s);
+    EXPECT_EQ(prompts.botsOnDisk()[1].prompt, odd);
+    prompts.typeAtTheEnd(u"Bot Prompt"_s, u"f"_s);
+    EXPECT_EQ(prompts.botsOnDisk()[1].prompt, odd + "f");
+}
+
 TEST(PromptsBlock, KeepsTheCursorWhereTheUserTypes) {
     Prompts prompts;
     prompts.view->masterPrompt = "ac";

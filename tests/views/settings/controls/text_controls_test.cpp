@@ -84,6 +84,57 @@ TEST_P(TextControls, OfferToCutAndPasteByASecondaryClick) {
     EXPECT_EQ(shown.heard().last(), QStringLiteral("one"));
 }
 
+TEST_P(TextControls, LeaveTheRestOfATextAsItIs) {
+    const QString odd = QStringLiteral("\u00a0a\u2028b\r\nc\rd\u00a0");
+    ShownItem shown(textControls);
+    shown.root()->setProperty("word", odd);
+    shown.click(name());
+    shown.press(Qt::Key_A, Qt::ControlModifier); // selecting is no edit
+    shown.press(Qt::Key_End, Qt::ControlModifier);
+    shown.press(Qt::Key_End);
+    EXPECT_TRUE(shown.heard().isEmpty());
+    shown.type(QStringLiteral("e"));
+    EXPECT_EQ(shown.heard(), QStringList({odd + QLatin1Char('e')}));
+    shown.press(Qt::Key_Backspace);
+    shown.press(Qt::Key_Home, Qt::ControlModifier);
+    shown.press(Qt::Key_Home);
+    shown.type(QStringLiteral("f"));
+    EXPECT_EQ(shown.heard().last(), QLatin1Char('f') + odd);
+    shown.press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown.heard().last(), odd);
+}
+
+TEST_P(TextControls, BringBackWhatWasDeletedAsItWas) {
+    const QString odd = QStringLiteral("\u00a0a\u2028b\r\nc\rd\u00a0");
+    ShownItem shown(textControls);
+    shown.root()->setProperty("word", odd);
+    shown.click(name());
+    shown.press(Qt::Key_A, Qt::ControlModifier);
+    shown.press(Qt::Key_Delete);
+    EXPECT_EQ(shown.heard().last(), QString());
+    shown.press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown.heard().last(), odd);
+}
+
+TEST(TextArea, EndsALineWithShiftAsWithout) {
+    ShownItem shown(textControls);
+    shown.click(QStringLiteral("Prompt"));
+    shown.press(Qt::Key_End);
+    shown.press(Qt::Key_Return, Qt::ShiftModifier);
+    shown.press(Qt::Key_Return);
+    EXPECT_EQ(shown.heard().last(), QStringLiteral("one\n\n"));
+}
+
+TEST(TextArea, KeepsATextThatLooksLikeTheOneBefore) {
+    ShownItem shown(textControls);
+    shown.root()->setProperty("word", QStringLiteral("a b\nc"));
+    shown.root()->setProperty("word", QStringLiteral("a\u00a0b\r\nc"));
+    shown.click(QStringLiteral("Prompt"));
+    shown.press(Qt::Key_End, Qt::ControlModifier);
+    shown.type(QStringLiteral("d"));
+    EXPECT_EQ(shown.heard().last(), QStringLiteral("a\u00a0b\r\ncd"));
+}
+
 INSTANTIATE_TEST_SUITE_P(All, TextControls, ::testing::Values("Role", "Prompt"),
                          [](const auto& which) { return std::string(which.param); });
 
