@@ -6,6 +6,7 @@
 #include "base/files.h"
 #include "lifecycle/fleet.h"
 #include "lifecycle/service_control.h"
+#include "settings/sign_in.h"
 #include "shell/daemon_code.h"
 #include "shell/migration.h"
 
@@ -165,9 +166,10 @@ void AppDelegate::rebuildMenu() {
 }
 
 void AppDelegate::reloginProvider(const std::string& provider) {
-    const std::string script =
-        daemonResourcesPath(platform_.system.bundlePath()) + "/login_scout.sh";
-    platform_.processes.start(platform_.system.terminalRequest(script, provider));
+    if (!startSignIn(platform_, provider)) {
+        openModelSelector();
+        modelWindow_->presentAlert(noTerminalAlert);
+    }
 }
 
 void AppDelegate::openModelSelector() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/layout.h"
@@ -15,7 +16,7 @@ namespace varnhold::platform {
 [[nodiscard]] Layout systemLayout(const std::string& executable);
 
 // See System::terminalRequest.
-[[nodiscard]] ProcessRequest systemTerminalRequest(const std::string& script,
-                                                   const std::string& argument);
+[[nodiscard]] std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,
+                                                                  const std::string& argument);
 
 } // namespace varnhold::platform

@@ -126,9 +126,9 @@ public:
     [[nodiscard]] virtual bool hasUserManager() const = 0;
 
     // What to start, without waiting for it, so that the user sees a terminal window in which the
-    // script runs with one argument.
-    [[nodiscard]] virtual ProcessRequest terminalRequest(const std::string& script,
-                                                         const std::string& argument) const = 0;
+    // script runs with one argument. None where no terminal is known.
+    [[nodiscard]] virtual std::optional<ProcessRequest>
+    terminalRequest(const std::string& script, const std::string& argument) const = 0;
 };
 
 // One of each, by reference; the owner keeps them alive longer than anything that holds this.

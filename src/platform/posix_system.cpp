@@ -65,8 +65,8 @@ public:
         const std::string session = runtimeDirectory_.substr(0, runtimeDirectory_.rfind('/'));
         return files::exists(session + "/systemd/private");
     }
-    [[nodiscard]] ProcessRequest terminalRequest(const std::string& script,
-                                                 const std::string& argument) const override {
+    [[nodiscard]] std::optional<ProcessRequest>
+    terminalRequest(const std::string& script, const std::string& argument) const override {
         return systemTerminalRequest(script, argument);
     }
 

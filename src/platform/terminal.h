@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/platform.h"
@@ -15,9 +16,11 @@ namespace varnhold::platform {
 [[nodiscard]] ProcessRequest macTerminalRequest(const std::string& script,
                                                 const std::string& argument);
 
-// The user's chosen terminal emulator, or the first known one for which `exists` holds. Script and
-// argument are passed as they are, never through a shell.
-[[nodiscard]] ProcessRequest
+// The user's chosen terminal emulator, or the first known one for which `exists` holds; none where
+// there is no such. The window stays until a key is pressed, so that the script's last words can be
+// read, above all when it has failed. Script and argument are passed as they are and become part of
+// no shell's text.
+[[nodiscard]] std::optional<ProcessRequest>
 linuxTerminalRequest(const std::string& script, const std::string& argument,
                      const std::function<bool(const std::string& path)>& exists);
 

@@ -26,6 +26,15 @@ constexpr std::array<SignInParts, 5> signInParts{{
 
 } // namespace
 
+bool startSignIn(platform::Platform& platform, const std::string& provider) {
+    const std::string resources = daemonResourcesPath(platform.system.bundlePath());
+    const auto request = platform.system.terminalRequest(resources + loginScript, provider);
+    if (request) {
+        platform.processes.start(*request);
+    }
+    return request.has_value();
+}
+
 bool AuthRow::isAuthorized() const {
     return method == AuthMethod::oauth ? auth.oauthStatus : !apiKey.empty();
 }
@@ -55,9 +64,10 @@ std::vector<KeyRow> keyRows(ModelSelectorView& view) {
 }
 
 void ModelSelectorView::runScout(const std::optional<std::string>& key) {
-    if (key) {
-        const std::string resources = daemonResourcesPath(platform_.system.bundlePath());
-        platform_.processes.start(platform_.system.terminalRequest(resources + loginScript, *key));
+    if (key && !startSignIn(platform_, *key)) {
+        alertMsg = noTerminalAlert;
+        showAlert = true;
+        changed();
     }
 }
 

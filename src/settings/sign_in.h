@@ -13,7 +13,7 @@
 // come from must outlive them.
 //
 // The record's runScout() starts a provider's login in a terminal window and doesn't wait for it;
-// nothing happens without a key.
+// nothing happens without a key, and an alert says so where there is no terminal.
 namespace varnhold {
 
 // A provider that can be signed in to in two ways.
@@ -38,6 +38,14 @@ struct KeyRow {
 
     [[nodiscard]] bool isAuthorized() const { return !apiKey.empty(); }
 };
+
+// Starts a provider's login in a terminal window and doesn't wait for it. False where no terminal
+// is known.
+[[nodiscard]] bool startSignIn(platform::Platform& platform, const std::string& provider);
+
+inline constexpr const char* noTerminalAlert =
+    "The sign-in needs a terminal, and none was found. Install one, xterm for example, and try "
+    "again.";
 
 // In their order on screen, those with two ways above those with keys only.
 [[nodiscard]] std::vector<AuthRow> authRows(ModelSelectorView& view);

@@ -41,6 +41,8 @@ public:
     virtual void bringToFront() = 0;
     virtual void close() = 0;
     virtual void presentCustomGroups() = 0;
+    // Says something over the page that the user has to put away.
+    virtual void presentAlert(const std::string& text) = 0;
 };
 
 // An accessory has no place among the running applications; a regular one has, while its window is

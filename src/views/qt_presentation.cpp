@@ -30,6 +30,11 @@ public:
         window_.show();
         window_.raise();
         if (appears) {
+    void presentAlert(const std::string& text) override {
+        record_.alertMsg = text;
+        record_.showAlert = true;
+        record_.changed();
+    }
             model_.appear();
         }
     }

@@ -51,6 +51,7 @@ public:
     std::string home = "/home/somebody";
     std::string bundle = "/opt/varnhold/lib/varnhold";
     bool userManager = false;
+    bool terminal = true; // whether there is one
 
     // Runs main-thread tasks that are due and all background tasks until none is left.
     void settle();
@@ -81,9 +82,11 @@ private:
     [[nodiscard]] std::string launchctlPath() const override { return "/bin/launchctl"; }
     [[nodiscard]] bool hasUserManager() const override { return userManager; }
     [[nodiscard]] std::string runtimeDirectory() const override { return home + "/run"; }
-    [[nodiscard]] platform::ProcessRequest
+    [[nodiscard]] std::optional<platform::ProcessRequest>
     terminalRequest(const std::string& script, const std::string& argument) const override {
-        return {.program = "/usr/bin/terminal", .arguments = {script, argument}};
+        return terminal ? std::optional<platform::ProcessRequest>(
+                              {.program = "/usr/bin/terminal", .arguments = {script, argument}})
+                        : std::nullopt;
     }
 
     struct Due {

@@ -41,6 +41,7 @@ public:
         owner_.record.emplace_back("window closed");
     }
     void presentCustomGroups() override { ++owner_.sheetsPresented; }
+    void presentAlert(const std::string& text) override { owner_.alerts.push_back(text); }
 
 private:
     FakePresentation& owner_;

@@ -24,6 +24,7 @@ public:
     int windowsMade = 0;
     bool windowShown = false;
     int sheetsPresented = 0;
+    std::vector<std::string> alerts;
     ActivationPolicy policy = ActivationPolicy::accessory;
     bool terminated = false;
     std::vector<std::string> images; // paths that can be loaded as images

@@ -15,7 +15,8 @@ Layout systemLayout(const std::string& executable) {
     return linuxLayout(executable);
 }
 
-ProcessRequest systemTerminalRequest(const std::string& script, const std::string& argument) {
+std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,
+                                                    const std::string& argument) {
     return linuxTerminalRequest(script, argument, files::exists);
 }
 

@@ -23,7 +23,8 @@ Layout systemLayout(const std::string& executable) {
     return macLayout(executable);
 }
 
-ProcessRequest systemTerminalRequest(const std::string& script, const std::string& argument) {
+std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,
+                                                    const std::string& argument) {
     return macTerminalRequest(script, argument);
 }
 

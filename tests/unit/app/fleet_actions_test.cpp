@@ -1,6 +1,7 @@
 #include "supervisor.h"
 
 #include "base/files.h"
+#include "settings/sign_in.h"
 
 namespace varnhold::testing {
 namespace {
@@ -140,6 +141,16 @@ TEST(MenuChoice, OfAnAlertRunsTheSignInScriptInATerminalWithoutWaiting) {
     EXPECT_THAT(
         supervisor.platform.record,
         ElementsAre("start terminal " + supervisor.home.at("daemon") + "/login_scout.sh gemini"));
+}
+
+TEST(MenuChoice, OfAnAlertSaysInTheWindowThatThereIsNoTerminal) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.platform.terminal = false;
+    supervisor.presentation.events.onMenuChosen(MenuAction::reloginProvider, "gemini");
+    EXPECT_TRUE(supervisor.presentation.windowShown);
+    EXPECT_THAT(supervisor.presentation.alerts, ElementsAre(noTerminalAlert));
+    EXPECT_THAT(supervisor.platform.children, IsEmpty());
 }
 
 } // namespace

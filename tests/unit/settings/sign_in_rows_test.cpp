@@ -189,6 +189,15 @@ TEST(Verify, WithoutAKeyDoesNothing) {
     EXPECT_THAT(window.platform.children, IsEmpty());
 }
 
+TEST(Verify, SaysSoWhereThereIsNoTerminal) {
+    Window window;
+    window.platform.terminal = false;
+    rowOf(*window.view, "qwen").verify();
+    EXPECT_THAT(window.platform.children, IsEmpty());
+    EXPECT_TRUE(window.view->showAlert);
+    EXPECT_EQ(window.view->alertMsg, noTerminalAlert);
+}
+
 TEST(Verify, SavesNothing) {
     Window window;
     window.view->runScout("claude");
