@@ -24,22 +24,17 @@ public:
           window_(menus, model_, events.onMainMenuChosen, events.onWindowClosed) {}
 
     void bringToFront() override {
-        const bool appears = !window_.isVisible();
-        // Not showNormal(), which would also undo what the user has maximised.
-        window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
-        window_.show();
-        window_.raise();
-        if (appears) {
-    void presentAlert(const std::string& text) override {
-        record_.alertMsg = text;
-        record_.showAlert = true;
-        record_.changed();
-    }
+        if (window_.bringToFront()) {
             model_.appear();
         }
     }
     void close() override { window_.close(); }
     void presentCustomGroups() override { model_.openManageCustomGroups(); }
+    void presentAlert(const std::string& text) override {
+        record_.alertMsg = text;
+        record_.showAlert = true;
+        record_.changed();
+    }
 
 private:
     ModelSelectorView record_;

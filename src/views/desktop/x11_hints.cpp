@@ -68,6 +68,19 @@ bool hasX11() {
     return connection() != nullptr;
 }
 
+bool hasWindowManager() {
+    xcb_connection_t* x = connection();
+    if (x == nullptr) {
+        return true;
+    }
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
+    const auto cookie =
+        xcb_get_property(x, 0, root, atom(x, "_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1);
+    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
+        xcb_get_property_reply(x, cookie, nullptr), &std::free);
+    return reply && reply->type == XCB_ATOM_WINDOW;
+}
+
 bool hasEmbeddedTray() {
     xcb_connection_t* x = connection();
     return x != nullptr && isOwned(x, "_NET_SYSTEM_TRAY_S0");

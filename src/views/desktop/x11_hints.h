@@ -13,6 +13,9 @@ void setStripHints(QWindow& window);
 
 [[nodiscard]] bool hasX11();
 
+// Whether somebody keeps windows that are minimised: always where there is no X server.
+[[nodiscard]] bool hasWindowManager();
+
 // Whether a panel offers to take tray icons in (XEmbed system tray, freedesktop.org). One round
 // trip to the server.
 [[nodiscard]] bool hasEmbeddedTray();

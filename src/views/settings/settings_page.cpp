@@ -1,5 +1,6 @@
 #include "views/settings/settings_page.h"
 
+#include <QFocusEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -43,6 +44,14 @@ SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent)
     QObject* root = component->createWithInitialProperties(
         {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
     setContent(url, component, root);
+}
+
+// A menu takes the keyboard only for as long as it is open: what is being edited stays so, for the
+// menu's rows to work on and for what is typed next.
+void SettingsPage::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::MenuBarFocusReason) {
+        QQuickWidget::focusOutEvent(event);
+    }
 }
 
 void SettingsPage::editFocused(const char* slot) {

@@ -21,6 +21,9 @@ public:
     // Undo, cut, copy and the like, by the name of the text item's slot; nothing where no text has
     // the focus.
     void editFocused(const char* slot);
+
+protected:
+    void focusOutEvent(QFocusEvent* event) override;
 };
 
 } // namespace varnhold

@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QStyle>
 
+#include "views/desktop/x11_hints.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
@@ -46,6 +47,12 @@ const char* editingSlot(MainMenuAction action) {
     }
 }
 
+// Other programs' windows are the window manager's here.
+bool isOtherPrograms(MainMenuAction action) {
+    return action == MainMenuAction::hideOtherApplications ||
+           action == MainMenuAction::unhideAllApplications;
+}
+
 } // namespace
 
 SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
@@ -76,6 +83,7 @@ void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {
         }
         QAction* action = shown->addAction(menuText(row.title));
         action->setShortcut(shortcut(row));
+        action->setEnabled(!isOtherPrograms(row.action));
         connect(action, &QAction::triggered, this, [this, choose, wanted = row.action] {
             if (!perform(wanted)) {
                 choose(wanted);
@@ -95,15 +103,35 @@ bool SettingsWindowView::perform(MainMenuAction action) {
         showAbout();
         return true;
     case MainMenuAction::hide:
+        putAside();
+        return true;
     case MainMenuAction::performClose:
         close();
         return true;
-    case MainMenuAction::hideOtherApplications:
-    case MainMenuAction::unhideAllApplications:
-        return true; // other programs' windows are the window manager's here
     default:
         return false;
     }
+}
+
+// To where the desktop keeps what is put aside. Where nobody keeps such, the window comes back like
+// a closed one, though nothing has ended.
+void SettingsWindowView::putAside() {
+    if (hasWindowManager()) {
+        showMinimized();
+    } else {
+        aside_ = true;
+        hide();
+    }
+}
+
+bool SettingsWindowView::bringToFront() {
+    const bool wasClosed = !isVisible() && !aside_;
+    aside_ = false;
+    // Not showNormal(), which would also undo what the user has maximised.
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    return wasClosed;
 }
 
 void SettingsWindowView::showAbout() {
@@ -120,6 +148,7 @@ void SettingsWindowView::showAbout() {
 
 void SettingsWindowView::closeEvent(QCloseEvent* event) {
     event->accept();
+    aside_ = false;
     closed_();
 }
 

@@ -22,16 +22,21 @@ public:
     // for.
     [[nodiscard]] QSize sizeOn(const QSize& screen) const;
 
+    // Shows it before all others. True if it was closed until then, and not just put aside.
+    bool bringToFront();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void addMenu(const MainMenu& menu, const Choose& choose);
     bool perform(MainMenuAction action);
+    void putAside();
     void showAbout();
 
     SettingsPage* page_; // owned as the central widget
     std::function<void()> closed_;
+    bool aside_ = false; // hidden, and yet not closed
 };
 
 } // namespace varnhold

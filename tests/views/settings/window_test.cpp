@@ -7,10 +7,9 @@
 #include <QScreen>
 
 #include "settings/ollama.h"
-#include "unit/settings/settings_home.h"
+#include "shown_window.h"
 #include "views/desktop/application_icon.h"
 #include "views/qt_presentation.h"
-#include "views/settings/settings_window_view.h"
 #include "waiting.h"
 
 namespace varnhold::testing {
@@ -18,31 +17,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-struct ShownWindow {
-    SettingsHome home;
-    FleetContext fleet{home.platform.interfaces, home.constants};
-    SettingsModel model{{home.open(), fleet}};
-    std::vector<MainMenuAction> chosen;
-    int closings = 0;
-    SettingsWindowView window{mainMenus(), model,
-                              [this](MainMenuAction action) { chosen.push_back(action); },
-                              [this] { ++closings; }};
-
-    ShownWindow() {
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-    }
-    [[nodiscard]] QAction* action(const QString& title) const {
-        for (QAction* each : window.findChildren<QAction*>()) {
-            if (each->text() == title) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
-};
 
 TEST(Window, HasThreeMenusAndATitle) {
     const ShownWindow shown;
