@@ -30,6 +30,16 @@ QPoint placeBeside(const QRect& anchor, const QSize& panel, const QRect& area, A
     return keptInside({QPoint(left, top), panel}, area);
 }
 
+QRect fittedBeside(const QRect& anchor, const QSize& panel, const QRect& area, Alignment alignment,
+                   int gap) {
+    const int below = area.y() + area.height() - anchor.y() - anchor.height() - gap;
+    const int above = anchor.y() - gap - area.y();
+    const int room = std::min(std::max(below, above), area.height());
+    const QSize fitted(std::min(panel.width(), area.width()),
+                       room > 0 ? std::min(panel.height(), room) : panel.height());
+    return {placeBeside(anchor, fitted, area, alignment, gap), fitted};
+}
+
 QRect panelCorner(const QRect& screen, const QRect& area) {
     const int takenAtTop = area.y() - screen.y();
     const int takenAtBottom = screen.y() + screen.height() - area.y() - area.height();

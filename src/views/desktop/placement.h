@@ -14,6 +14,11 @@ enum class Alignment { left, centre };
 [[nodiscard]] QPoint placeBeside(const QRect& anchor, const QSize& panel, const QRect& area,
                                  Alignment alignment, int gap);
 
+// A panel beside its anchor: at the side where it fits, or else at the one with more room, and then
+// no higher than that room. It never covers the anchor, unless there is no room at either side.
+[[nodiscard]] QRect fittedBeside(const QRect& anchor, const QSize& panel, const QRect& area,
+                                 Alignment alignment, int gap);
+
 // A point-like anchor where a desktop's panel usually keeps its tray: at the right end of the edge
 // of `screen` that a panel takes from `area`, or at the top right where none does.
 [[nodiscard]] QRect panelCorner(const QRect& screen, const QRect& area);

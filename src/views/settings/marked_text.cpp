@@ -4,15 +4,12 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QRegularExpression>
-#include <QTextBoundaryFinder>
 
 #include "views/text/emoji_text.h"
 
 namespace varnhold {
 
 namespace {
-
-constexpr QChar ellipsis(0x2026);
 
 QString withEmoji(const QString& text) {
     QString marked;
@@ -87,19 +84,11 @@ qreal MarkedText::width(const QString& text, const QFont& font) const {
 }
 
 QString MarkedText::elided(const QString& text, const QFont& font, qreal width) const {
-    if (emojiTextWidth(font, text) <= width) {
-        return text;
-    }
-    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
-    characters.toEnd();
-    for (qsizetype end = characters.toPreviousBoundary(); end > 0;
-         end = characters.toPreviousBoundary()) {
-        const QString shorter = text.left(end).trimmed() + ellipsis;
-        if (emojiTextWidth(font, shorter) <= width) {
-            return shorter;
-        }
-    }
-    return ellipsis;
+    return elidedEmojiText(font, text, width);
+}
+
+qreal MarkedText::ascent(const QString& text, const QFont& font) const {
+    return emojiTextAscent(font, text);
 }
 
 } // namespace varnhold

@@ -31,6 +31,8 @@ public:
     // As much of the text as that many points hold, with an ellipsis where some is left out.
     Q_INVOKABLE [[nodiscard]] QString elided(const QString& text, const QFont& font,
                                              qreal width) const;
+    // Points from the top of such a line to its baseline.
+    Q_INVOKABLE [[nodiscard]] qreal ascent(const QString& text, const QFont& font) const;
 };
 
 } // namespace varnhold

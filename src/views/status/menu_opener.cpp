@@ -2,15 +2,13 @@
 
 #include <QScreen>
 
-#include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
 
 namespace varnhold {
 
 namespace {
 
-constexpr int gapUnderAnchor = 2; // points
-constexpr int edgeGap = 4;
+constexpr int edgeGap = 4;           // points
 constexpr qint64 samePressFor = 250; // milliseconds in which the press that closed the menu arrives
 
 } // namespace
@@ -33,10 +31,8 @@ void MenuOpener::open(const QRect& anchor, QWidget* parent) {
             closed_();
         }
     });
-    const QRect area = screenAt(anchor).availableGeometry();
-    menu_->popup(placeBeside(anchor, menu_->sizeHint(),
-                             area.adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap), Alignment::left,
-                             gapUnderAnchor));
+    menu_->popupBeside(anchor, screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap,
+                                                                             -edgeGap, -edgeGap));
 }
 
 bool MenuOpener::pressHasClosedIt() const {

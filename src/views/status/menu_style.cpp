@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QStyleOptionMenuItem>
+#include <algorithm>
 #include <cmath>
 
 #include "views/desktop/colours.h"
@@ -18,6 +19,7 @@ constexpr int separatorHeight = 9;
 constexpr int sidePadding = 14;
 constexpr int keyGap = 28;
 constexpr int framePadding = 5;
+constexpr int scrollerHeight = 18;
 constexpr qreal selectionInset = 5;
 constexpr qreal selectionRadius = 5;
 
@@ -26,11 +28,16 @@ struct RowText {
     QString key;
 };
 
-RowText textOf(const QStyleOptionMenuItem& row) {
-    const qsizetype tab = row.text.indexOf(QLatin1Char('\t'));
-    QString title = row.text.left(tab);
+RowText textOf(const QString& row) {
+    const qsizetype tab = row.indexOf(QLatin1Char('\t'));
+    QString title = row.left(tab);
     title.replace(QLatin1String("&&"), QLatin1String("&"));
-    return {title, tab < 0 ? QString() : row.text.mid(tab + 1)};
+    return {title, tab < 0 ? QString() : row.mid(tab + 1)};
+}
+
+// What a row's key takes of its width, with the distance to the title.
+qreal keyRoom(const QFont& font, const RowText& text) {
+    return text.key.isEmpty() ? 0 : std::ceil(emojiTextWidth(font, text.key)) + keyGap;
 }
 
 bool isAlert(const QStyleOptionMenuItem& row, const QWidget* widget) {
@@ -63,16 +70,27 @@ void drawRow(const QStyleOptionMenuItem& row, QPainter& painter, bool alert) {
     } else if (!enabled) {
         colour = quietColour(row.palette);
     }
-    const RowText text = textOf(row);
+    const RowText text = textOf(row.text);
     const QRectF place = QRectF(row.rect).adjusted(sidePadding, 0, -sidePadding, 0);
     painter.setFont(row.font);
     painter.setPen(colour);
-    drawEmojiText(painter, place, text.title);
+    drawEmojiText(painter, place,
+                  elidedEmojiText(row.font, text.title, place.width() - keyRoom(row.font, text)));
     painter.setPen(selected ? colour : quietColour(row.palette));
     drawEmojiText(painter, place, text.key, Qt::AlignRight);
 }
 
 } // namespace
+
+QString menuRowTitle(const QString& row) {
+    return textOf(row).title;
+}
+
+int menuRowWidth(const QFont& font, const QString& row) {
+    const RowText text = textOf(row);
+    return static_cast<int>(
+        std::ceil(emojiTextWidth(font, text.title) + keyRoom(font, text) + 2 * sidePadding));
+}
 
 void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
@@ -111,12 +129,7 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     if (row->menuItemType == QStyleOptionMenuItem::Separator) {
         return {2 * sidePadding, separatorHeight};
     }
-    const RowText text = textOf(*row);
-    qreal width = emojiTextWidth(row->font, text.title) + 2 * sidePadding;
-    if (!text.key.isEmpty()) {
-        width += emojiTextWidth(row->font, text.key) + keyGap;
-    }
-    return {static_cast<int>(std::ceil(width)), rowHeight};
+    return {std::min(menuRowWidth(row->font, row->text), widestRow_), rowHeight};
 }
 
 int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -124,6 +137,8 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     switch (metric) {
     case PM_MenuVMargin:
         return framePadding;
+    case PM_MenuScrollerHeight:
+        return scrollerHeight;
     case PM_MenuHMargin:
     case PM_MenuPanelWidth:
         return 0;
@@ -136,6 +151,9 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* result) const {
     if (hint == SH_Menu_AllowActiveAndDisabled) {
         return 0; // arrow keys pass headers over
+    }
+    if (hint == SH_Menu_Scrollable) {
+        return 1; // rather than a second column
     }
     return QProxyStyle::styleHint(hint, option, widget, result);
 }

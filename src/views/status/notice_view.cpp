@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "views/desktop/colours.h"
@@ -72,14 +73,14 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
     column->addLayout(header(toQString(panel.title), icon));
-    for (const ModelNotice& notice : panel.notices) {
-        addNotice(notice, *column);
-    }
-    column->addStretch(1);
+    column->addWidget(messages(panel), 1);
     colourWarnings();
     setFixedWidth(panel.width);
-    // Long messages wrap and must not be cut, so the panel may grow beyond its wanted height.
-    setFixedHeight(std::max(panel.height, column->heightForWidth(panel.width)));
+    // Long messages wrap and must not be cut, so the panel may want more than its usual height.
+    const int above = 2 * padding + spacing + column->itemAt(0)->sizeHint().height();
+    wantedHeight_ =
+        std::max(panel.height, above + messages_->heightForWidth(panel.width - 2 * padding));
+    setFixedHeight(wantedHeight_);
     connect(&outside_, &OutsideInput::pressed, this, [this] {
         if (!geometry().contains(QCursor::pos())) {
             close();
@@ -90,6 +91,28 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
             close();
         }
     });
+}
+
+// All that is told, in an area that scrolls where the screen has no room for it.
+QWidget* NoticeView::messages(const NoticePanel& panel) {
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    auto* content = new QWidget;
+    messages_ = new QVBoxLayout(content);
+    messages_->setContentsMargins(0, 0, 0, 0);
+    messages_->setSpacing(spacing);
+    for (const ModelNotice& notice : panel.notices) {
+        addNotice(notice, *messages_);
+    }
+    messages_->addStretch(1);
+    area->setWidget(content);
+    for (QWidget* ground : {static_cast<QWidget*>(content), area->viewport()}) {
+        ground->setAutoFillBackground(false); // the panel is painted below them
+    }
+    return area;
 }
 
 void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
@@ -119,10 +142,12 @@ void NoticeView::changeEvent(QEvent* event) {
 }
 
 void NoticeView::showUnder(const QRect& anchor) {
-    move(placeBeside(
-        anchor, size(),
-        screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap),
-        Alignment::centre, edgeGap));
+    const QRect area =
+        screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap);
+    const QRect place =
+        fittedBeside(anchor, {width(), wantedHeight_}, area, Alignment::centre, edgeGap);
+    setFixedHeight(place.height());
+    move(place.topLeft());
     show();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);

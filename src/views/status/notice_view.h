@@ -23,7 +23,8 @@ class NoticeView final : public QWidget {
 public:
     NoticeView(const NoticePanel& panel, const QPixmap& icon);
 
-    // Shows it under the anchor, a rectangle on the screen, and within that screen.
+    // Shows it under the anchor, a rectangle on the screen, or above it, within that screen. What
+    // there is no room for is scrolled to.
     void showUnder(const QRect& anchor);
 
 protected:
@@ -33,9 +34,12 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    [[nodiscard]] QWidget* messages(const NoticePanel& panel);
     void addNotice(const ModelNotice& notice, QVBoxLayout& column);
     void colourWarnings();
 
+    QVBoxLayout* messages_ = nullptr; // of a child
+    int wantedHeight_ = 0;
     std::vector<TextBlock*> warnings_;
     OutsideInput outside_;
 };

@@ -1,12 +1,17 @@
 #pragma once
 
 #include <QMenu>
+#include <QRect>
 #include <functional>
 #include <vector>
 
 #include "status/menu.h"
 
+class QHelpEvent;
+
 namespace varnhold {
+
+class MenuStyle;
 
 // The status item's menu: rows of plain data as a menu that closes and deletes itself.
 //
@@ -19,11 +24,19 @@ public:
 
     StatusMenu(const std::vector<MenuRow>& rows, Choose choose, QWidget* parent = nullptr);
 
+    // Opens it beside the anchor and within the area, both on the screen. It is never wider than
+    // half the area, and scrolls where it would be higher than the room beside the anchor.
+    void popupBeside(const QRect& anchor, const QRect& area);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
 signals:
     // A press beside the menu closes it; whoever is pressed there hears of the same press next.
     void pressedOutside();
 
 protected:
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -31,7 +44,11 @@ protected:
 private:
     void append(const MenuRow& row);
 
+    void showWhole(const QHelpEvent& asked);
+
     Choose choose_;
+    MenuStyle* style_; // a child
+    QRect wanted_;     // while it opens
     std::vector<std::pair<QKeySequence, QAction*>> keys_;
 };
 

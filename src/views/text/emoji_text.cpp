@@ -5,12 +5,15 @@
 #include <QTextBoundaryFinder>
 #include <limits>
 
+#include "base/unicode.h"
+
 namespace varnhold {
 
 namespace {
 
 constexpr char32_t emojiVariation = 0xFE0F;
 constexpr char32_t firstPictograph = 0x1F000;
+constexpr QChar ellipsis(0x2026);
 
 QString findEmojiFamily() {
     const QStringList known{QStringLiteral("Noto Color Emoji"), QStringLiteral("Apple Color Emoji"),
@@ -30,8 +33,22 @@ bool isEmoji(const QString& character) {
     });
 }
 
-// The one line of a layout, without breaks.
+// Signs that stand side by side may be drawn as one, such as flags.
+void append(QList<QTextLayout::FormatRange>& formats, const QTextLayout::FormatRange& next) {
+    if (!formats.isEmpty() && formats.last().start + formats.last().length == next.start) {
+        formats.last().length += next.length;
+    } else {
+        formats.append(next);
+    }
+}
+
+// The one line of a layout, without breaks, from its left end whatever the script. Blanks at its
+// end have their width too.
 QTextLine layOut(QTextLayout& layout) {
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+    option.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(option);
     layout.setFormats(emojiFormats(layout.text()));
     layout.beginLayout();
     QTextLine line = layout.createLine();
@@ -57,7 +74,7 @@ QList<QTextLayout::FormatRange> emojiFormats(const QString& text) {
     for (qsizetype end = characters.toNextBoundary(); end > start;
          end = characters.toNextBoundary()) {
         if (isEmoji(text.mid(start, end - start))) {
-            formats.append({static_cast<int>(start), static_cast<int>(end - start), format});
+            append(formats, {static_cast<int>(start), static_cast<int>(end - start), format});
         }
         start = end;
     }
@@ -67,8 +84,31 @@ QList<QTextLayout::FormatRange> emojiFormats(const QString& text) {
 qreal emojiTextWidth(const QFont& font, const QString& text) {
     QTextLayout layout(text, font);
     const QTextLine line = layOut(layout);
-    // With blanks at the end, which a natural width leaves out.
-    return line.isValid() ? line.cursorToX(static_cast<int>(text.size())) : 0;
+    return line.isValid() ? line.naturalTextWidth() : 0;
+}
+
+qreal emojiTextAscent(const QFont& font, const QString& text) {
+    QTextLayout layout(text, font);
+    const QTextLine line = layOut(layout);
+    return line.isValid() ? line.ascent() : QFontMetricsF(font).ascent();
+}
+
+QString elidedEmojiText(const QFont& font, const QString& text, qreal width) {
+    if (emojiTextWidth(font, text) <= width) {
+        return text;
+    }
+    const std::string whole = text.toStdString();
+    const auto shortened = [&](std::size_t characters) {
+        return QString::fromStdString(unicode::firstCharacters(whole, characters)).trimmed() +
+               ellipsis;
+    };
+    std::size_t fits = 0; // of this many characters it is known, of the other that they don't
+    std::size_t tooMany = static_cast<std::size_t>(text.size());
+    while (tooMany - fits > 1) {
+        const std::size_t middle = fits + (tooMany - fits) / 2;
+        (emojiTextWidth(font, shortened(middle)) <= width ? fits : tooMany) = middle;
+    }
+    return fits == 0 ? QString(ellipsis) : shortened(fits);
 }
 
 void drawEmojiText(QPainter& painter, const QRectF& place, const QString& text,

@@ -19,6 +19,12 @@ namespace varnhold {
 // Width of the text on one line, in points.
 [[nodiscard]] qreal emojiTextWidth(const QFont& font, const QString& text);
 
+// From the top of such a line to its baseline: other fonts than the text's own may be taller.
+[[nodiscard]] qreal emojiTextAscent(const QFont& font, const QString& text);
+
+// As much of the text as that many points hold, with an ellipsis where some is left out.
+[[nodiscard]] QString elidedEmojiText(const QFont& font, const QString& text, qreal width);
+
 // One line in the painter's font and pen, centred from top to bottom, at the left or the right.
 void drawEmojiText(QPainter& painter, const QRectF& place, const QString& text,
                    Qt::AlignmentFlag side = Qt::AlignLeft);

@@ -29,6 +29,24 @@ TEST(Placement, OfSomethingTooLargeStartsWhereTheAreaStarts) {
               QPoint(0, 30));
 }
 
+TEST(FittedBeside, LeavesAPanelThatFitsAsItIs) {
+    const QRect anchor(400, 40, 80, 28);
+    EXPECT_EQ(fittedBeside(anchor, panel, area, Alignment::left, 6), QRect(QPoint(400, 74), panel));
+}
+
+TEST(FittedBeside, IsNoHigherThanTheRoomAndCoversNoAnchor) {
+    EXPECT_EQ(fittedBeside({400, 40, 80, 28}, {300, 2000}, area, Alignment::left, 6),
+              QRect(400, 74, 300, 726));
+    EXPECT_EQ(fittedBeside({400, 770, 80, 28}, {300, 2000}, area, Alignment::left, 6),
+              QRect(400, 30, 300, 734));
+    EXPECT_EQ(fittedBeside({400, 300, 80, 28}, {300, 2000}, area, Alignment::left, 6),
+              QRect(400, 334, 300, 466));
+}
+
+TEST(FittedBeside, CoversAnAnchorThatTakesAllRoom) {
+    EXPECT_EQ(fittedBeside({0, 0, 1000, 800}, panel, area, Alignment::left, 6).size(), panel);
+}
+
 TEST(PanelCorner, IsWhereAPanelTakesSpace) {
     const QRect screen(0, 0, 1000, 800);
     EXPECT_EQ(panelCorner(screen, {0, 30, 1000, 770}).topLeft(), QPoint(999, 30));

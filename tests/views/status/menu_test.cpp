@@ -2,7 +2,11 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPointer>
+#include <QScreen>
+#include <QToolTip>
+#include <QWheelEvent>
 
 #include "fleets.h"
 #include "status/fleet_picture.h"
@@ -25,8 +29,8 @@ struct OpenMenu {
         choices.emplace_back(action, value);
     }};
 
-    OpenMenu() {
-        opener.setRows(menuRows());
+    explicit OpenMenu(const std::vector<MenuRow>& rows = menuRows()) {
+        opener.setRows(rows);
         open();
     }
     QMenu* open() {
@@ -142,6 +146,73 @@ TEST(Menu, IsWideEnoughForItsLongestRow) {
     const QFontMetricsF metrics(menu.font());
     const QString longest = menu.actions().at(6)->text();
     EXPECT_GT(menu.sizeHint().width(), metrics.horizontalAdvance(longest));
+}
+
+// A fleet that no screen has room for; the screen of these tests is 800 points wide and as high.
+std::vector<MenuRow> longRows() {
+    MenuSources sources;
+    for (int i = 0; i < 200; ++i) {
+        const std::string name = "bot" + std::to_string(i);
+        sources.bots.push_back(
+            {.icon = "🤖", .title = name, .token = "", .role = name, .launchdLabel = name});
+    }
+    sources.bots[3].title = "<b>" + std::string(300, 'w');
+    return statusMenuRows(sources);
+}
+
+struct LongMenu : OpenMenu {
+    LongMenu() : OpenMenu(longRows()) {}
+    [[nodiscard]] static QRect screen() {
+        return QGuiApplication::primaryScreen()->availableGeometry();
+    }
+    static QRect placeOf(int row) { return menu()->actionGeometry(menu()->actions().at(row)); }
+    static int last() { return static_cast<int>(menu()->actions().size()) - 1; }
+};
+
+TEST(LongMenu, StaysOnItsScreenUnderTheStripAndIsNoWiderThanHalfOfIt) {
+    LongMenu open;
+    EXPECT_TRUE(LongMenu::screen().contains(LongMenu::menu()->geometry()));
+    EXPECT_GE(LongMenu::menu()->y(), 38);
+    EXPECT_LE(LongMenu::menu()->width(), LongMenu::screen().width() / 2);
+    for (int row = 0; row <= LongMenu::last(); ++row) {
+        EXPECT_LE(LongMenu::placeOf(row).right(), LongMenu::menu()->width()) << row;
+    }
+}
+
+TEST(LongMenu, HasItsLastRowInReachOfTheKeyboard) {
+    LongMenu open;
+    EXPECT_FALSE(LongMenu::menu()->rect().contains(LongMenu::placeOf(LongMenu::last())));
+    QTest::keyClick(LongMenu::menu(), Qt::Key_End);
+    EXPECT_TRUE(LongMenu::menu()->rect().contains(LongMenu::placeOf(LongMenu::last())));
+    QTest::keyClick(LongMenu::menu(), Qt::Key_Return);
+    WAIT_UNTIL(!open.choices.empty());
+    EXPECT_THAT(open.choices, ElementsAre(Choice(MenuAction::terminate, "")));
+}
+
+TEST(LongMenu, HasItsLastRowInReachOfTheWheel) {
+    LongMenu open;
+    QMenu* menu = LongMenu::menu();
+    const QPointF middle = menu->rect().center();
+    for (int turn = 0; turn < 300; ++turn) {
+        QWheelEvent wheel(middle, menu->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(menu, &wheel);
+    }
+    EXPECT_TRUE(menu->rect().contains(LongMenu::placeOf(LongMenu::last())));
+}
+
+TEST(LongMenu, TellsTheWholeOfATitleThatIsCutAndOfNoOther) {
+    LongMenu open;
+    const auto told = [](int row) {
+        const QPoint at = LongMenu::placeOf(row).center();
+        QHelpEvent asked(QEvent::ToolTip, at, LongMenu::menu()->mapToGlobal(at));
+        QCoreApplication::sendEvent(LongMenu::menu(), &asked);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    const int firstBot = 6;
+    EXPECT_EQ(told(firstBot), QString());
+    EXPECT_TRUE(told(firstBot + 3).contains(QStringLiteral("&lt;b&gt;") + QString(300, u'w')));
+    WAIT_UNTIL(told(firstBot).isEmpty());
 }
 
 TEST(ExportedMenu, ChangesTextsInPlaceEvenWhileItIsOpen) {

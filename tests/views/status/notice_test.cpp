@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "unit/settings/settings_home.h"
 #include "views/desktop/application_icon.h"
@@ -44,8 +46,55 @@ TEST(NoticePopover, GrowsRatherThanCutALongMessage) {
     EXPECT_GT(view->height(), 200);
     for (const TextBlock* block : view->findChildren<TextBlock*>()) {
         EXPECT_GE(block->height(), block->heightForWidth(block->width()));
-        EXPECT_TRUE(view->rect().contains(block->geometry()));
+        EXPECT_TRUE(
+            view->rect().contains(QRect(block->mapTo(view.data(), QPoint()), block->size())));
     }
+    view->close();
+}
+
+std::vector<ModelNotice> manyNotices() {
+    std::vector<ModelNotice> notices;
+    for (int i = 0; i < 40; ++i) {
+        notices.push_back({"A model of the number " + std::to_string(i) + " was installed", true});
+    }
+    return notices;
+}
+
+// The screen of these tests is 800 points wide and as high.
+TEST(NoticePopover, OfManyNoticesScrollsWithinTheScreenAndLeavesItsAnchorFree) {
+    const auto view = shownNotices(manyNotices());
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(view->geometry()));
+    EXPECT_FALSE(view->geometry().intersects(anchor));
+    const auto* area = view->findChild<QScrollArea*>();
+    ASSERT_NE(area, nullptr);
+    EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+    const TextBlock* last = nullptr;
+    for (const TextBlock* block : view->findChildren<TextBlock*>()) {
+        if (block->accessibleName().contains(QStringLiteral("number 39"))) {
+            last = block;
+        }
+    }
+    ASSERT_NE(last, nullptr);
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+    EXPECT_TRUE(view->rect().contains(QRect(last->mapTo(view.data(), QPoint()), last->size())));
+    EXPECT_GE(last->height(), last->heightForWidth(last->width()));
+    view->close();
+}
+
+TEST(NoticePopover, OfManyNoticesGoesWhereThereIsMoreRoom) {
+    const QRect low(300, 700, 85, 28);
+    const QPointer<NoticeView> view =
+        new NoticeView(noticePanel(manyNotices()), defaultApplicationIcon().pixmap(64));
+    view->showUnder(low);
+    EXPECT_LT(view->geometry().bottom(), low.top());
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(view->geometry()));
+    view->close();
+}
+
+TEST(NoticePopover, ThatFitsScrollsNothing) {
+    const auto view = shownNotices({{"m", true}, {"n", false}});
+    EXPECT_EQ(view->findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
     view->close();
 }
 

@@ -27,8 +27,8 @@ Item {
     }
 
     Text {
-        // Emoji fonts have tall lines; the text font alone decides where the baseline is.
-        y: Math.round(metrics.ascent - baselineOffset)
+        // Emoji and many scripts have taller lines; the text font alone decides where the baseline is.
+        y: Math.round(metrics.ascent - MarkedText.ascent(root.shownText, root.font))
         width: root.width
         horizontalAlignment: root.horizontalAlignment
         text: MarkedText.plain(root.shownText)

@@ -10,6 +10,7 @@ Text {
     textFormat: Text.PlainText
     elide: Text.ElideRight
     maximumLineCount: 1
+    horizontalAlignment: Text.AlignLeft // in every script
     font: Theme.body
     color: Theme.text
     Accessible.role: Accessible.StaticText
