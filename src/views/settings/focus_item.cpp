@@ -1,5 +1,7 @@
 #include "views/settings/focus_item.h"
 
+#include <QQuickWindow>
+
 namespace varnhold {
 
 FocusItem::FocusItem(QQuickItem* parent) : QQuickItem(parent) {
@@ -16,6 +18,22 @@ void FocusItem::focusInEvent(QFocusEvent* event) {
 void FocusItem::focusOutEvent(QFocusEvent* event) {
     QQuickItem::focusOutEvent(event);
     setVisualFocus(false);
+    // The window counts it as the one in focus until this event is over.
+    QMetaObject::invokeMethod(this, &FocusItem::applyTabStop, Qt::QueuedConnection);
+}
+
+void FocusItem::setTabStop(bool stop) {
+    if (tabStop_ != stop) {
+        tabStop_ = stop;
+        applyTabStop();
+        emit tabStopChanged();
+    }
+}
+
+void FocusItem::applyTabStop() {
+    if (tabStop_ || window() == nullptr || window()->activeFocusItem() != this) {
+        setActiveFocusOnTab(tabStop_);
+    }
 }
 
 void FocusItem::setVisualFocus(bool visual) {

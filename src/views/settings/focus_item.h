@@ -11,14 +11,20 @@ class FocusItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool visualFocus READ visualFocus NOTIFY visualFocusChanged)
+    // Whether Tab stops here; it does as long as the item has the keyboard, whatever is said.
+    Q_PROPERTY(bool tabStop READ tabStop WRITE setTabStop NOTIFY tabStopChanged)
 
 public:
     explicit FocusItem(QQuickItem* parent = nullptr);
 
     [[nodiscard]] bool visualFocus() const { return visualFocus_; }
 
+    [[nodiscard]] bool tabStop() const { return tabStop_; }
+    void setTabStop(bool stop);
+
 signals:
     void visualFocusChanged();
+    void tabStopChanged();
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
@@ -26,8 +32,10 @@ protected:
 
 private:
     void setVisualFocus(bool visual);
+    void applyTabStop();
 
     bool visualFocus_ = false;
+    bool tabStop_ = true;
 };
 
 } // namespace varnhold

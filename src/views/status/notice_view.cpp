@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "views/desktop/colours.h"
@@ -73,14 +74,15 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(spacing);
     column->addLayout(header(toQString(panel.title), icon));
-    column->addWidget(messages(panel), 1);
+    area_ = messages(panel);
+    column->addWidget(area_, 1);
     colourWarnings();
     setFixedWidth(panel.width);
     // Long messages wrap and must not be cut, so the panel may want more than its usual height.
-    const int above = 2 * padding + spacing + column->itemAt(0)->sizeHint().height();
-    wantedHeight_ =
-        std::max(panel.height, above + messages_->heightForWidth(panel.width - 2 * padding));
-    setFixedHeight(wantedHeight_);
+    heightBeside_ = 2 * padding + spacing + column->itemAt(0)->sizeHint().height();
+    wantedHeight_ = std::max(panel.height,
+                             heightBeside_ + messages_->heightForWidth(panel.width - 2 * padding));
+    takeHeight(wantedHeight_);
     connect(&outside_, &OutsideInput::pressed, this, [this] {
         if (!geometry().contains(QCursor::pos())) {
             close();
@@ -94,11 +96,10 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
 }
 
 // All that is told, in an area that scrolls where the screen has no room for it.
-QWidget* NoticeView::messages(const NoticePanel& panel) {
+QScrollArea* NoticeView::messages(const NoticePanel& panel) {
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     auto* content = new QWidget;
     messages_ = new QVBoxLayout(content);
@@ -113,6 +114,18 @@ QWidget* NoticeView::messages(const NoticePanel& panel) {
         ground->setAutoFillBackground(false); // the panel is painted below them
     }
     return area;
+}
+
+// The messages' area grows and shrinks with it; what doesn't fit there leaves room for a scroll
+// bar.
+void NoticeView::takeHeight(int height) {
+    setFixedHeight(height);
+    const int seen = height - heightBeside_;
+    int across = width() - 2 * padding;
+    if (messages_->heightForWidth(across) > seen) {
+        across -= area_->verticalScrollBar()->sizeHint().width();
+    }
+    area_->widget()->setFixedSize(across, std::max(seen, messages_->heightForWidth(across)));
 }
 
 void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
@@ -146,7 +159,7 @@ void NoticeView::showUnder(const QRect& anchor) {
         screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap);
     const QRect place =
         fittedBeside(anchor, {width(), wantedHeight_}, area, Alignment::centre, edgeGap);
-    setFixedHeight(place.height());
+    takeHeight(place.height());
     move(place.topLeft());
     show();
     QAccessibleEvent alert(this, QAccessible::Alert);

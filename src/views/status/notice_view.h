@@ -6,6 +6,7 @@
 #include "status/notices.h"
 #include "views/desktop/outside_input.h"
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace varnhold {
@@ -34,12 +35,15 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* messages(const NoticePanel& panel);
+    [[nodiscard]] QScrollArea* messages(const NoticePanel& panel);
+    void takeHeight(int height);
     void addNotice(const ModelNotice& notice, QVBoxLayout& column);
     void colourWarnings();
 
     QVBoxLayout* messages_ = nullptr; // of a child
+    QScrollArea* area_ = nullptr;
     int wantedHeight_ = 0;
+    int heightBeside_ = 0; // of all but the messages
     std::vector<TextBlock*> warnings_;
     OutsideInput outside_;
 };

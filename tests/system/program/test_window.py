@@ -130,6 +130,36 @@ class WindowTest(unittest.TestCase):
         wait_until("the first is the last", lambda: self.chain() ==
                    self.before[1:] + self.before[:1])
 
+    def carry(self, row, to, seconds):
+        """Drags from row to row in that time, all in one go, for a hand is never as slow as processes."""
+        x, y = row.x + row.width // 3, row.y + row.height // 2
+        by = to.y + to.height // 2 - y
+        words = ["mousemove", x, y, "mousedown", 1]
+        for step in range(1, 21):
+            words += ["mousemove", x, y + by * step // 20, "sleep", seconds / 20]
+        self.session.tool("xdotool", *words, "mouseup", 1)
+
+    def test_models_of_a_chain_change_places_in_a_short_drag_and_in_long_ones(self):
+        order = self.before
+        chain = self.scroll_to(CHAIN)
+        for seconds in (0.3, 1, 3):
+            self.carry(self.row_in(chain, order[0]["name"]),
+                       self.row_in(chain, order[-1]["name"]), seconds)
+            order = order[1:] + order[:1]
+            wait_until(f"the first is the last after {seconds} s",
+                       lambda order=order: self.chain() == order)
+
+    def test_models_of_a_group_change_places_in_a_short_drag_and_in_long_ones(self):
+        order = self.group()["models"]
+        self.assertGreater(len(order), 1)
+        for seconds in (0.3, 1, 3):
+            models = self.place_of("End of Launch Crew", "panel")
+            self.carry(self.row_in(models, order[0]["name"]),
+                       self.row_in(models, order[-1]["name"]), seconds)
+            order = order[1:] + order[:1]
+            wait_until(f"the first is the last after {seconds} s",
+                       lambda order=order: self.group()["models"] == order)
+
     def test_a_model_is_added_to_a_group_by_mouse(self):
         strip = self.place_of("Top of Launch Crew", "panel")
         models = self.group()["models"]

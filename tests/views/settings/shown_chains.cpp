@@ -6,6 +6,7 @@
 #include <QQmlExpression>
 #include <QQuickWindow>
 
+#include "views/settings/dragging/drag_session.h"
 #include "views/settings/settings_page.h"
 
 namespace varnhold::testing {
@@ -94,6 +95,28 @@ void ShownChains::lift(const QString& name, const QString& under) {
     }
     QTest::mouseRelease(page, Qt::LeftButton, {}, at + QPoint(0, 20));
     QTest::qWait(20);
+}
+
+void ShownChains::drag(const QString& name, const QString& under,
+                       const std::function<void(const QDrag& drag)>& script) {
+    const int type = qmlTypeId("Varnhold", 1, 0, "DragSession");
+    auto* session = page->engine()->singletonInstance<DragSession*>(type);
+    ASSERT_NE(session, nullptr);
+    bool carried = false;
+    session->setCarrier([&](QDrag& drag) {
+        carried = true;
+        script(drag);
+        return Qt::MoveAction;
+    });
+    const QQuickItem* row = named(name, under);
+    ASSERT_NE(row, nullptr) << qPrintable(name);
+    const QPoint at = middleOf(row);
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, at);
+    for (int step = 1; step <= 4; ++step) {
+        QTest::mouseMove(window.windowHandle(), at + QPoint(0, 5 * step));
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return carried && !session->active(); }));
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, at);
 }
 
 void ShownChains::carryTo(const QPoint& at, const QString& text) {

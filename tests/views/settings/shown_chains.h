@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QDrag>
 #include <QMainWindow>
 #include <QQuickItem>
 #include <QQuickWidget>
 #include <QTest>
+#include <functional>
 
 #include "announced.h"
 #include "modelled_settings.h"
@@ -48,6 +50,10 @@ struct ShownChains : ModelledSettings {
 
     // A press and a pull on the row, as far as its being noted that it is dragged.
     void lift(const QString& name, const QString& under);
+    // A whole drag of the row: a press and a pull, and while the drag is on what the script does
+    // with it, which may call carryTo() and dropAt().
+    void drag(const QString& name, const QString& under,
+              const std::function<void(const QDrag& drag)>& script);
     // What a platform's drag does to the page, from coming over it to the drop.
     void carryTo(const QPoint& at, const QString& text);
     void dropAt(const QPoint& at, const QString& text);

@@ -150,7 +150,7 @@ TEST(Menu, IsWideEnoughForItsLongestRow) {
 
 // A fleet that no screen has room for; the screen of these tests is 800 points wide and as high.
 std::vector<MenuRow> longRows() {
-    MenuSources sources;
+    FleetPicture sources;
     for (int i = 0; i < 200; ++i) {
         const std::string name = "bot" + std::to_string(i);
         sources.bots.push_back(

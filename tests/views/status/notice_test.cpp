@@ -77,7 +77,8 @@ TEST(NoticePopover, OfManyNoticesScrollsWithinTheScreenAndLeavesItsAnchorFree) {
     }
     ASSERT_NE(last, nullptr);
     area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
-    EXPECT_TRUE(view->rect().contains(QRect(last->mapTo(view.data(), QPoint()), last->size())));
+    const QRect place(last->mapTo(view.data(), QPoint()), last->size());
+    EXPECT_TRUE(view->rect().contains(place)) << place.y() << " of " << view->height();
     EXPECT_GE(last->height(), last->heightForWidth(last->width()));
     view->close();
 }

@@ -49,7 +49,7 @@ FocusItem {
     }
 
     visible: !pooled
-    activeFocusOnTab: isCurrent || activeFocus // which it may not lose while it has the focus
+    tabStop: isCurrent
     Accessible.role: Accessible.ListItem
     Accessible.name: fullName
     Accessible.description: presenceHelp + ", " + role + ", " + (offersConnection ? qsTr("Not connected") : service)

@@ -20,7 +20,7 @@ FocusItem {
 
     implicitHeight: block.implicitHeight
     visible: !pooled
-    activeFocusOnTab: isCurrent || activeFocus // which it may not lose while it has the focus
+    tabStop: isCurrent
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: tag

@@ -3,8 +3,9 @@ import Varnhold
 
 // Makes what stands in it something to drag, by pointer or by Space.
 //
-// `began` asks the owner to note what is being dragged. A drag by keys gives it again at each step,
-// for such notes are forgotten after a while; noting the same thing twice must do no harm.
+// `began` asks the owner to note what is being dragged. It is given again whenever the drag comes to
+// something that asks, for such notes are forgotten after a while, and a hand or a key may take
+// longer than that; noting the same thing twice must do no harm.
 Item {
     id: root
 
@@ -37,6 +38,7 @@ Item {
                 root.began();
                 const hot = root.mapToItem(root.visual, centroid.pressPosition);
                 DragSession.start(root.visual, root.payload, root.kind, hot.x, hot.y);
+                DragSession.source = root;
             }
         }
     }

@@ -115,6 +115,7 @@ DropTarget {
             if (uid !== area.over) {
                 area.over = uid;
                 if (uid !== "") {
+                    DragSession.remind();
                     root.rowEntered(uid);
                 }
             }
@@ -141,6 +142,7 @@ DropTarget {
             drop.acceptProposedAction();
             const row = root.rowUnder(drop.y);
             if (row >= 0) {
+                DragSession.remind();
                 root.rowDropped(root.uidAt(row));
             } else {
                 root.freeSpaceDropped(DragSession.textOf(drop.text));

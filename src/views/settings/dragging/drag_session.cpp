@@ -80,8 +80,15 @@ void DragSession::run() {
 void DragSession::end(bool taken) {
     const QString payload = std::exchange(payload_, QString());
     kind_.clear();
+    source_ = nullptr;
     emit changed();
     emit finished(payload, taken);
+}
+
+void DragSession::remind() {
+    if (active() && source_ != nullptr) {
+        QMetaObject::invokeMethod(source_, "began");
+    }
 }
 
 bool DragSession::suits(const QStringList& kinds) const {

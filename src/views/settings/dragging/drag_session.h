@@ -22,6 +22,8 @@ class DragSession final : public QObject {
     Q_PROPERTY(bool active READ active NOTIFY changed)
     Q_PROPERTY(QString payload READ payload NOTIFY changed)
     Q_PROPERTY(QString kind READ kind NOTIFY changed)
+    // What is reminded, if it still stands; it must have a signal `began()`.
+    Q_PROPERTY(QQuickItem* source READ source WRITE setSource)
 
 public:
     explicit DragSession(QObject* parent = nullptr);
@@ -31,6 +33,12 @@ public:
     [[nodiscard]] QString payload() const { return payload_; }
     // "model" or "bot"; empty while nothing of ours is dragged.
     [[nodiscard]] QString kind() const { return kind_; }
+
+    [[nodiscard]] QQuickItem* source() const { return source_; }
+    void setSource(QQuickItem* source) { source_ = source; }
+    // Has whoever notes what is being dragged note it anew. Does nothing while nothing of ours is
+    // dragged.
+    Q_INVOKABLE void remind();
 
     // Drags the text with a picture of the item, held at the point given in the item's coordinates.
     // Returns at once; does nothing while another drag is on, or without a text.
@@ -60,6 +68,7 @@ private:
     QString payload_;
     QString kind_;
     QPointer<QQuickWindow> window_;
+    QPointer<QQuickItem> source_;
     QSharedPointer<QQuickItemGrabResult> photograph_;
     QSizeF size_;
     QPointF hot_;

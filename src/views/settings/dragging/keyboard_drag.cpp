@@ -68,13 +68,31 @@ void KeyboardDrag::pickUp(QQuickItem* source, const QString& payload, const QStr
     });
     QCoreApplication::instance()->installEventFilter(this);
     remind();
+    home_ = home == places.end() ? Stop() : *home;
     moveTo(home == places.end() ? places.front() : *home);
 }
 
 void KeyboardDrag::giveUp() {
     if (active()) {
+        returnHome();
         end(tr("%1 not moved").arg(name_));
     }
+}
+
+// A list has made way for the row wherever it was tried.
+void KeyboardDrag::returnHome() {
+    const QPointer<DropTarget> home = home_.target;
+    if (home == nullptr || home->home < 0 || home->home == home_.number ||
+        home_.number >= home->stops) {
+        return;
+    }
+    remind();
+    if (at_.target != nullptr && at_.target != home) {
+        at_.target->mark(-1);
+    }
+    at_ = home_;
+    home->mark(home_.number);
+    emit home->stopEntered(home_.number);
 }
 
 bool KeyboardDrag::eventFilter(QObject*, QEvent* event) {
@@ -193,6 +211,7 @@ void KeyboardDrag::end(const QString& announcement) {
         at_.target->mark(-1);
     }
     at_ = {};
+    home_ = {};
     source_ = nullptr;
     payload_.clear();
     kind_.clear();

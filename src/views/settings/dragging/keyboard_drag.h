@@ -57,6 +57,7 @@ private:
     void handle(int key, bool repeated);
     void move(int by);
     void moveTo(const Stop& stop);
+    void returnHome();
     void drop();
     void end(const QString& announcement);
     void remind();
@@ -69,6 +70,7 @@ private:
     QPointer<QQuickItem> source_;
     QPointer<QQuickWindow> window_;
     Stop at_;
+    Stop home_; // where the row stood at first; none if it comes from elsewhere
 };
 
 } // namespace varnhold

@@ -7,6 +7,7 @@ Sheet {
 
     required property ManageGroupsModel form
 
+    firstFocus: newName
     Accessible.name: qsTr("Custom Groups")
     Keys.onReturnPressed: form.dismiss()
     Keys.onEnterPressed: form.dismiss()
@@ -83,6 +84,15 @@ Sheet {
                 placeholder: qsTr("New group name…")
                 text: root.form.newName
                 onEdited: words => root.form.newName = words
+                Keys.onReturnPressed: event => enter(event)
+                Keys.onEnterPressed: event => enter(event)
+
+                // Adds what is named; with no name the sheet is done, as anywhere else in it.
+                function enter(event: var) {
+                    event.accepted = root.form.canAdd;
+                    if (root.form.canAdd)
+                        root.form.add();
+                }
             }
 
             TextButton {

@@ -186,27 +186,15 @@ TEST(ChainDrag, ReleasedBesideTheRowsKeepsTheNewOrderForTheNextSave) {
 TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
     ChainDrags settings;
     settings.show();
-    const int type = qmlTypeId("Varnhold", 1, 0, "DragSession");
-    auto* session = settings.page->engine()->singletonInstance<DragSession*>(type);
-    ASSERT_NE(session, nullptr);
     QString carried;
     bool pictured = false;
-    session->setCarrier([&](QDrag& drag) {
+    settings.drag(QStringLiteral("Model b"), coding, [&](const QDrag& drag) {
         carried = drag.mimeData()->text();
         pictured = !drag.pixmap().isNull();
         settings.carryTo(middleOf(settings.named(codingBots)), carried);
         EXPECT_FALSE(settings.view->chainBotDropTargeted["worker"]) << "no place for a model";
         settings.dropAt(settings.freeSpace(photoModels), carried);
-        return Qt::MoveAction;
     });
-    const QPoint at = settings.row("b");
-    QWindow* window = settings.window.windowHandle();
-    QTest::mousePress(window, Qt::LeftButton, {}, at);
-    for (int step = 1; step <= 4; ++step) {
-        QTest::mouseMove(window, at + QPoint(0, 5 * step));
-    }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !carried.isEmpty() && !session->active(); }));
-    QTest::mouseRelease(window, Qt::LeftButton, {}, at);
     EXPECT_EQ(carried, QStringLiteral("B"));
     EXPECT_TRUE(pictured);
     EXPECT_THAT(settings.saved(TargetList::photo), ElementsAre("b"));
@@ -214,14 +202,45 @@ TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
     EXPECT_FALSE(settings.view->draggingItem);
 }
 
-TEST(ChainDrag, NoLongerReordersAfterTwoSeconds) {
+TEST(ChainDrag, ReordersHoweverLongItTakes) {
     ChainDrags settings;
     settings.show();
-    settings.lift(QStringLiteral("Model a"), coding);
+    settings.drag(QStringLiteral("Model a"), coding, [&](const QDrag&) {
+        settings.platform.advance(3s);
+        settings.carryTo(settings.row("b"), QStringLiteral("A"));
+        EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("b", "a", "c"));
+        settings.platform.advance(3s);
+        const QPoint third = settings.row("c");
+        settings.carryTo(third, QStringLiteral("A"));
+        settings.platform.advance(3s);
+        settings.dropAt(third, QStringLiteral("A"));
+    });
+    EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("b", "c", "a"));
+    EXPECT_FALSE(settings.faint("A"));
+}
+
+TEST(ChainDrag, ThatEndsOutsideLeavesNoFaintRowForLong) {
+    ChainDrags settings;
+    settings.show();
+    settings.drag(QStringLiteral("Model a"), coding, [](const QDrag&) {});
+    EXPECT_TRUE(settings.faint("A"));
     settings.platform.advance(2s);
     EXPECT_FALSE(settings.faint("A"));
-    settings.carryTo(settings.row("b"), QStringLiteral("A"));
+    settings.carryTo(settings.row("b"), QStringLiteral("A")); // some other program's text
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b", "c"));
+}
+
+TEST(ChainDrag, ByKeysThatIsGivenUpLeavesTheRowWhereItWas) {
+    ChainDrags settings;
+    settings.show();
+    settings.focus(QStringLiteral("Model a"), coding);
+    settings.key(Qt::Key_Space);
+    settings.key(Qt::Key_Down);
+    settings.key(Qt::Key_Down);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("b", "c", "a"));
+    settings.key(Qt::Key_Escape);
+    EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(settings.saved(TargetList::worker), IsEmpty());
 }
 
 TEST(ChainDrag, OnBuiltInRowsGoesToTheChainAroundThem) {

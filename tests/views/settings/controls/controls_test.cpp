@@ -242,5 +242,29 @@ Item {
               QStringLiteral("⚖️ A name that is far too long"));
 }
 
+TEST(FocusItem, IsAStopAsLongAsItHasTheKeyboard) {
+    static QStringList warnings;
+    warnings.clear();
+    ShownItem shown(R"(
+Item {
+    FocusItem { objectName: "first"; width: 10; height: 10 }
+    FocusItem { objectName: "second"; width: 10; height: 10 }
+})");
+    auto* first = shown.root()->findChild<QQuickItem*>(QStringLiteral("first"));
+    auto* second = shown.root()->findChild<QQuickItem*>(QStringLiteral("second"));
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& said) { warnings.append(said); });
+    first->forceActiveFocus();
+    first->setProperty("tabStop", false);
+    EXPECT_TRUE(first->activeFocusOnTab());
+    second->forceActiveFocus();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(first->activeFocusOnTab());
+    first->setProperty("tabStop", true);
+    EXPECT_TRUE(first->activeFocusOnTab());
+    qInstallMessageHandler(before);
+    EXPECT_EQ(warnings, QStringList());
+}
+
 } // namespace
 } // namespace varnhold::testing

@@ -69,6 +69,33 @@ TEST_F(DraggingByKeys, EscapeGivesUp) {
     EXPECT_FALSE(board.find(u"first"_s)->property("hovered").toBool());
 }
 
+TEST_F(DraggingByKeys, EscapeBringsARowBackToItsPlace) {
+    board.keys(board.source(u"b"_s), {Qt::Key_Space, Qt::Key_Down, Qt::Key_Down});
+    EXPECT_EQ(order(), u"acdb"_s);
+    QTest::keyClick(board.page, Qt::Key_Escape);
+    EXPECT_EQ(order(), u"abcd"_s);
+    EXPECT_EQ(spoken(), u"Model b not moved"_s);
+    EXPECT_FALSE(board.keyboard().active());
+}
+
+TEST_F(DraggingByKeys, EscapeBringsARowBackFromAnotherListToo) {
+    board.keys(board.source(u"b"_s), {Qt::Key_Space, Qt::Key_Up});
+    EXPECT_EQ(order(), u"bacd"_s);
+    for (int step = 0; step < 6 && !spoken().contains(u"Second"_s); ++step) {
+        QTest::keyClick(board.page, Qt::Key_Down);
+    }
+    QTest::keyClick(board.page, Qt::Key_Escape);
+    EXPECT_EQ(order(), u"abcd"_s);
+    EXPECT_EQ(Board::uids(board.second), (QStringList{u"x"_s, u"y"_s}));
+}
+
+TEST_F(DraggingByKeys, ARowThatWasDroppedStays) {
+    board.keys(board.source(u"b"_s), {Qt::Key_Space, Qt::Key_Down, Qt::Key_Return});
+    EXPECT_EQ(order(), u"acbd"_s);
+    board.keys(board.source(u"b"_s), {Qt::Key_Space, Qt::Key_Escape});
+    EXPECT_EQ(order(), u"acbd"_s);
+}
+
 TEST_F(DraggingByKeys, ARowChangesPlacesInItsList) {
     board.keys(board.source(u"b"_s), {Qt::Key_Space});
     EXPECT_EQ(spoken(), u"Model b: First rows, place 2 of 4"_s);

@@ -113,12 +113,29 @@ TEST(GroupDrag, MakesTheModelFaintButNotTheButtonBesideIt) {
     EXPECT_EQ(button->opacity() * row->opacity(), 1);
 }
 
-TEST(GroupDrag, NoLongerReordersAfterHalfASecond) {
+TEST(GroupDrag, ReordersHoweverLongItTakes) {
     GroupDrags settings;
     settings.show();
-    settings.lift(QStringLiteral("Model a"), crew);
+    settings.drag(QStringLiteral("Model a"), crew, [&](const QDrag&) {
+        settings.platform.advance(1s);
+        settings.carryTo(settings.row("b"), QStringLiteral("A"));
+        settings.platform.advance(1s);
+        const QPoint third = settings.row("c");
+        settings.carryTo(third, QStringLiteral("A"));
+        EXPECT_EQ(settings.saved(), "");
+        settings.platform.advance(3s);
+        settings.dropAt(third, QStringLiteral("A"));
+    });
+    EXPECT_THAT(settings.ids(), ElementsAre("b", "c", "a"));
+    EXPECT_NE(settings.saved(), "");
+}
+
+TEST(GroupDrag, ThatEndsOutsideIsForgottenAfterHalfASecond) {
+    GroupDrags settings;
+    settings.show();
+    settings.drag(QStringLiteral("Model a"), crew, [](const QDrag&) {});
     settings.platform.advance(500ms);
-    settings.carryTo(settings.row("c"), QStringLiteral("A"));
+    settings.carryTo(settings.row("c"), QStringLiteral("A")); // some other program's text
     EXPECT_THAT(settings.ids(), ElementsAre("a", "b", "c"));
 }
 

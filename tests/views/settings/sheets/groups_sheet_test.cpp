@@ -39,6 +39,21 @@ TEST_F(GroupsSheet, MakesAGroupWithoutTheBlanksAroundItsName) {
     EXPECT_EQ(saves(), 1);
 }
 
+TEST_F(GroupsSheet, AddsByEnterWhatIsNamedAndIsDoneByTheNext) {
+    show();
+    open();
+    for (const char* name : {"One", "Two"}) {
+        type(QString::fromUtf8(name));
+        press(Qt::Key_Return);
+    }
+    EXPECT_THAT(namesOnDisk(), ElementsAre("One", "Two"));
+    EXPECT_EQ(saves(), 2);
+    EXPECT_TRUE(shows("Custom Groups"));
+    press(Qt::Key_Return);
+    EXPECT_FALSE(shows("Custom Groups"));
+    EXPECT_EQ(saves(), 2);
+}
+
 TEST_F(GroupsSheet, TakesTheNextNameRightAfterOneWasAdded) {
     show();
     open();
@@ -73,7 +88,8 @@ TEST_F(GroupsSheet, SavesARenamingWithEachKeyAndKeepsTheCursor) {
     view->customGroups = {CustomBotGroup{.name = "Crw"}, CustomBotGroup{.name = "Other"}};
     show();
     open();
-    EXPECT_EQ(focusedName(), "Group name");
+    EXPECT_EQ(focusedName(), "New group name");
+    click("Group name");
     press(Qt::Key_Home);
     press(Qt::Key_Right);
     press(Qt::Key_Right);
