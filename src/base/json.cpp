@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/files.h"
+#include "base/json_tree.h"
 
 namespace varnhold::json {
 
@@ -15,9 +16,6 @@ tl::unexpected<std::string> unexpectedType(const char* wanted, const Value& valu
     return failure(std::string("expected ") + wanted + ", found " + value.type_name());
 }
 
-// Thrown out of the parser's callback, which has no other way to stop it.
-struct TooDeep {};
-
 } // namespace
 
 Result<Value> parse(std::string_view text) {
@@ -25,21 +23,11 @@ Result<Value> parse(std::string_view text) {
     if (text.find('\0') != std::string_view::npos) {
         return failure("holds a NUL byte");
     }
-    const auto limitDepth = [](int depth, Value::parse_event_t event, Value&) {
-        const bool opens = event == Value::parse_event_t::object_start ||
-                           event == Value::parse_event_t::array_start;
-        if (opens && depth >= maximumDepth) {
-            throw TooDeep{};
-        }
-        return true;
-    };
-    try {
-        return Value::parse(text, limitDepth);
-    } catch (const Value::exception& error) {
-        return failure(error.what());
-    } catch (const TooDeep&) {
-        return failure("nested deeper than " + std::to_string(maximumDepth) + " levels");
+    TreeBuilder builder;
+    if (!Value::sax_parse(text, &builder)) {
+        return failure(builder.error());
     }
+    return builder.takeTree();
 }
 
 Result<Value> parseFile(const std::string& path) {

@@ -1,6 +1,8 @@
 #include "groups/custom_groups_column.h"
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 #include <utility>
 
 #include "groups/doctrine.h"
@@ -16,16 +18,11 @@ namespace {
 constexpr auto longestDrag = 500ms;
 constexpr double chipSpacing = 4; // points
 
-bool contains(const std::vector<std::string>& texts, const std::string& text) {
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
-}
-
+// Folders may bring thousands of paths.
 void appendMissing(std::vector<std::string>& texts, const std::vector<std::string>& more) {
-    for (const std::string& text : more) {
-        if (!contains(texts, text)) {
-            texts.push_back(text);
-        }
-    }
+    std::unordered_set<std::string> known(texts.begin(), texts.end());
+    std::copy_if(more.begin(), more.end(), std::back_inserter(texts),
+                 [&known](const std::string& text) { return known.insert(text).second; });
 }
 
 StackParts stackParts(CustomBotGroup& group) {

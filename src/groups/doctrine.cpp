@@ -48,7 +48,7 @@ std::vector<std::string> withoutDuplicates(std::vector<std::string> paths) {
 
 bool isDoctrineFile(const std::string& path) {
     const std::string name = unicode::toLower(paths::lastComponent(path));
-    if (!isText(name)) {
+    if (!isText(name) || !unicode::isValidUtf8(path)) {
         return false;
     }
     const auto size = files::attributesSize(path);

@@ -17,7 +17,7 @@ inline constexpr std::uint64_t maxBytes = 40000; // the largest that still quali
 inline constexpr std::array<std::string_view, 4> textExts{"md", "markdown", "txt", "mdx"};
 
 // A text file by its extension, small enough, whose name speaks of doctrine. A path with nothing at
-// it qualifies by its name alone.
+// it qualifies by its name alone; one that isn't UTF-8 doesn't, since no settings file can name it.
 [[nodiscard]] bool isDoctrineFile(const std::string& path);
 
 // Those of `paths` that qualify, as given, and those in attached folders and their direct

@@ -28,11 +28,7 @@ Result<ChainBotAssignments> decodeAssignments(std::string_view text) {
 }
 
 std::string encodeAssignments(const ChainBotAssignments& assignments) {
-    json::Value out = json::Value::object();
-    for (const auto& [key, labels] : assignments) {
-        out[key] = labels;
-    }
-    return json::compact(out);
+    return json::compact(assignments);
 }
 
 Result<ChainBotAssignments> readAssignments(const std::string& path) {

@@ -1,12 +1,25 @@
 #include "records/governor_choice.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "base/json.h"
+#include "base/json_text.h"
 
 namespace varnhold {
 
 namespace {
 
-constexpr int indentation = 2;
+constexpr std::string_view governorKey = "\"governor\"";
+
+bool isObject(const std::string& text) {
+    const Result<json::Value> document = json::parse(text);
+    return document && document->is_object();
+}
+
+bool isGovernor(const json::TextMember& member) {
+    return json::parse(member.key) == json::parse(governorKey); // either may have escapes
+}
 
 std::optional<std::string> textUnder(const json::Value& object, const char* key) {
     const auto found = object.find(key);
@@ -40,18 +53,29 @@ Result<GovernorChoice> readGovernorChoice(const std::string& path) {
 
 std::string withGovernorChoice(const Result<std::string>& content, const std::string& provider,
                                const std::string& model, const std::string& setAt) {
-    json::Value document = json::Value::object();
-    if (content) {
-        if (Result<json::Value> found = json::parse(*content); found && found->is_object()) {
-            document = *std::move(found);
-        }
-    }
     json::Value governor = json::Value::object();
     governor["provider"] = provider;
     governor["model"] = model;
     governor["set_at"] = setAt;
-    document["governor"] = std::move(governor);
-    return document.dump(indentation, ' ', false, json::Value::error_handler_t::replace);
+    const std::string choice = json::compact(governor);
+
+    std::vector<json::TextMember> members;
+    if (content && isObject(*content)) {
+        members = json::textMembers(*content);
+    }
+    const auto mine = std::find_if(members.begin(), members.end(), isGovernor);
+    if (mine == members.end()) {
+        members.push_back({governorKey, choice});
+    } else {
+        mine->value = choice;
+        members.erase(std::remove_if(mine + 1, members.end(), isGovernor), members.end());
+    }
+    std::string out = "{";
+    for (const json::TextMember& member : members) {
+        out += out.size() > 1 ? ",\n  " : "\n  ";
+        out += std::string(member.key) + ": " + json::spread(member.value, 1);
+    }
+    return out + "\n}";
 }
 
 } // namespace varnhold

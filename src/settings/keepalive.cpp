@@ -22,11 +22,12 @@ constexpr double longestTTL = 3600;
 constexpr double warmAbove = 0.4;
 constexpr double coolingAbove = 0.15;
 
-// Seconds since the chain was last pinged; without end if it never was.
+// Seconds since the chain was last pinged; without end if it never was, or if the clock has been
+// set back since and nobody knows.
 double elapsedSince(const SettingsFields& settings, const std::string& key,
                     std::chrono::system_clock::time_point now) {
     const auto last = settings.lastPingTime.find(key);
-    return last == settings.lastPingTime.end()
+    return last == settings.lastPingTime.end() || now < last->second
                ? std::numeric_limits<double>::infinity()
                : std::chrono::duration<double>(now - last->second).count();
 }

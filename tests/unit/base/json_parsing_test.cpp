@@ -119,6 +119,26 @@ TEST(JsonParse, KeysKeepTheOrderInWhichTheyWereFound) {
     EXPECT_EQ(compact(parse(R"({"z":1,"a":2,"m":3})").value()), R"({"z":1,"a":2,"m":3})");
 }
 
+// Were each key looked for among all that went before, this would take minutes.
+TEST(JsonParse, AnObjectOfVeryManyKeysComesWholeAndKeepsItsOrder) {
+    constexpr int keys = 300000;
+    std::string text = "{";
+    for (int i = 0; i < keys; ++i) {
+        text += "\"" + std::to_string(keys - i) + "\":" + std::to_string(i) + ",";
+    }
+    const auto value = parse(text + "\"7\":{\"a\":[1]}}");
+    ASSERT_TRUE(value);
+    EXPECT_EQ(value->size(), static_cast<std::size_t>(keys));
+    EXPECT_EQ(value->front(), 0);
+    EXPECT_EQ(value->back(), keys - 1);
+    EXPECT_EQ(value->find("7")->dump(), R"({"a":[1]})");
+}
+
+TEST(JsonParse, EqualKeysOfInnerObjectsAreTheirOwn) {
+    EXPECT_EQ(parse(R"({"a":{"a":1,"b":2,"a":3},"b":[{"a":4}],"a":{"c":5}})")->dump(),
+              R"({"a":{"c":5},"b":[{"a":4}]})");
+}
+
 TEST(JsonParse, NestingEndsAt512Levels) {
     EXPECT_EQ(maximumDepth, 512);
     EXPECT_TRUE(parse(nested(512, "[", "]")));

@@ -72,11 +72,25 @@ TEST(DoctrineFile, QualifiesAsALinkByTheSizeOfTheLink) {
     EXPECT_TRUE(isDoctrineFile(home.at("readme.md")));
 }
 
+TEST(DoctrineFile, IsNoneWhereNoSettingsFileCanNameIt) {
+    EXPECT_FALSE(isDoctrineFile("/x/doctrine-\xFF.md"));
+    EXPECT_FALSE(isDoctrineFile("/\xC3/readme.md"));
+    EXPECT_TRUE(isDoctrineFile("/\xC3\xA9/readme.md"));
+}
+
 TEST(DoctrineFile, IsJudgedByTheLastPieceOfItsPathOnly) {
     EXPECT_FALSE(isDoctrineFile("/readme/notes.md"));
     EXPECT_TRUE(isDoctrineFile("readme.md"));
     EXPECT_TRUE(isDoctrineFile("/nowhere/readme.md/"));
     EXPECT_FALSE(isDoctrineFile(""));
+}
+
+TEST(Extract, LeavesOutFilesThatNoSettingsFileCanName) {
+    const TemporaryHome home;
+    home.write(home.at("x/doctrine-\xFF.md"), "");
+    home.write(home.at("x/\xFE/readme.md"), "");
+    home.write(home.at("x/readme.md"), "");
+    EXPECT_EQ(extract({home.at("x")}), std::vector{home.at("x/readme.md")});
 }
 
 TEST(Extract, KeepsAQualifyingPathWithNothingAtIt) {

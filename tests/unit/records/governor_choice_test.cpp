@@ -65,6 +65,51 @@ TEST(WithGovernorChoice, KeepsEveryOtherKeyAsItStands) {
 })");
 }
 
+TEST(WithGovernorChoice, LeavesNumbersAndEscapesOfOthersAsTheyAreWritten) {
+    const std::string content =
+        "\xEF\xBB\xBF { \"a\" : 123456789012345678901 ,\r\n"
+        R"("b":[1.0,-0,1e5,2E+06,0.10,{"c" : 1e-7}],"d\/":"\u00e9\/\"}{,:",)"
+        R"("e":[ ],"f":{ } ,"a":0} )";
+    EXPECT_EQ(withChoice(content), R"({
+  "a": 123456789012345678901,
+  "b": [
+    1.0,
+    -0,
+    1e5,
+    2E+06,
+    0.10,
+    {
+      "c": 1e-7
+    }
+  ],
+  "d\/": "\u00e9\/\"}{,:",
+  "e": [],
+  "f": {},
+  "a": 0,
+  "governor": {
+    "provider": "p",
+    "model": "m",
+    "set_at": "t"
+  }
+})");
+}
+
+TEST(WithGovernorChoice, IsTheOnlyOneWhereverAndHoweverItStood) {
+    EXPECT_EQ(withChoice(std::string(R"({"gov\u0065rnor":1,"x":2,"governor":3})")), R"({
+  "gov\u0065rnor": {
+    "provider": "p",
+    "model": "m",
+    "set_at": "t"
+  },
+  "x": 2
+})");
+}
+
+TEST(WithGovernorChoice, ComesOutTheSameTheNextTime) {
+    const std::string once = withChoice(std::string(R"({"a":[{"b":{}},[[]]],"c":"\\"})"));
+    EXPECT_EQ(withChoice(once), once);
+}
+
 TEST(WithGovernorChoice, ReplacesTheOldChoiceAsAWhole) {
     EXPECT_EQ(withChoice(std::string(R"({"governor":{"mood":"good"}})")), fresh);
     EXPECT_EQ(withChoice(std::string(R"({"governor":"text"})")), fresh);

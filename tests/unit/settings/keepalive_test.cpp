@@ -216,6 +216,36 @@ TEST(Keepalive, CoversTheOtherFiveChains) {
     EXPECT_EQ(settings.view->lastPingTime.size(), 5U);
 }
 
+TEST(Keepalive, TakesTheChainsInTheirOrder) {
+    Keepalive settings;
+    for (const TargetList list : allTargetLists) {
+        settings.view->chainBinding(list) = {ofFamily("Claude")};
+    }
+    std::vector<std::string> order;
+    settings.view->observe([&](Animation) {
+        for (const auto& [key, warmth] : settings.view->cacheWarmth) {
+            if (std::find(order.begin(), order.end(), key) == order.end()) {
+                order.push_back(key);
+            }
+        }
+    });
+    settings.tick();
+    EXPECT_THAT(order, ElementsAre("architect", "worker", "photo", "video", "governor"));
+}
+
+TEST(Keepalive, GoesOnWhereTheClockWasSetBack) {
+    Keepalive settings;
+    const auto tomorrow = std::chrono::system_clock::time_point(settings.platform.elapsed()) + 24h;
+    settings.view->lastPingTime["worker"] = tomorrow;
+    settings.tick();
+    EXPECT_EQ(settings.warmth(), 0.0);
+    EXPECT_EQ(settings.lastPing(), 0);
+    EXPECT_EQ(settings.ping(), settings.moment());
+    settings.platform.advance(60s);
+    settings.tick();
+    EXPECT_EQ(settings.warmth(), 0.8);
+}
+
 TEST(Keepalive, LeavesOutABotThatDoesNotWantIt) {
     Keepalive settings;
     BotConfig off = bot("off");
