@@ -52,6 +52,13 @@ std::string serviceTarget(const FleetContext& context, const std::string& label)
     return domainTarget(context) + "/" + label;
 }
 
+std::string listJobs(const FleetContext& context) {
+    ProcessRequest request = launchctl(context, {"list"});
+    request.standardOutput = Stream::captured;
+    request.deadline = listingDeadline;
+    return context.platform.processes.run(request).standardOutput;
+}
+
 void bootstrap(const FleetContext& context, const std::string& path) {
     context.platform.processes.run(launchctl(context, {"bootstrap", domainTarget(context), path}));
 }
@@ -84,6 +91,7 @@ bool isDaemonOnline(const FleetContext& context, const std::string& label) {
     ProcessRequest request = launchctl(context, {"list", label});
     request.standardOutput = Stream::captured;
     request.standardError = Stream::discarded;
+    request.deadline = listingDeadline;
     return listsLivingProcess(context.platform.processes.run(request).standardOutput);
 }
 

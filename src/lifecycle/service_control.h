@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,14 @@
 // Failures are silent: a tool that can't be launched or exits with an error leaves no trace but the
 // status that the next poll shows. Any thread; nothing here takes a lock.
 namespace varnhold {
+
+// How long a listing may take. One that takes longer counts as empty: pollers go on, and a service
+// manager that hangs keeps no thread of ours for ever.
+inline constexpr std::chrono::seconds listingDeadline{8};
+
+// What the service manager prints of all its jobs; see parseJobList in status/. Empty if it can't
+// be had. Blocks until the tool has exited.
+[[nodiscard]] std::string listJobs(const FleetContext& context);
 
 // "gui/501": the domain of one user's agents, for loading.
 [[nodiscard]] std::string domainTarget(const FleetContext& context);

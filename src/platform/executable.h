@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <sys/types.h>
 
 #include "platform/layout.h"
 #include "platform/platform.h"
@@ -14,6 +15,10 @@ namespace varnhold::platform {
 
 // The layout rule of the system that this was built for.
 [[nodiscard]] Layout systemLayout(const std::string& executable);
+
+// A descriptor of the caller's that can be read from once the child has ended; below 0 where the
+// system has none to give.
+[[nodiscard]] int exitDescriptor(pid_t child);
 
 // See System::terminalRequest.
 [[nodiscard]] std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,

@@ -34,6 +34,9 @@ struct ProcessRequest {
     std::optional<EnvironmentMap> environment = std::nullopt; // absent: the program's own
     Stream standardOutput = Stream::inherited;
     Stream standardError = Stream::inherited;
+    // How long run() waits; absent: as long as it takes. A child that takes longer is killed, and
+    // what it has written is dropped.
+    std::optional<std::chrono::milliseconds> deadline = std::nullopt;
 
     bool operator==(const ProcessRequest&) const = default;
 };
@@ -51,7 +54,7 @@ class Processes {
 public:
     virtual ~Processes() = default;
 
-    // Blocks until the child has exited, however long that takes.
+    // Blocks until the child has exited, or until the request's deadline.
     virtual ProcessResult run(const ProcessRequest& request) = 0;
 
     // Starts the child and returns; it outlives this program. Failure to start is dropped, since no

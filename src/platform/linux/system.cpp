@@ -1,4 +1,6 @@
 #include <filesystem>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "base/files.h"
 #include "platform/executable.h"
@@ -13,6 +15,10 @@ std::string executablePath() {
 
 Layout systemLayout(const std::string& executable) {
     return linuxLayout(executable);
+}
+
+int exitDescriptor(pid_t child) {
+    return static_cast<int>(::syscall(SYS_pidfd_open, child, 0)); // close-on-exec by itself
 }
 
 std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,

@@ -1,6 +1,8 @@
 #include <filesystem>
 #include <mach-o/dyld.h>
 #include <string>
+#include <sys/event.h>
+#include <unistd.h>
 
 #include "platform/executable.h"
 #include "platform/terminal.h"
@@ -21,6 +23,17 @@ std::string executablePath() {
 
 Layout systemLayout(const std::string& executable) {
     return macLayout(executable);
+}
+
+int exitDescriptor(pid_t child) {
+    const int queue = ::kqueue(); // not inherited by children
+    struct kevent end {};
+    EV_SET(&end, child, EVFILT_PROC, EV_ADD, NOTE_EXIT, 0, nullptr);
+    if (queue >= 0 && ::kevent(queue, &end, 1, nullptr, 0, nullptr) != 0) {
+        ::close(queue);
+        return -1;
+    }
+    return queue;
 }
 
 std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,

@@ -2,9 +2,9 @@
 
 #include <thread>
 
+#include "platform/posix_processes.h"
 #include "platform/posix_system.h"
 #include "platform/qt/qt_http_client.h"
-#include "platform/qt/qt_processes.h"
 #include "platform/qt/qt_queues.h"
 #include "platform/qt/qt_user_defaults.h"
 
@@ -25,7 +25,7 @@ public:
 } // namespace
 
 struct QtPlatform::Parts {
-    QtProcesses processes;
+    PosixProcesses processes;
     QtQueues queues;
     QtTimers timers;
     RealClock clock;

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include "lifecycle/service_control.h"
+
 namespace varnhold::testing {
 namespace {
 
@@ -34,6 +36,7 @@ TEST(Poll, TakesOnlyTheOutputOfTheListing) {
     EXPECT_EQ(request.program, "/bin/launchctl");
     EXPECT_EQ(request.standardOutput, platform::Stream::captured);
     EXPECT_EQ(request.standardError, platform::Stream::inherited);
+    EXPECT_EQ(request.deadline, listingDeadline);
     EXPECT_TRUE(supervisor.platform.children.at(0).waited);
 }
 

@@ -100,7 +100,8 @@ TEST_F(IsDaemonOnline, AsksForOneLabelAndWaits) {
     EXPECT_EQ(fake.children[0].request, (ProcessRequest{.program = "/bin/launchctl",
                                                         .arguments = {"list", "com.x"},
                                                         .standardOutput = Stream::captured,
-                                                        .standardError = Stream::discarded}));
+                                                        .standardError = Stream::discarded,
+                                                        .deadline = listingDeadline}));
     EXPECT_EQ(fake.record, std::vector<std::string>{"run launchctl list com.x"});
 }
 
