@@ -62,17 +62,12 @@ void ModelSelectorView::runAutoSetup() {
     autoSetupRunning = true;
     autoSetupMessage.clear();
     changed();
-    // On the other thread nothing of the record is touched; it may even be gone.
-    platform_.queues.postBackground(
-        platform::Priority::userInitiated,
-        [this, &platform = platform_, &constants = constants_, alive = std::weak_ptr(alive_)] {
-            const auto result = platform.processes.run(scriptRequest(platform, constants));
-            platform.queues.postMain([this, alive, result] {
-                if (!alive.expired()) {
-                    finishAutoSetup(result);
-                }
-            });
-        });
+    platform::background(
+        platform_.queues, platform::Priority::userInitiated, alive_,
+        [&platform = platform_, &constants = constants_] {
+            return platform.processes.run(scriptRequest(platform, constants));
+        },
+        [this](const platform::ProcessResult& result) { finishAutoSetup(result); });
 }
 
 void ModelSelectorView::finishAutoSetup(const platform::ProcessResult& result) {

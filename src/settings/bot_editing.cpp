@@ -46,13 +46,10 @@ void ModelSelectorView::addBot() {
 }
 
 void ModelSelectorView::fetchNames() {
-    fetchTelegramNames(platform_, userBots,
-                       [this, alive = std::weak_ptr(alive_)](std::vector<BotConfig> bots) {
-                           if (!alive.expired()) {
-                               userBots = std::move(bots);
-                               save();
-                           }
-                       });
+    fetchTelegramNames(platform_, userBots, alive_.whileAlive([this](std::vector<BotConfig> bots) {
+        userBots = std::move(bots);
+        save();
+    }));
 }
 
 void ModelSelectorView::togglePauseBot(const BotConfig& bot) {

@@ -27,19 +27,14 @@ bool isListed(const platform::ProcessResult& check) {
     return !check.standardOutput.empty() && unicode::isValidUtf8(check.standardOutput);
 }
 
-// On the other thread nothing of the record is touched; it may even be gone.
 void ModelSelectorView::checkOllamaDownload(const AIModelItem& item) {
     platform_.queues.postBackground(
         platform::Priority::userInitiated,
-        [this, item, &platform = platform_, alive = std::weak_ptr(alive_)] {
-            if (isListed(platform.processes.run(ollamaCheckRequest(item.id)))) {
-                return;
+        [&platform = platform_, id = item.id,
+         download = alive_.whileAlive([this, item] { downloadOllama(item); })] {
+            if (!isListed(platform.processes.run(ollamaCheckRequest(id)))) {
+                platform.queues.postMain(download);
             }
-            platform.queues.postMain([this, item, alive] {
-                if (!alive.expired()) {
-                    downloadOllama(item);
-                }
-            });
         });
 }
 
@@ -48,16 +43,14 @@ void ModelSelectorView::checkOllamaDownload(const AIModelItem& item) {
 void ModelSelectorView::downloadOllama(const AIModelItem& item) {
     downloadingModels.insert(item.id);
     changed();
-    platform_.queues.postBackground(
-        platform::Priority::background,
-        [this, id = item.id, &platform = platform_, alive = std::weak_ptr(alive_)] {
-            static_cast<void>(platform.processes.run(ollamaPullRequest(id)));
-            platform.queues.postMain([this, id, alive] {
-                if (!alive.expired()) {
-                    downloadingModels.erase(id);
-                    changed();
-                }
-            });
+    platform::background(
+        platform_.queues, platform::Priority::background, alive_,
+        [&platform = platform_, id = item.id] {
+            return platform.processes.run(ollamaPullRequest(id));
+        },
+        [this, id = item.id](const platform::ProcessResult&) {
+            downloadingModels.erase(id);
+            changed();
         });
 }
 

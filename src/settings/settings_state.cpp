@@ -45,19 +45,11 @@ void ModelSelectorView::appear() {
 }
 
 void ModelSelectorView::later(std::function<void()> task) {
-    platform_.queues.postMain(whileAlive(std::move(task)));
+    platform_.queues.postMain(alive_.whileAlive(std::move(task)));
 }
 
 void ModelSelectorView::laterAfter(std::chrono::milliseconds delay, std::function<void()> task) {
-    platform_.queues.postMainAfter(delay, whileAlive(std::move(task)));
-}
-
-platform::Task ModelSelectorView::whileAlive(std::function<void()> task) const {
-    return [alive = std::weak_ptr(alive_), task = std::move(task)] {
-        if (!alive.expired()) {
-            task();
-        }
-    };
+    platform_.queues.postMainAfter(delay, alive_.whileAlive(std::move(task)));
 }
 
 } // namespace varnhold

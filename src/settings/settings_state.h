@@ -1,11 +1,11 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/background.h"
 #include "platform/payload.h"
 #include "platform/platform.h"
 #include "settings/settings_changes.h"
@@ -131,12 +131,11 @@ private:
     // Posts to the main thread; the task is dropped if the record has gone by then.
     void later(std::function<void()> task);
     void laterAfter(std::chrono::milliseconds delay, std::function<void()> task);
-    [[nodiscard]] platform::Task whileAlive(std::function<void()> task) const;
 
     platform::Platform& platform_;
     const Constants& constants_;
     ChangeObserver observer_;
-    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+    platform::Alive alive_;
     StackEditing chains_{chainPolicy()};
 };
 

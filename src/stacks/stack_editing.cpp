@@ -25,26 +25,17 @@ void StackEditing::receive(const platform::PayloadProviders& providers,
                            const std::function<void(const std::string& text)>& use) const {
     for (const platform::PayloadProvider& provider : providers) {
         // The text may come on another thread: there only what is captured here is touched.
-        provider([use, &queues = policy_.queues,
-                  alive = std::weak_ptr(alive_)](const std::optional<std::string>& text) {
-            if (!text) {
-                return;
+        provider([&queues = policy_.queues,
+                  use = alive_.whileAlive(use)](const std::optional<std::string>& text) {
+            if (text) {
+                queues.postMain([use, text = *text]() mutable { use(text); });
             }
-            queues.postMain([use, alive, text = *text] {
-                if (!alive.expired()) {
-                    use(text);
-                }
-            });
         });
     }
 }
 
 platform::Task StackEditing::whileAlive(platform::Task task) const {
-    return [alive = std::weak_ptr(alive_), task = std::move(task)] {
-        if (!alive.expired()) {
-            task();
-        }
-    };
+    return alive_.whileAlive(std::move(task));
 }
 
 } // namespace varnhold

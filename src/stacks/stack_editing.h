@@ -2,11 +2,11 @@
 
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/background.h"
 #include "platform/payload.h"
 #include "platform/platform.h"
 #include "records/bots.h"
@@ -66,7 +66,7 @@ public:
 
 private:
     StackPolicy policy_;
-    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+    platform::Alive alive_;
 };
 
 } // namespace varnhold
