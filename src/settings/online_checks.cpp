@@ -28,18 +28,24 @@ void OnlineCheck::rowDisappeared() {
 }
 
 void OnlineCheck::checkOnline() {
-    // On the other thread only copies are touched: the row may go meanwhile.
-    context_.platform.queues.postBackground(
-        platform::Priority::utility,
-        [this, context = context_, label = label_, alive = std::weak_ptr(alive_)] {
-            const bool online = isDaemonOnline(context, label);
-            context.platform.queues.postMain([this, online, alive] {
-                if (!alive.expired()) {
-                    isOnline_ = online;
-                    onAnswer_();
-                }
-            });
-        });
+    if (isAsking_) {
+        isToAskAgain_ = true;
+        return;
+    }
+    isAsking_ = true;
+    platform::background(
+        context_.platform.queues, platform::Priority::utility, alive_,
+        [context = context_, label = label_] { return isDaemonOnline(context, label); },
+        [this](bool online) { take(online); });
+}
+
+void OnlineCheck::take(bool online) {
+    isAsking_ = false;
+    isOnline_ = online;
+    if (std::exchange(isToAskAgain_, false)) {
+        checkOnline();
+    }
+    onAnswer_();
 }
 
 void OnlineCheck::startOnlineTimer() {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "lifecycle/fleet_context.h"
-#include "platform/platform.h"
+#include "platform/background.h"
 
 namespace varnhold {
 
@@ -28,17 +28,23 @@ public:
     // As of the last answer; false before the first.
     [[nodiscard]] bool isOnline() const { return isOnline_; }
 
+    // While an answer is still awaited, no second question is put: one follows after the answer,
+    // so that questions don't pile up where the service manager is slow, and answers come in order.
     void checkOnline();
     // Ends any earlier timer.
     void startOnlineTimer();
 
 private:
+    void take(bool online);
+
     FleetContext context_;
     std::string label_;
     std::function<void()> onAnswer_;
     bool isOnline_ = false;
     std::unique_ptr<platform::Timer> onlineTimer_;
-    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+    bool isAsking_ = false;
+    bool isToAskAgain_ = false;
+    platform::Alive alive_;
 };
 
 } // namespace varnhold

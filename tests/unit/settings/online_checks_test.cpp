@@ -89,6 +89,24 @@ TEST(OnlineCheck, EndsItsTimerWithTheRow) {
     EXPECT_THAT(row.platform.children, SizeIs(2)); // the question that was under way
 }
 
+TEST(OnlineCheck, PutsOneQuestionAtATimeAndOneMoreAfterItsAnswer) {
+    Row row;
+    row.check->rowAppeared();
+    row.platform.advance(60s); // four more ticks, while the answer doesn't come
+    row.check->checkOnline();
+    EXPECT_EQ(row.platform.backgroundTasks(), 1U);
+    row.listing = "\"PID\" = 12;";
+    row.platform.runBackground();
+    row.platform.runMain();
+    EXPECT_TRUE(row.check->isOnline());
+    EXPECT_EQ(row.platform.backgroundTasks(), 1U);
+    row.listing.clear();
+    row.platform.settle();
+    EXPECT_FALSE(row.check->isOnline());
+    EXPECT_THAT(row.platform.children, SizeIs(2));
+    EXPECT_EQ(row.answers, 2);
+}
+
 TEST(OnlineCheck, DropsAnAnswerThatComesAfterTheRowHasGone) {
     Row row;
     row.check->checkOnline();
