@@ -128,7 +128,8 @@ private:
     void checkDefinition() {
         Constants constants = around_.home;
         constants.authConfigFile = around_.constants.authConfigFile;
-        const PropertyList now = agentDefinition(constants, around_.bundlePath, bot_);
+        const PropertyList now =
+            agentDefinition(constants, around_.bundlePath, files::exists, bot_);
         if (const Result<std::string> encoded = encodePropertyList(now); !encoded) {
             add(ids::propertyListImpossible, Level::fault,
                 "No property list can be made: " + encoded.error() + ".",

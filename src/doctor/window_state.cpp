@@ -3,6 +3,7 @@
 #include <map>
 #include <utility>
 
+#include "base/files.h"
 #include "doctor/file_state.h"
 #include "doctor/stored_defaults.h"
 #include "platform/platform.h"
@@ -53,7 +54,10 @@ public:
     [[nodiscard]] std::string bundlePath() const override { return around_.bundlePath; }
     [[nodiscard]] std::string launchctlPath() const override { return around_.launchctlPath; }
     [[nodiscard]] std::string runtimeDirectory() const override { return around_.runtimeFolder; }
-    [[nodiscard]] bool hasUserManager() const override { return false; }
+    [[nodiscard]] bool exists(const std::string& path) const override {
+        return files::exists(path);
+    }
+    [[nodiscard]] std::string orphanSweep() const override { return {}; }
     [[nodiscard]] ProcessRequest terminalRequest(const std::string&,
                                                  const std::string&) const override {
         return {};

@@ -24,15 +24,13 @@ void killDaemons(const FleetContext& context) {
 }
 
 void sweepOrphans(const FleetContext& context) {
-    const auto parent = context.platform.system.hasUserManager() ? OrphansGoTo::userManager
-                                                                 : OrphansGoTo::firstProcess;
     context.platform.processes.run(
-        {.program = "/bin/sh", .arguments = {"-c", orphanSweepScript(parent)}});
+        {.program = "/bin/sh", .arguments = {"-c", context.platform.system.orphanSweep()}});
 }
 
 void resetChains(const FleetContext& context) {
-    const std::string resources = daemonResourcesPath(context.platform.system.bundlePath());
-    context.platform.processes.run({.program = findPython(),
+    const std::string resources = daemonResourcesPath(context.platform.system);
+    context.platform.processes.run({.program = findPython(context.platform.system),
                                     .arguments = {"-c", chainResetScript(resources)},
                                     .environment = platform::EnvironmentMap{
                                         {"DAEMON_DATA_DIR", context.constants.appSupportDir},
@@ -41,20 +39,6 @@ void resetChains(const FleetContext& context) {
 }
 
 } // namespace
-
-std::string orphanSweepScript(OrphansGoTo parent) {
-    const char* pickOrphans = "$2==1 && $0 ~ c {print $1}";
-    if (parent == OrphansGoTo::userManager) {
-        pickOrphans = "{p[NR]=$1;q[NR]=$2;l[NR]=$0} "
-                      "$3 ~ /(^|\\/)systemd$/ && $4==\"--user\"{r[$1]=1} "
-                      "END{r[1]=1;for(i=1;i<=NR;i++)if((q[i] in r)&&l[i]~c)print p[i]}";
-    }
-    return std::string("for cli in claude gemini qwen codex; do "
-                       "ps -axo pid,ppid,command | awk -v c=\"opt/homebrew/bin/$cli\" '") +
-           pickOrphans +
-           "' | xargs -r kill -9 2>/dev/null; "
-           "done";
-}
 
 std::string chainResetScript(const std::string& daemonResources) {
     return "import sys, os; sys.path.insert(0, os.environ.get('DAEMON_RESOURCES', '" +

@@ -14,17 +14,6 @@
 // silent.
 namespace varnhold {
 
-// Who becomes the parent of a process that has lost its own.
-enum class OrphansGoTo {
-    firstProcess,
-    userManager, // or to the first process, from outside its session
-};
-
-// Kills orphans of four command-line tools that daemons run. Their parent marks them; a process
-// under another living parent is the user's own and is left alone. The text is a script for
-// /bin/sh.
-[[nodiscard]] std::string orphanSweepScript(OrphansGoTo parent = OrphansGoTo::firstProcess);
-
 // Puts every failover chain back to its first position; a program for the interpreter.
 [[nodiscard]] std::string chainResetScript(const std::string& daemonResources);
 

@@ -6,7 +6,6 @@
 #include "base/files.h"
 #include "base/json.h"
 #include "base/unicode.h"
-#include "shell/daemon_code.h"
 
 namespace varnhold {
 
@@ -25,12 +24,11 @@ constexpr std::array<std::pair<const char*, const char*>, 8> providerVariables{{
 
 std::map<std::string, std::string> environmentFor(const Constants& constants, const BotConfig& bot,
                                                   const std::string& resources) {
-    std::map<std::string, std::string> variables{
-        {"HOME", constants.appHome},
-        {"PATH", "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin"},
-        {"PYTHONPATH", resources},
-        {"DAEMON_RESOURCES", resources},
-        {"DAEMON_DATA_DIR", constants.appSupportDir}};
+    std::map<std::string, std::string> variables{{"HOME", constants.appHome},
+                                                 {"PATH", agentPath},
+                                                 {"PYTHONPATH", resources},
+                                                 {"DAEMON_RESOURCES", resources},
+                                                 {"DAEMON_DATA_DIR", constants.appSupportDir}};
     // A sign-in file that can't be read leaves the agent without keys rather than without a start.
     if (const auto authConfig = json::parseFile(constants.authConfigFile)) {
         for (auto& [name, value] : signInVariables(*authConfig)) {
@@ -88,13 +86,13 @@ std::map<std::string, std::string> signInVariables(const json::Value& authConfig
 }
 
 PropertyList agentDefinition(const Constants& constants, const std::string& bundlePath,
-                             const BotConfig& bot) {
-    const std::string resources = daemonResourcesPath(bundlePath);
+                             const PathTest& exists, const BotConfig& bot) {
+    const std::string resources = daemonResourcesPath(bundlePath, exists);
     return {.label = bot.launchdLabel,
             .keepAlive = true,
             .runAtLoad = true,
             .environmentVariables = environmentFor(constants, bot, resources),
-            .programArguments = {findPython(), "-m", "provider_telegramd", "--dept", bot.role,
+            .programArguments = {findPython(exists), "-m", "provider_telegramd", "--dept", bot.role,
                                  "--data-dir", constants.appSupportDir + "/data/" + bot.role},
             .workingDirectory = resources,
             .standardOutPath = logPath(bot.role),
@@ -106,8 +104,10 @@ std::optional<std::string> generatePlist(const FleetContext& context, const BotC
         return std::nullopt;
     }
     const std::string path = propertyListPath(context.constants, bot.launchdLabel);
-    const Result<std::string> content = encodePropertyList(
-        agentDefinition(context.constants, context.platform.system.bundlePath(), bot));
+    const platform::System& system = context.platform.system;
+    const auto exists = [&system](const std::string& place) { return system.exists(place); };
+    const Result<std::string> content =
+        encodePropertyList(agentDefinition(context.constants, system.bundlePath(), exists, bot));
     if (!content) {
         return std::nullopt;
     }

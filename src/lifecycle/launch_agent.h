@@ -7,6 +7,7 @@
 #include "lifecycle/fleet_context.h"
 #include "lifecycle/property_list.h"
 #include "records/bots.h"
+#include "shell/daemon_code.h"
 
 // How one agent is started: its property list, made whole from its record and the sign-in file each
 // time it is about to be started, and never read back.
@@ -33,7 +34,8 @@ inline constexpr const char* startableSuffix = ".telegramd";
 // What the agent's property list would say if it were written now: reads the sign-in file and looks
 // for the interpreter and the daemon code.
 [[nodiscard]] PropertyList agentDefinition(const Constants& constants,
-                                           const std::string& bundlePath, const BotConfig& bot);
+                                           const std::string& bundlePath, const PathTest& exists,
+                                           const BotConfig& bot);
 
 // Writes the agent's property list and gives its path, also when writing failed: whatever is on
 // disk is then loaded. None, and nothing written, for a record that can't be started or whose texts

@@ -20,6 +20,9 @@ namespace varnhold::platform {
 // system has none to give.
 [[nodiscard]] int exitDescriptor(pid_t child);
 
+// See System::orphanSweep.
+[[nodiscard]] std::string systemOrphanSweep();
+
 // See System::terminalRequest.
 [[nodiscard]] std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,
                                                                   const std::string& argument);

@@ -57,8 +57,7 @@ public:
     // Blocks until the child has exited, or until the request's deadline.
     virtual ProcessResult run(const ProcessRequest& request) = 0;
 
-    // Starts the child and returns; it outlives this program. Failure to start is dropped, since no
-    // caller of this would do anything else with it.
+    // Starts the child and returns; it outlives this program. Failure to start is dropped.
     virtual void start(const ProcessRequest& request) = 0;
 };
 
@@ -104,12 +103,15 @@ public:
     virtual void sleep(std::chrono::microseconds duration) = 0;
 };
 
-// Facts about the machine and the user that hold for the life of the process.
+// Facts about the machine and the user. All but existence hold for the life of the process.
 class System {
 public:
     virtual ~System() = default;
 
     [[nodiscard]] virtual std::uint32_t userId() const = 0;
+
+    // True if anything is at the path: a file, a folder, whatever. Asked anew at each call.
+    [[nodiscard]] virtual bool exists(const std::string& path) const = 0;
 
     // The user's home folder without a trailing slash.
     [[nodiscard]] virtual std::string homeDirectory() const = 0;
@@ -124,9 +126,8 @@ public:
     // Private folder for what is gone with the session: locks and sockets. It may not exist yet.
     [[nodiscard]] virtual std::string runtimeDirectory() const = 0;
 
-    // Whether a process that has lost its parent may belong to a user manager of the session,
-    // rather than to the system's first process.
-    [[nodiscard]] virtual bool hasUserManager() const = 0;
+    // A script for /bin/sh that kills the tools which daemons have left behind; see orphan_sweep.h.
+    [[nodiscard]] virtual std::string orphanSweep() const = 0;
 
     // What to start, without waiting for it, so that the user sees a terminal window in which the
     // script runs with one argument. None where no terminal is known.

@@ -1,5 +1,6 @@
 #include "platform/posix_system.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <pwd.h>
@@ -16,21 +17,20 @@ namespace varnhold::platform {
 namespace {
 
 std::string homeFromPasswordDatabase() {
-    const long suggested = ::sysconf(_SC_GETPW_R_SIZE_MAX);
-    std::vector<char> buffer(suggested > 0 ? static_cast<std::size_t>(suggested) : 16384U);
+    std::vector<char> buffer(1024);
     passwd entry{};
     passwd* found = nullptr;
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0 ||
-        found == nullptr) {
-        return "/";
+    // What the system suggests as the size is a guess, and some entries are longer.
+    while (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) {
+        buffer.resize(buffer.size() * 2);
     }
-    return entry.pw_dir;
+    return found == nullptr ? "/" : entry.pw_dir;
 }
 
 std::string findHome() {
     const char* variable = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): read at start
     std::string home =
-        variable != nullptr && *variable != '\0' ? variable : homeFromPasswordDatabase();
+        variable != nullptr && *variable == '/' ? variable : homeFromPasswordDatabase();
     while (home.ends_with('/')) {
         home.pop_back();
     }
@@ -56,15 +56,14 @@ public:
     PosixSystem() : home_(findHome()), layout_(systemLayout(executablePath())) {}
 
     [[nodiscard]] std::uint32_t userId() const override { return ::getuid(); }
+    [[nodiscard]] bool exists(const std::string& path) const override {
+        return files::exists(path);
+    }
     [[nodiscard]] std::string homeDirectory() const override { return home_; }
     [[nodiscard]] std::string bundlePath() const override { return layout_.bundlePath; }
     [[nodiscard]] std::string launchctlPath() const override { return layout_.launchctlPath; }
     [[nodiscard]] std::string runtimeDirectory() const override { return runtimeDirectory_; }
-    [[nodiscard]] bool hasUserManager() const override {
-        // The socket of a systemd user manager; asked for each time, as one may come up later.
-        const std::string session = runtimeDirectory_.substr(0, runtimeDirectory_.rfind('/'));
-        return files::exists(session + "/systemd/private");
-    }
+    [[nodiscard]] std::string orphanSweep() const override { return systemOrphanSweep(); }
     [[nodiscard]] std::optional<ProcessRequest>
     terminalRequest(const std::string& script, const std::string& argument) const override {
         return systemTerminalRequest(script, argument);

@@ -7,7 +7,7 @@
 namespace varnhold::platform {
 
 // The facts of this machine, read once. HOME decides the home folder, and the password database
-// where it is unset or empty.
+// where it is unset or no absolute path.
 [[nodiscard]] std::unique_ptr<System> makeSystem();
 
 } // namespace varnhold::platform

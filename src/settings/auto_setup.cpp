@@ -11,17 +11,15 @@ constexpr int noCodingModel = 3;
 
 platform::ProcessRequest scriptRequest(const platform::Platform& platform,
                                        const Constants& constants) {
-    const std::string resources = daemonResourcesPath(platform.system.bundlePath());
-    return {
-        .program = findPython(),
-        .arguments = {resources + "/auto_setup_chains.py"},
-        .environment =
-            platform::EnvironmentMap{{"DAEMON_DATA_DIR", constants.appSupportDir},
-                                     {"DAEMON_RESOURCES", resources},
-                                     {"HOME", constants.appHome},
-                                     {"PATH", "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin"}},
-        .standardOutput = platform::Stream::captured,
-        .standardError = platform::Stream::captured};
+    return {.program = findPython(platform.system),
+            .arguments = {autoSetupScript(platform.system)},
+            .environment =
+                platform::EnvironmentMap{{"DAEMON_DATA_DIR", constants.appSupportDir},
+                                         {"DAEMON_RESOURCES", daemonResourcesPath(platform.system)},
+                                         {"HOME", constants.appHome},
+                                         {"PATH", agentPath}},
+            .standardOutput = platform::Stream::captured,
+            .standardError = platform::Stream::captured};
 }
 
 // Output as the user will read it; what isn't text at all counts as nothing.

@@ -8,8 +8,6 @@ namespace varnhold {
 
 namespace {
 
-constexpr const char* loginScript = "/login_scout.sh";
-
 struct SignInParts {
     const char* provider;
     AuthMethod SettingsFields::*method;
@@ -27,8 +25,7 @@ constexpr std::array<SignInParts, 5> signInParts{{
 } // namespace
 
 bool startSignIn(platform::Platform& platform, const std::string& provider) {
-    const std::string resources = daemonResourcesPath(platform.system.bundlePath());
-    const auto request = platform.system.terminalRequest(resources + loginScript, provider);
+    const auto request = platform.system.terminalRequest(loginScript(platform.system), provider);
     if (request) {
         platform.processes.start(*request);
     }

@@ -1,5 +1,7 @@
 #include "shell/constants.h"
 
+#include "shell/version.h"
+
 namespace varnhold {
 
 Constants::Constants(const std::string& home)
@@ -7,6 +9,7 @@ Constants::Constants(const std::string& home)
                        {"openai", 600},   {"gpt", 600},       {"qwen", 600},   {"deepseek", 600},
                        {"cerebras", 600}, {"ollama", 3600}},
       ostrelleAIDataDir(home + "/Library/Application Support/OstrelleAI/data"),
+      VARNHOLD_VERSION(version),
       appHome(home),
       appSupportDir(appHome + "/Library/Application Support/Varnhold"),
       launchAgentsDir(appHome + "/Library/LaunchAgents"),

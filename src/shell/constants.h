@@ -23,7 +23,7 @@ struct Constants {
 
     // The daemons' own folder; this program never creates it.
     std::string ostrelleAIDataDir;
-    std::string VARNHOLD_VERSION = "7.0.0";
+    std::string VARNHOLD_VERSION;
     std::string appHome;
     std::string appSupportDir;
     std::string launchAgentsDir;

@@ -14,14 +14,30 @@ constexpr std::array<const char*, 6> interpreters{
     "/opt/homebrew/bin/python3.14", "/opt/homebrew/bin/python3.13", "/opt/homebrew/bin/python3.12",
     "/opt/homebrew/bin/python3",    "/usr/local/bin/python3",       "/usr/bin/python3"};
 
+PathTest testOf(const platform::System& system) {
+    return [&system](const std::string& path) { return system.exists(path); };
+}
+
 } // namespace
 
-std::string daemonResourcesPath(const std::string& bundlePath) {
+std::string daemonResourcesPath(const std::string& bundlePath, const PathTest& exists) {
     std::string inside = bundlePath + "/Contents/Resources/daemon";
-    if (files::exists(inside)) {
+    if (exists(inside)) {
         return inside;
     }
     return paths::standardized(bundlePath + "/../daemon");
+}
+
+std::string daemonResourcesPath(const platform::System& system) {
+    return daemonResourcesPath(system.bundlePath(), testOf(system));
+}
+
+std::string loginScript(const platform::System& system) {
+    return daemonResourcesPath(system) + "/login_scout.sh";
+}
+
+std::string autoSetupScript(const platform::System& system) {
+    return daemonResourcesPath(system) + "/auto_setup_chains.py";
 }
 
 std::string findPython(const PathTest& exists) {
@@ -29,8 +45,8 @@ std::string findPython(const PathTest& exists) {
     return found == interpreters.end() ? interpreters.back() : *found;
 }
 
-std::string findPython() {
-    return findPython(files::exists);
+std::string findPython(const platform::System& system) {
+    return findPython(testOf(system));
 }
 
 void ensureAppSupportDirs(const Constants& constants) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/files.h"
 #include "platform/platform.h"
 #include "support/fake_http_client.h"
 #include "support/fake_user_defaults.h"
@@ -50,8 +51,9 @@ public:
 
     std::string home = "/home/somebody";
     std::string bundle = "/opt/varnhold/lib/varnhold";
-    bool userManager = false;
     bool terminal = true; // whether there is one
+    // What is where; by default what really is.
+    std::function<bool(const std::string& path)> isThere = files::exists;
 
     // Runs main-thread tasks that are due and all background tasks until none is left.
     void settle();
@@ -77,10 +79,11 @@ private:
     std::chrono::system_clock::time_point now() override;
     void sleep(std::chrono::microseconds duration) override;
     [[nodiscard]] std::uint32_t userId() const override { return 501; }
+    [[nodiscard]] bool exists(const std::string& path) const override { return isThere(path); }
     [[nodiscard]] std::string homeDirectory() const override { return home; }
     [[nodiscard]] std::string bundlePath() const override { return bundle; }
     [[nodiscard]] std::string launchctlPath() const override { return "/bin/launchctl"; }
-    [[nodiscard]] bool hasUserManager() const override { return userManager; }
+    [[nodiscard]] std::string orphanSweep() const override { return "sweep"; }
     [[nodiscard]] std::string runtimeDirectory() const override { return home + "/run"; }
     [[nodiscard]] std::optional<platform::ProcessRequest>
     terminalRequest(const std::string& script, const std::string& argument) const override {

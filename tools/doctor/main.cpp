@@ -19,6 +19,7 @@
 #include "process_start.h"
 #include "run_listing.h"
 #include "shell/constants.h"
+#include "shell/version.h"
 
 extern char**
     environ; // NOLINT(readability-redundant-declaration): not every system's header has it
@@ -94,7 +95,7 @@ int main(int argc, char** argv) {
         std::cout << helpText();
         return EXIT_SUCCESS;
     case Command::Kind::version:
-        std::cout << "varnhold-doctor of Varnhold 7.0.0\n";
+        std::cout << "varnhold-doctor of Varnhold " << varnhold::version << "\n";
         return EXIT_SUCCESS;
     case Command::Kind::examine:
         break;

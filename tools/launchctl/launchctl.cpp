@@ -7,6 +7,7 @@
 #include "base/files.h"
 #include "launchctl/label_name.h"
 #include "launchctl/listing.h"
+#include "shell/version.h"
 
 namespace varnhold::services {
 
@@ -58,7 +59,7 @@ public:
     }
 
     int operator()(const Version&) {
-        out_ << "launchctl of Varnhold 7.0.0\n";
+        out_ << "launchctl of Varnhold " << version << "\n";
         return exitDone;
     }
 

@@ -4,6 +4,7 @@
 
 #include "base/files.h"
 #include "platform/executable.h"
+#include "platform/orphan_sweep.h"
 #include "platform/terminal.h"
 
 namespace varnhold::platform {
@@ -19,6 +20,10 @@ Layout systemLayout(const std::string& executable) {
 
 int exitDescriptor(pid_t child) {
     return static_cast<int>(::syscall(SYS_pidfd_open, child, 0)); // close-on-exec by itself
+}
+
+std::string systemOrphanSweep() {
+    return linuxOrphanSweep();
 }
 
 std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "platform/executable.h"
+#include "platform/orphan_sweep.h"
 #include "platform/terminal.h"
 
 namespace varnhold::platform {
@@ -34,6 +35,10 @@ int exitDescriptor(pid_t child) {
         return -1;
     }
     return queue;
+}
+
+std::string systemOrphanSweep() {
+    return macOrphanSweep();
 }
 
 std::optional<ProcessRequest> systemTerminalRequest(const std::string& script,

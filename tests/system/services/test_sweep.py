@@ -40,7 +40,7 @@ class SweepTest(ServicesCase):
     def test_kills_what_the_user_manager_has_adopted_and_spares_what_has_a_parent(self):
         orphan = self.orphan("com.example.gone")
         living, tool = self.load_with_tool("com.example.here")
-        self.sweep("systemd")
+        self.sweep()
         wait_until("the orphan is gone", lambda: not is_alive(orphan))
         self.assertTrue(is_alive(tool))
         self.assertEqual(self.row(living)[0], self.parent_of(tool))
@@ -52,12 +52,12 @@ class SweepTest(ServicesCase):
         wait_until("it is an orphan", lambda: self.parent_of(orphan) == 1)
         wait_until("it has its name", lambda: TOOL in
                    pathlib.Path(f"/proc/{orphan}/cmdline").read_text())
-        self.sweep("systemd")
+        self.sweep()
         wait_until("the orphan is gone", lambda: not is_alive(orphan))
 
     def test_the_plain_sweep_knows_nothing_of_user_managers(self):
         orphan = self.orphan("com.example.gone")
-        self.sweep()
+        self.sweep("mac")
         self.assertTrue(is_alive(orphan))
 
 

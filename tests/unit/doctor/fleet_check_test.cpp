@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/files.h"
 #include "doctor/catalogue.h"
 #include "doctor_home.h"
 #include "lifecycle/launch_agent.h"
@@ -33,7 +34,7 @@ struct Fleet : DoctorHome {
     // A loaded job's folder, with the definition that is made now unless another is given.
     void loaded(const std::string& role, const std::function<void(PropertyList&)>& change = {}) {
         BotConfig bot = decodeBots("[" + botRecord(role) + "]")->at(0);
-        PropertyList list = agentDefinition(constants, around.bundlePath, bot);
+        PropertyList list = agentDefinition(constants, around.bundlePath, files::exists, bot);
         if (change) {
             change(list);
         }
@@ -145,8 +146,8 @@ TEST(FleetCheck, AStaleOrBrokenPropertyListIsTold) {
     EXPECT_THAT(idsOf(fleet.check(botRecord("doctor-a"))), Contains(ids::propertyListBroken));
     BotConfig bot = decodeBots("[" + botRecord("doctor-a") + "]")->at(0);
     bot.token = "another-token";
-    fleet.write(
-        path, *encodePropertyList(agentDefinition(fleet.constants, fleet.around.bundlePath, bot)));
+    fleet.write(path, *encodePropertyList(agentDefinition(fleet.constants, fleet.around.bundlePath,
+                                                          files::exists, bot)));
     const auto found = findingsOf(fleet.check(botRecord("doctor-a")), ids::propertyListStale);
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_THAT(found[0].sentence, HasSubstr("TELEGRAM_BOT_TOKEN has changed"));

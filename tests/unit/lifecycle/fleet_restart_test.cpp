@@ -34,7 +34,7 @@ protected:
         return {"step",
                 "sleep 900000",
                 "run pkill -9 -f provider_telegramd",
-                "run sh -c " + orphanSweepScript(),
+                "run sh -c sweep",
                 "run " + interpreterName() + " -c " + chainResetScript(home.at("daemon")),
                 "sleep 300000"};
     }
@@ -66,7 +66,9 @@ protected:
     }
 
 private:
-    static std::string interpreterName() { return fs::path(findPython()).filename(); }
+    [[nodiscard]] std::string interpreterName() const {
+        return fs::path(findPython(context.platform.system)).filename();
+    }
 };
 
 TEST_F(RestartAll, GoesThroughItsPhasesInThisOrder) {
@@ -117,10 +119,10 @@ TEST_F(RestartAll, ChildrenHaveTheseProgramsEnvironmentsAndStreams) {
               (ProcessRequest{.program = "/usr/bin/pkill",
                               .arguments = {"-9", "-f", "provider_telegramd"}}));
     EXPECT_EQ(fake.children[2].request,
-              (ProcessRequest{.program = "/bin/sh", .arguments = {"-c", orphanSweepScript()}}));
+              (ProcessRequest{.program = "/bin/sh", .arguments = {"-c", "sweep"}}));
     EXPECT_EQ(
         fake.children[3].request,
-        (ProcessRequest{.program = findPython(),
+        (ProcessRequest{.program = findPython(context.platform.system),
                         .arguments = {"-c", chainResetScript(home.at("daemon"))},
                         .environment = EnvironmentMap{
                             {"DAEMON_DATA_DIR", home.at("Library/Application Support/Varnhold")},
@@ -138,6 +140,18 @@ TEST_F(RestartAll, TheResetUsesDaemonCodeInsideTheBundleWhereThatExists) {
     ASSERT_EQ(fake.children.size(), 3U);
     EXPECT_EQ(fake.children[2].request.arguments.at(1), chainResetScript(inside));
     EXPECT_EQ(fake.children[2].request.environment->at("DAEMON_RESOURCES"), inside);
+}
+
+TEST_F(RestartAll, TheResetLooksForItsInterpreterWhenItsTurnHasCome) {
+    writeBots({botNamed("a")});
+    fake.isThere = [](const std::string&) { return false; };
+    onChild("pkill -9 -f provider_telegramd",
+            [this] { fake.isThere = [](const std::string&) { return true; }; });
+    restart();
+    ASSERT_EQ(fake.children.size(), 5U);
+    EXPECT_EQ(fake.children[3].request.program, "/opt/homebrew/bin/python3.14");
+    EXPECT_EQ(fake.children[3].request.environment->at("DAEMON_RESOURCES"),
+              fake.bundle + "/Contents/Resources/daemon");
 }
 
 TEST_F(RestartAll, WithAllBotsPausedOnlyTheLoopsAreSkipped) {
@@ -209,7 +223,7 @@ TEST_F(RestartAll, AKeySavedDuringTheRaisingReachesOnlyAgentsNotYetRaised) {
 TEST_F(RestartAll, NoPropertyListIsWrittenBeforeTheSweepIsOver) {
     writeBots({botNamed("a")});
     bool seen = true;
-    onChild("sh -c " + orphanSweepScript(), [&] { seen = fs::exists(plistOf("a")); });
+    onChild("sh -c sweep", [&] { seen = fs::exists(plistOf("a")); });
     restart();
     EXPECT_FALSE(seen);
     EXPECT_TRUE(fs::exists(plistOf("a")));
@@ -239,18 +253,6 @@ TEST_F(RestartAll, StepsAreShownByTheMainThreadWhileThePausesLast) {
                [&] { fake.interfaces.queues.postMain([&] { shown.push_back(fake.elapsed()); }); });
     fake.settle();
     EXPECT_THAT(shown, ElementsAre(0us, 150000us, 1350000us, 1500000us));
-}
-
-TEST_F(RestartAll, SweepsTheOrphansOfAUserManagerWhereThereIsOne) {
-    fake.userManager = true;
-    writeBots({botNamed("a")});
-    restart();
-    EXPECT_THAT(
-        fake.children,
-        ::testing::Contains(Field(
-            &testing::FakePlatform::Child::request,
-            ProcessRequest{.program = "/bin/sh",
-                           .arguments = {"-c", orphanSweepScript(OrphansGoTo::userManager)}})));
 }
 
 } // namespace

@@ -25,24 +25,6 @@ using ::testing::IsEmpty;
 
 const std::string killLine = "pkill -9 -f provider_telegramd";
 
-TEST(OrphanSweepScript, IsThisTextToTheLetter) {
-    EXPECT_EQ(orphanSweepScript(),
-              "for cli in claude gemini qwen codex; do "
-              R"(ps -axo pid,ppid,command | awk -v c="opt/homebrew/bin/$cli" )"
-              R"('$2==1 && $0 ~ c {print $1}' | xargs -r kill -9 2>/dev/null; )"
-              "done");
-}
-
-TEST(OrphanSweepScript, LooksForOrphansOfTheUserManagerToo) {
-    EXPECT_EQ(orphanSweepScript(OrphansGoTo::userManager),
-              "for cli in claude gemini qwen codex; do "
-              R"(ps -axo pid,ppid,command | awk -v c="opt/homebrew/bin/$cli" )"
-              R"('{p[NR]=$1;q[NR]=$2;l[NR]=$0} $3 ~ /(^|\/)systemd$/ && $4=="--user"{r[$1]=1} )"
-              R"(END{r[1]=1;for(i=1;i<=NR;i++)if((q[i] in r)&&l[i]~c)print p[i]}' )"
-              "| xargs -r kill -9 2>/dev/null; "
-              "done");
-}
-
 TEST(ChainResetScript, NamesTheDaemonCodeAsTheFallback) {
     EXPECT_EQ(chainResetScript("/a b/daemon"),
               "import sys, os; sys.path.insert(0, os.environ.get('DAEMON_RESOURCES', "

@@ -44,21 +44,31 @@ protected:
     }
 };
 
+TEST_F(GeneratePlist, LooksForTheInterpreterAndTheDaemonCodeAtEachStart) {
+    fake.isThere = [](const std::string&) { return false; };
+    EXPECT_EQ(generated(botNamed("cos")).programArguments.front(), "/usr/bin/python3");
+    fake.isThere = [](const std::string&) { return true; };
+    const PropertyList later = generated(botNamed("cos"));
+    EXPECT_EQ(later.programArguments.front(), "/opt/homebrew/bin/python3.14");
+    EXPECT_EQ(later.workingDirectory, fake.bundle + "/Contents/Resources/daemon");
+}
+
 TEST_F(GeneratePlist, HoldsTheEightValuesOfTheAgent) {
     Variables variables = fixedVariables();
     variables["TELEGRAM_BOT_TOKEN"] = "token-cos";
-    EXPECT_EQ(generated(botNamed("cos")),
-              (PropertyList{.label = "com.ostrelleai.cos.telegramd",
-                            .keepAlive = true,
-                            .runAtLoad = true,
-                            .environmentVariables = variables,
-                            .programArguments = {findPython(), "-m", "provider_telegramd", "--dept",
-                                                 "cos", "--data-dir",
-                                                 home.at("Library/Application "
-                                                         "Support/Varnhold/data/cos")},
-                            .workingDirectory = home.at("daemon"),
-                            .standardOutPath = "/tmp/vh-cos.log",
-                            .standardErrorPath = "/tmp/vh-cos-error.log"}));
+    EXPECT_EQ(
+        generated(botNamed("cos")),
+        (PropertyList{.label = "com.ostrelleai.cos.telegramd",
+                      .keepAlive = true,
+                      .runAtLoad = true,
+                      .environmentVariables = variables,
+                      .programArguments = {findPython(context.platform.system), "-m",
+                                           "provider_telegramd", "--dept", "cos", "--data-dir",
+                                           home.at("Library/Application "
+                                                   "Support/Varnhold/data/cos")},
+                      .workingDirectory = home.at("daemon"),
+                      .standardOutPath = "/tmp/vh-cos.log",
+                      .standardErrorPath = "/tmp/vh-cos-error.log"}));
 }
 
 TEST_F(GeneratePlist, HasNoOtherKeys) {

@@ -36,7 +36,7 @@ TEST(AutoSetup, RunsTheScriptWithItsOwnEnvironmentAndNothingInherited) {
     EXPECT_TRUE(settings.platform.children[0].waited);
     EXPECT_EQ(settings.platform.children[0].request,
               (platform::ProcessRequest{
-                  .program = findPython(),
+                  .program = findPython(settings.platform.interfaces.system),
                   .arguments = {resources + "/auto_setup_chains.py"},
                   .environment =
                       platform::EnvironmentMap{

@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "base/files.h"
+#include "support/fake_platform.h"
 #include "support/temporary_home.h"
 
 namespace varnhold {
@@ -16,15 +18,29 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
+using testing::FakePlatform;
 using testing::TemporaryHome;
 
+std::string pythonWhere(std::function<bool(const std::string& path)> isThere) {
+    FakePlatform fake;
+    fake.isThere = std::move(isThere);
+    return findPython(fake.interfaces.system);
+}
+
+// Of a program with this bundle on the real file system.
+std::string resourcesOf(const std::string& bundle) {
+    FakePlatform fake;
+    fake.bundle = bundle;
+    return daemonResourcesPath(fake.interfaces.system);
+}
+
 std::string foundAmong(const std::set<std::string>& installed) {
-    return findPython([&](const std::string& path) { return installed.contains(path); });
+    return pythonWhere([&](const std::string& path) { return installed.contains(path); });
 }
 
 TEST(FindPython, AsksForSixPlacesInThisOrder) {
     std::vector<std::string> asked;
-    static_cast<void>(findPython([&](const std::string& path) {
+    static_cast<void>(pythonWhere([&](const std::string& path) {
         asked.push_back(path);
         return false;
     }));
@@ -65,20 +81,16 @@ TEST(FindPython, AnyExistingEntryCountsEvenAFolder) {
     root.makeFolder(root.at("opt/homebrew/bin/python3.14"));
     root.write(root.at("usr/bin/python3"), "");
     EXPECT_EQ(
-        findPython([&](const std::string& path) { return files::exists(root.path() + path); }),
+        pythonWhere([&](const std::string& path) { return files::exists(root.path() + path); }),
         "/opt/homebrew/bin/python3.14");
 }
 
 TEST(FindPython, LooksAgainAtEveryCall) {
     const TemporaryHome root;
     const auto look = [&](const std::string& path) { return files::exists(root.path() + path); };
-    EXPECT_EQ(findPython(look), "/usr/bin/python3");
+    EXPECT_EQ(pythonWhere(look), "/usr/bin/python3");
     root.write(root.at("usr/local/bin/python3"), "");
-    EXPECT_EQ(findPython(look), "/usr/local/bin/python3");
-}
-
-TEST(FindPython, OnThisMachineAsksItsFileSystem) {
-    EXPECT_EQ(findPython(), findPython(files::exists));
+    EXPECT_EQ(pythonWhere(look), "/usr/local/bin/python3");
 }
 
 TEST(DaemonResourcesPath, IsInsideTheBundleWhereThatExists) {
@@ -86,14 +98,14 @@ TEST(DaemonResourcesPath, IsInsideTheBundleWhereThatExists) {
     const std::string bundle = home.at("Varnhold.app");
     home.makeFolder(bundle + "/Contents/Resources/daemon");
     home.makeFolder(home.at("daemon"));
-    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+    EXPECT_EQ(resourcesOf(bundle), bundle + "/Contents/Resources/daemon");
 }
 
 TEST(DaemonResourcesPath, InsideTheBundleEvenAFileCounts) {
     const TemporaryHome home;
     const std::string bundle = home.at("Varnhold.app");
     home.write(bundle + "/Contents/Resources/daemon", "");
-    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+    EXPECT_EQ(resourcesOf(bundle), bundle + "/Contents/Resources/daemon");
 }
 
 TEST(DaemonResourcesPath, InsideTheBundleThePathStaysAsItStands) {
@@ -101,26 +113,33 @@ TEST(DaemonResourcesPath, InsideTheBundleThePathStaysAsItStands) {
     home.makeFolder(home.at("Varnhold.app/Contents/Resources/daemon"));
     const std::string bundle = home.path() + "/./x/..//Varnhold.app";
     home.makeFolder(home.at("x"));
-    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+    EXPECT_EQ(resourcesOf(bundle), bundle + "/Contents/Resources/daemon");
 }
 
 TEST(DaemonResourcesPath, OtherwiseIsTheSiblingWhetherOrNotItExists) {
     const TemporaryHome home;
     const std::string root = fs::canonical(home.path());
     home.makeFolder(root + "/Varnhold.app/Contents");
-    EXPECT_EQ(daemonResourcesPath(root + "/Varnhold.app"), root + "/daemon");
+    EXPECT_EQ(resourcesOf(root + "/Varnhold.app"), root + "/daemon");
     home.makeFolder(root + "/daemon");
-    EXPECT_EQ(daemonResourcesPath(root + "/Varnhold.app"), root + "/daemon");
-    EXPECT_EQ(daemonResourcesPath("/nonexistent/lib/varnhold"), "/nonexistent/lib/daemon");
+    EXPECT_EQ(resourcesOf(root + "/Varnhold.app"), root + "/daemon");
+    EXPECT_EQ(resourcesOf("/nonexistent/lib/varnhold"), "/nonexistent/lib/daemon");
 }
 
 TEST(DaemonResourcesPath, LooksAgainAtEveryUse) {
     const TemporaryHome home;
     const std::string bundle = home.at("Varnhold.app");
-    EXPECT_TRUE(daemonResourcesPath(bundle).ends_with("/daemon"));
-    EXPECT_FALSE(daemonResourcesPath(bundle).ends_with("/Contents/Resources/daemon"));
+    EXPECT_TRUE(resourcesOf(bundle).ends_with("/daemon"));
+    EXPECT_FALSE(resourcesOf(bundle).ends_with("/Contents/Resources/daemon"));
     home.makeFolder(bundle + "/Contents/Resources/daemon");
-    EXPECT_EQ(daemonResourcesPath(bundle), bundle + "/Contents/Resources/daemon");
+    EXPECT_EQ(resourcesOf(bundle), bundle + "/Contents/Resources/daemon");
+}
+
+TEST(Scripts, StandInTheDaemonCodesFolder) {
+    FakePlatform fake;
+    fake.bundle = "/opt/lib/varnhold";
+    EXPECT_EQ(loginScript(fake.interfaces.system), "/opt/lib/daemon/login_scout.sh");
+    EXPECT_EQ(autoSetupScript(fake.interfaces.system), "/opt/lib/daemon/auto_setup_chains.py");
 }
 
 TEST(EnsureAppSupportDirs, MakesThreeFoldersAndNothingElse) {
