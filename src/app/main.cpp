@@ -1,14 +1,19 @@
 #include <QApplication>
 #include <cstdlib>
+#include <iostream>
 #include <optional>
-#include <unistd.h>
+#include <string>
+#include <vector>
 
 #include "app/activation_token.h"
 #include "app/app_delegate.h"
+#include "app/command_line.h"
+#include "app/display_check.h"
 #include "app/end_signals.h"
 #include "app/guardian.h"
 #include "app/single_instance.h"
 #include "lifecycle/fleet.h"
+#include "platform/inherited_state.h"
 #include "platform/posix_system.h"
 #include "platform/qt/qt_platform.h"
 #include "shell/constants.h"
@@ -65,12 +70,30 @@ void reopenLater(varnhold::AppDelegate& delegate, const QByteArray& activationTo
         Qt::QueuedConnection);
 }
 
+// The exit code, if the words leave nothing more to be done.
+std::optional<int> answerWords(int argc, char** argv) {
+    const std::vector<std::string> words(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const auto line = varnhold::readCommandLine(words);
+    switch (line.request) {
+    case varnhold::CommandLine::Request::run:
+        return std::nullopt;
+    case varnhold::CommandLine::Request::tell:
+        std::cout << line.text << std::flush;
+        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+    case varnhold::CommandLine::Request::refuse:
+        std::cerr << line.text;
+        return varnhold::exitUsage;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    // A column count inherited from a terminal would make ps cut the lines that the orphan sweep
-    // reads.
-    ::unsetenv("COLUMNS");
+    varnhold::platform::shedInheritedState();
+    if (const auto answered = answerWords(argc, argv)) {
+        return *answered;
+    }
     const auto system = varnhold::platform::makeSystem();
     const varnhold::Constants constants(system->homeDirectory());
     const varnhold::Roster roster;
@@ -79,7 +102,9 @@ int main(int argc, char** argv) {
     const QByteArray activationToken = varnhold::takeActivationToken();
     varnhold::Guardian guardian(argc, argv, [&] { takeFleetDown(argc, argv, constants); });
     std::optional<PreferX11> preference(std::in_place);
+    std::optional<varnhold::DisplayCheck> displayCheck(std::in_place);
     QApplication app(argc, argv);
+    displayCheck.reset();
     preference.reset();
     describeApplication();
 
