@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 
 #include <chrono>
+#include <latch>
 #include <utility>
 
 #include "base/files.h"
@@ -23,6 +24,10 @@ constexpr auto noticeInterval = 8s;
 constexpr auto noticeDuration = 14s;
 // The window needs a moment on screen before a sheet can slide down from it.
 constexpr auto sheetDelay = 300ms;
+// For the first answer of the service manager; the menu has to be there even if none comes.
+constexpr auto longestBlank = 1s;
+// For a child of the background at the end; a job takes 5 seconds to be unloaded at the most.
+constexpr auto longestWaitForChildren = 10s;
 
 } // namespace
 
@@ -32,7 +37,11 @@ AppDelegate::AppDelegate(platform::Platform& platform, const Constants& constant
       constants_(constants),
       presentation_(presentation),
       context_{platform, constants},
-      catalog_(constants.governorDBPath) {
+      fleetChildren_(platform.processes),
+      fleetPlatform_{fleetChildren_,  platform.queues,   platform.timers, platform.clock,
+                     platform.system, platform.defaults, platform.http},
+      fleet_{fleetPlatform_, constants},
+      catalog_(std::make_shared<LastModels>(constants.governorDBPath)) {
     presentation_.connect({
         .onMenuChosen = [this](MenuAction action,
                                const std::string& value) { choose(action, value); },
@@ -48,15 +57,22 @@ void AppDelegate::applicationDidFinishLaunching() {
     installMainMenu();
     statusItem_ = presentation_.createStatusItem();
     setApplicationIcon();
-    refreshStatus();
-    startTimer(pollInterval, &AppDelegate::refreshStatus);
+    // The fleet is started only after it has been looked at as it was.
+    const auto listed = std::make_shared<std::latch>(1);
+    ask([listed] { listed->count_down(); });
+    platform_.queues.postMainAfter(longestBlank, [this] {
+        if (!hasPicture_) {
+            show(pictureOfFiles(constants_));
+        }
+    });
+    startTimer(pollInterval, &AppDelegate::poll);
     startTimer(sampleInterval, &AppDelegate::sampleBotActivity);
     startTimer(animationInterval, &AppDelegate::animateBars);
     checkModelNotices();
     startTimer(noticeInterval, &AppDelegate::checkModelNotices);
-    platform_.queues.postBackground(platform::Priority::userInitiated, [this] {
-        startAll(context_);
-        // The maps and the menu belong to the main thread, so this poll goes there too.
+    platform_.queues.postBackground(platform::Priority::userInitiated, [this, listed] {
+        listed->wait();
+        startAll(fleet_);
         platform_.queues.postMain([this] { refreshStatus(); });
     });
 }
@@ -67,7 +83,11 @@ void AppDelegate::startTimer(std::chrono::milliseconds interval, void (AppDelega
 }
 
 void AppDelegate::applicationWillTerminate() {
+    const bool atRest = fleetChildren_.stop(longestWaitForChildren);
     shutDownAll(context_);
+    if (!atRest) {
+        shutDownAll(context_); // what was still under way may have loaded an agent meanwhile
+    }
 }
 
 void AppDelegate::installMainMenu() {
@@ -75,10 +95,36 @@ void AppDelegate::installMainMenu() {
 }
 
 void AppDelegate::refreshStatus() {
-    show(gather(context_, catalog_));
+    isToAskAgain_ = isAsking_;
+    if (!isAsking_) {
+        ask();
+    }
+}
+
+void AppDelegate::poll() {
+    if (!isAsking_) {
+        ask();
+    }
+}
+
+void AppDelegate::ask(const std::function<void()>& onListed) {
+    isAsking_ = true;
+    platform::background(
+        platform_.queues, platform::Priority::userInitiated, alive_,
+        [context = context_, catalog = catalog_, onListed] {
+            return gather(context, *catalog, onListed);
+        },
+        [this](FleetPicture picture) {
+            isAsking_ = false;
+            if (std::exchange(isToAskAgain_, false)) {
+                ask();
+            }
+            show(std::move(picture));
+        });
 }
 
 void AppDelegate::show(FleetPicture picture) {
+    hasPicture_ = true;
     picture_ = std::move(picture);
     updateCounts();
     updateTitle();
@@ -214,7 +260,7 @@ void AppDelegate::startAllAgents() {
 void AppDelegate::restartAllAgents() {
     platform_.queues.postBackground(
         platform::Priority::userInitiated, [this, bots = activeBots(constants_)] {
-            restartAll(context_, bots,
+            restartAll(fleet_, bots,
                        [this] { platform_.queues.postMain([this] { refreshStatus(); }); });
         });
 }

@@ -1,17 +1,20 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "lifecycle/fleet_context.h"
+#include "platform/background.h"
+#include "platform/stoppable_processes.h"
 #include "records/bots.h"
 #include "shell/constants.h"
 #include "status/bars.h"
 #include "status/counts.h"
 #include "status/fleet_picture.h"
-#include "status/governor_catalog.h"
+#include "status/last_models.h"
 #include "status/presentation.h"
 
 namespace varnhold {
@@ -20,8 +23,9 @@ namespace varnhold {
 // it, and lives until the process ends.
 //
 // Its methods read the platform, call the functions of the floors below and show the result. All of
-// them belong to the main thread; what takes long is handed to a background queue with copies. The
-// bots file is read anew at every use.
+// them belong to the main thread. The state of the fleet and the logs are read in the background,
+// with copies; loading and unloading agents from the menu, and at the end, holds the main thread
+// up. The bots file is read anew at every use.
 class AppDelegate final {
 public:
     using DaemonStatus = varnhold::DaemonStatus;
@@ -41,8 +45,11 @@ public:
 
     void installMainMenu();
 
-    // One poll: asks the service manager and the event database, recounts and shows.
+    // Asks for the state of the fleet as of now, elsewhere, and shows it once it is known. While an
+    // earlier question is still open, another follows its answer at once.
     void refreshStatus();
+    // The same by the clock: nothing to do while a question is open.
+    void poll();
     [[nodiscard]] DaemonStatus getStatus(const std::string& label) const;
 
     void sampleBotActivity();
@@ -65,7 +72,7 @@ public:
     bool applicationShouldHandleReopen(bool hasVisibleWindows);
     void openManageCustomGroups();
 
-    // Blocks until the last agent has been loaded, then polls.
+    // Blocks until the last agent has been loaded, then asks for the state.
     void startAllAgents();
     // Returns at once; the work goes on in the background and polls after each step.
     void restartAllAgents();
@@ -80,6 +87,7 @@ public:
     }
 
 private:
+    void ask(const std::function<void()>& onListed = nullptr);
     void show(FleetPicture picture);
     void updateCounts();
     void updateTitle();
@@ -92,15 +100,23 @@ private:
     const Constants& constants_;
     Presentation& presentation_;
     FleetContext context_;
+    // What works on the fleet in the background stops at the end.
+    platform::StoppableProcesses fleetChildren_;
+    platform::Platform fleetPlatform_;
+    FleetContext fleet_;
 
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<SettingsWindow> modelWindow_;
     std::shared_ptr<NoticePopover> noticePopover_; // shared only with its own 14 seconds
-    GovernorCatalog catalog_;
+    std::shared_ptr<LastModels> catalog_;          // shared with the question that is open
+    bool isAsking_ = false;
+    bool isToAskAgain_ = false;
+    bool hasPicture_ = false;
     FleetCounts counts_;
     BarState bars_;
     FleetPicture picture_;
     std::vector<std::unique_ptr<platform::Timer>> timers_;
+    platform::Alive alive_;
 };
 
 } // namespace varnhold

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -11,7 +12,7 @@
 
 namespace varnhold {
 
-class GovernorCatalog;
+class LastModels;
 
 // What one poll finds out about the fleet: a value, so that it can be found on one thread and shown
 // on another.
@@ -24,7 +25,12 @@ struct FleetPicture {
 };
 
 // One poll's half that waits: asks the service manager and the event database and reads each file
-// once. Any thread, as long as no other uses the catalogue. What can't be had is empty.
-[[nodiscard]] FleetPicture gather(const FleetContext& context, GovernorCatalog& catalog);
+// once. Any thread, as long as no other uses `catalog`. What can't be had is empty. `onListed` is
+// called as soon as the service manager has been asked.
+[[nodiscard]] FleetPicture gather(const FleetContext& context, LastModels& catalog,
+                                  const std::function<void()>& onListed = nullptr);
+
+// The picture before anybody has been asked: what the files say, with every agent stopped.
+[[nodiscard]] FleetPicture pictureOfFiles(const Constants& constants);
 
 } // namespace varnhold

@@ -8,10 +8,6 @@ namespace varnhold {
 
 namespace {
 
-constexpr const char* lastModelQuery =
-    "SELECT dept, model FROM agent_events a1 WHERE id = (SELECT MAX(id) FROM agent_events a2 WHERE "
-    "a1.dept = a2.dept AND model IS NOT NULL)";
-
 std::string columnText(sqlite3_stmt* statement, int column) {
     const unsigned char* text = sqlite3_column_text(statement, column);
     return text == nullptr ? std::string() : unicode::repaired(reinterpret_cast<const char*>(text));
@@ -45,16 +41,6 @@ void GovernorCatalog::query(const std::string& sql,
         }
     }
     sqlite3_finalize(statement);
-}
-
-std::map<std::string, std::string> lastModels(GovernorCatalog& catalog) {
-    std::map<std::string, std::string> models;
-    catalog.query(lastModelQuery, [&models](const GovernorCatalog::Row& row) {
-        if (row.size() >= 2) {
-            models.insert_or_assign(row[0], row[1]);
-        }
-    });
-    return models;
 }
 
 } // namespace varnhold

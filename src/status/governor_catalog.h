@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -30,8 +29,5 @@ public:
 private:
     sqlite3* db = nullptr;
 };
-
-// Model that each department last used, by role: the newest event that names one.
-[[nodiscard]] std::map<std::string, std::string> lastModels(GovernorCatalog& catalog);
 
 } // namespace varnhold

@@ -27,7 +27,8 @@ public:
 };
 
 // A transient panel under the status item. It is gone when the object is destroyed, and closes by
-// itself after 14 seconds or as soon as the user presses a button elsewhere.
+// itself as soon as the user presses a button elsewhere; when its time is over is for its owner to
+// know.
 class NoticePopover {
 public:
     virtual ~NoticePopover() = default;
@@ -69,8 +70,8 @@ public:
     [[nodiscard]] virtual std::unique_ptr<NoticePopover>
     showNoticePopover(const NoticePanel& panel, const std::string& iconPath) = 0;
 
-    // True if the file could be loaded as an image and is now the application's icon.
-    virtual bool setApplicationIcon(const std::string& path) = 0;
+    // The file has to be one of which an image can be made.
+    virtual void setApplicationIcon(const std::string& path) = 0;
     // True if an image can be made of the file.
     [[nodiscard]] virtual bool isImage(const std::string& path) = 0;
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;

@@ -106,13 +106,8 @@ std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePan
     return std::make_unique<WidgetPopover>(view);
 }
 
-bool QtPresentation::setApplicationIcon(const std::string& path) {
-    const QPixmap picture(toQString(path));
-    if (picture.isNull()) {
-        return false;
-    }
-    QApplication::setWindowIcon(QIcon(picture));
-    return true;
+void QtPresentation::setApplicationIcon(const std::string& path) {
+    QApplication::setWindowIcon(QIcon(QPixmap(toQString(path))));
 }
 
 bool QtPresentation::isImage(const std::string& path) {

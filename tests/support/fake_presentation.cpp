@@ -55,8 +55,11 @@ public:
     FakePopover& operator=(const FakePopover&) = delete;
 
     void close() override {
-        owner_.openPopovers -= open_ ? 1 : 0;
-        open_ = false;
+        if (open_) {
+            open_ = false;
+            --owner_.openPopovers;
+            owner_.record.emplace_back("popover closed");
+        }
     }
 
 private:
@@ -89,13 +92,9 @@ std::unique_ptr<NoticePopover> FakePresentation::showNoticePopover(const NoticeP
     return std::make_unique<FakePopover>(*this);
 }
 
-bool FakePresentation::setApplicationIcon(const std::string& path) {
-    if (!isImage(path)) {
-        return false;
-    }
+void FakePresentation::setApplicationIcon(const std::string& path) {
     applicationIcon = path;
     record.push_back("icon " + path);
-    return true;
 }
 
 bool FakePresentation::isImage(const std::string& path) {

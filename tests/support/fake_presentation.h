@@ -36,7 +36,7 @@ public:
     std::unique_ptr<SettingsWindow> createSettingsWindow() override;
     std::unique_ptr<NoticePopover> showNoticePopover(const NoticePanel& panel,
                                                      const std::string& iconPath) override;
-    bool setApplicationIcon(const std::string& path) override;
+    void setApplicationIcon(const std::string& path) override;
     bool isImage(const std::string& path) override;
     void setActivationPolicy(ActivationPolicy newPolicy) override;
     void activate() override { record.emplace_back("activate"); }

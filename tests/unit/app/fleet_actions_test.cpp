@@ -9,21 +9,24 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-TEST(StartAllAgents, BlocksUntilTheLastIsLoadedAndThenPollsOnTheSameThread) {
+TEST(StartAllAgents, BlocksUntilTheLastIsLoadedAndThenPolls) {
     Supervisor supervisor;
     supervisor.launch();
     supervisor.writeBots({Supervisor::bot("one")});
     supervisor.presentation.events.onMenuChosen(MenuAction::startAllAgents, "");
     EXPECT_THAT(supervisor.platform.record,
                 ElementsAre("run launchctl bootstrap gui/501 " + supervisor.plist("one"),
-                            "run launchctl list"));
+                            "post background"));
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.polls(), 1);
 }
 
 TEST(StartAllAgents, WithAnEmptyFleetOnlyPolls) {
     Supervisor supervisor;
     supervisor.launch();
     supervisor.delegate->startAllAgents();
-    EXPECT_THAT(supervisor.platform.record, ElementsAre("run launchctl list"));
+    supervisor.platform.settle();
+    EXPECT_THAT(supervisor.platform.commandLines(), ElementsAre("launchctl list"));
 }
 
 TEST(RestartAllAgents, ReturnsAtOnceAndPollsOnTheMainThreadAfterEachStep) {
@@ -33,15 +36,48 @@ TEST(RestartAllAgents, ReturnsAtOnceAndPollsOnTheMainThreadAfterEachStep) {
     supervisor.presentation.events.onMenuChosen(MenuAction::restartAllAgents, "");
     EXPECT_THAT(supervisor.platform.record, ElementsAre("post background"));
 
+    EXPECT_THAT(supervisor.platform.priorities.back(), platform::Priority::userInitiated);
+
     supervisor.forget();
-    supervisor.platform.settle();
+    supervisor.platform.runBackground();
     const std::vector<std::string> commands = supervisor.fleetCommands();
     ASSERT_EQ(commands.size(), 5U);
     EXPECT_EQ(commands[0], "launchctl bootout gui/501/" + Supervisor::labelOf("one"));
     EXPECT_EQ(commands[1], "pkill -9 -f provider_telegramd");
     EXPECT_EQ(commands[4], "launchctl bootstrap gui/501 " + supervisor.plist("one"));
-    // After the bootout, after all bootouts, after the bootstrap, and at the end.
-    EXPECT_EQ(supervisor.polls(), 4);
+}
+
+// The steps of a restart and of what it posts, without its commands.
+std::vector<std::string> postsAndPauses(const FakePlatform& platform) {
+    std::vector<std::string> steps = platform.record;
+    std::erase_if(steps, [](const std::string& each) { return each.starts_with("run "); });
+    return steps;
+}
+
+TEST(RestartAllAgents, AsksForTheStateOnTheMainThreadAfterEachStep) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.launch();
+    supervisor.delegate->restartAllAgents();
+    supervisor.forget();
+    supervisor.platform.runBackground();
+    // After the bootout, after all bootouts, after the bootstrap, and at the end. The main thread
+    // has its turn in the pauses: it is then that it asks. What comes last is the answer.
+    EXPECT_THAT(postsAndPauses(supervisor.platform),
+                ElementsAre("post main", "sleep 150000", "post background", "post main",
+                            "sleep 900000", "sleep 300000", "post main", "sleep 150000",
+                            "post main", "post main"));
+}
+
+TEST(RestartAllAgents, EndsInAPictureOfTheFleetThatIsUp) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.launch();
+    supervisor.delegate->restartAllAgents();
+    supervisor.list("10", "0", Supervisor::labelOf("one"));
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.presentation.title, " 1/1");
+    EXPECT_GE(supervisor.polls(), 2);
 }
 
 TEST(RestartAllAgents, IsNotTouchedByABotAddedAfterItBegan) {
@@ -65,7 +101,9 @@ TEST(ToggleDaemon, UnloadsARunningAgentAndPolls) {
                                                 Supervisor::labelOf("one"));
     EXPECT_THAT(supervisor.platform.record,
                 ElementsAre("run launchctl bootout gui/501/" + Supervisor::labelOf("one"),
-                            "run launchctl list"));
+                            "post background"));
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.polls(), 1);
 }
 
 TEST(ToggleDaemon, LoadsACrashedAgentFromAFreshPropertyList) {
@@ -113,6 +151,7 @@ TEST(ToggleDaemon, TrustsTheLastPollEvenIfTheAgentHasDiedSince) {
     supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
     EXPECT_THAT(supervisor.fleetCommands(),
                 ElementsAre("launchctl bootout gui/501/" + Supervisor::labelOf("one")));
+    supervisor.platform.settle();
     EXPECT_EQ(supervisor.delegate->getStatus(Supervisor::labelOf("one")), DaemonStatus::crashed);
 }
 

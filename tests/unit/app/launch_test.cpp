@@ -5,6 +5,7 @@
 namespace varnhold::testing {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using namespace std::chrono_literals;
@@ -29,13 +30,46 @@ TEST(Launch, ShowsTheItemThenPollsThenSchedulesThenStartsTheFleet) {
     supervisor.writeBots({Supervisor::bot("one")});
     supervisor.make().applicationDidFinishLaunching();
 
-    EXPECT_THAT(supervisor.presentation.record,
-                ElementsAre("main menu", "status item", "image", "title  0/1", "menu 9"));
+    EXPECT_THAT(supervisor.presentation.record, ElementsAre("main menu", "status item"));
     EXPECT_THAT(supervisor.platform.record,
-                ElementsAre("run launchctl list", "timer 10000", "timer 2000", "timer 60",
-                            "timer 8000", "post background"));
+                ElementsAre("post background", "post main after 1000", "timer 10000", "timer 2000",
+                            "timer 60", "timer 8000", "post background"));
+    EXPECT_THAT(supervisor.platform.priorities, Each(platform::Priority::userInitiated));
     EXPECT_TRUE(files::isDirectory(supervisor.constants.appSupportDir + "/data"));
     EXPECT_TRUE(files::isDirectory(supervisor.constants.appSupportDir + "/locks"));
+}
+
+TEST(Launch, ShowsWhatTheFirstPollHasFound) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.make().applicationDidFinishLaunching();
+    supervisor.presentation.record.clear();
+    supervisor.platform.runBackground();
+    EXPECT_THAT(supervisor.presentation.record, IsEmpty()); // not on the other thread
+    supervisor.platform.runMain();
+    EXPECT_THAT(supervisor.presentation.record, ElementsAre("image", "title  0/1", "menu 9"));
+}
+
+TEST(Launch, ShowsWhatTheFilesSayWhereTheFirstPollTakesLong) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.list("10", "0", Supervisor::labelOf("one"));
+    supervisor.make().applicationDidFinishLaunching();
+    supervisor.presentation.record.clear();
+    supervisor.platform.advance(999ms);
+    EXPECT_EQ(supervisor.presentation.rows.size(), 0U);
+    supervisor.platform.advance(1ms);
+    EXPECT_EQ(supervisor.presentation.rows.size(), 9U);
+    EXPECT_EQ(supervisor.presentation.title, " 0/1");
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.presentation.title, " 1/1");
+}
+
+TEST(Launch, ShowsNothingElseOnceTheFirstPollHasCome) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.platform.advance(1s);
+    EXPECT_THAT(supervisor.presentation.record, IsEmpty());
 }
 
 TEST(Launch, LooksForNoticesBetweenTheAnimationAndTheNoticeTimer) {
@@ -44,8 +78,8 @@ TEST(Launch, LooksForNoticesBetweenTheAnimationAndTheNoticeTimer) {
                           R"([{"message":"m"}])");
     supervisor.make().applicationDidFinishLaunching();
     EXPECT_THAT(supervisor.platform.record,
-                ElementsAre("run launchctl list", "timer 10000", "timer 2000", "timer 60",
-                            "post main after 14000", "timer 8000", "post background"));
+                ElementsAre("post background", "post main after 1000", "timer 10000", "timer 2000",
+                            "timer 60", "post main after 14000", "timer 8000", "post background"));
 }
 
 TEST(Launch, TakesOverOldSettingsBeforeTheFirstPoll) {
@@ -53,7 +87,7 @@ TEST(Launch, TakesOverOldSettingsBeforeTheFirstPoll) {
     supervisor.home.write(
         supervisor.home.at("Library/Application Support/OstrelleAI/shared/bots.json"),
         encodeBots({Supervisor::bot("one"), Supervisor::bot("two")}));
-    supervisor.make().applicationDidFinishLaunching();
+    supervisor.launch();
     EXPECT_EQ(supervisor.presentation.title, " 0/2");
 }
 
@@ -63,15 +97,18 @@ TEST(Launch, StartsTheFleetInTheBackgroundAndPollsOnTheMainThread) {
     supervisor.make().applicationDidFinishLaunching();
     supervisor.forget();
 
+    // The fleet as it was is looked at first.
     supervisor.platform.runBackground();
     EXPECT_THAT(supervisor.platform.record,
-                ElementsAre("run launchctl bootstrap gui/501 " + supervisor.plist("one"),
+                ElementsAre("run launchctl list", "post main",
+                            "run launchctl bootstrap gui/501 " + supervisor.plist("one"),
                             "run launchctl bootstrap gui/501 " + supervisor.plist("two"),
                             "post main"));
     EXPECT_THAT(supervisor.presentation.record, IsEmpty());
-    supervisor.platform.runMain();
-    EXPECT_EQ(supervisor.polls(), 1);
-    EXPECT_THAT(supervisor.presentation.record, ElementsAre("image", "title  0/2", "menu 10"));
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.polls(), 2);
+    EXPECT_THAT(supervisor.presentation.record,
+                ElementsAre("image", "title  0/2", "menu 10", "image", "title  0/2", "menu 10"));
 }
 
 TEST(Launch, DoesNotStartAPausedAgent) {
@@ -100,13 +137,15 @@ TEST(Launch, WithAnEmptyBotsFileRunsItsTimersAndOnlyPolls) {
     supervisor.platform.advance(1ms);
     EXPECT_EQ(supervisor.presentation.panels.size(), 1U);
     supervisor.platform.advance(2s);
+    supervisor.platform.settle();
     EXPECT_EQ(supervisor.polls(), 1);
 }
 
 TEST(Launch, WithoutAnyIconKeepsTheOneItHas) {
     Supervisor supervisor;
+    supervisor.presentation.applicationIcon = "its own";
     supervisor.launch();
-    EXPECT_EQ(supervisor.presentation.applicationIcon, "");
+    EXPECT_EQ(supervisor.presentation.applicationIcon, "its own");
 }
 
 TEST(Launch, PassesOverAnIconThatDoesNotLoad) {
@@ -127,8 +166,7 @@ TEST(Launch, PrefersTheIconOfTheBundle) {
     supervisor.presentation.images = {ofBundle, supervisor.constants.appIconFile};
     supervisor.make().applicationDidFinishLaunching();
     EXPECT_THAT(supervisor.presentation.record,
-                ElementsAre("main menu", "status item", "icon " + ofBundle, "image", "title  0/0",
-                            "menu 7"));
+                ElementsAre("main menu", "status item", "icon " + ofBundle));
 }
 
 TEST(Launch, KnowsNoneOfTheRosterWithAnEmptyBotsFile) {
@@ -143,11 +181,16 @@ TEST(Launch, KnowsNoneOfTheRosterWithAnEmptyBotsFile) {
 TEST(Timers, FireFirstAfterOneIntervalAndThenAgain) {
     Supervisor supervisor;
     supervisor.launch();
-    supervisor.platform.advance(9999ms);
+    const auto pass = [&](std::chrono::milliseconds time) {
+        supervisor.platform.advance(time);
+        supervisor.platform.settle();
+    };
+    pass(9999ms);
     EXPECT_EQ(supervisor.polls(), 0);
-    supervisor.platform.advance(1ms);
+    pass(1ms);
     EXPECT_EQ(supervisor.polls(), 1);
-    supervisor.platform.advance(20s);
+    pass(10s);
+    pass(10s);
     EXPECT_EQ(supervisor.polls(), 3);
 }
 
@@ -173,6 +216,27 @@ TEST(Quit, WithAnUnreadableBotsFileStillKillsTheDaemons) {
     supervisor.home.write(supervisor.constants.botsConfigFile, "[{");
     supervisor.delegate->applicationWillTerminate();
     EXPECT_THAT(supervisor.platform.record, ElementsAre("run pkill -9 -f provider_telegramd"));
+}
+
+TEST(Quit, EndsWhatWorksOnTheFleetInTheBackground) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.launch();
+    supervisor.delegate->restartAllAgents();
+    supervisor.delegate->applicationWillTerminate();
+    supervisor.forget();
+    supervisor.platform.settle();
+    EXPECT_THAT(supervisor.fleetCommands(), IsEmpty());
+}
+
+TEST(Quit, DuringTheLaunchLeavesTheFleetDown) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.make().applicationDidFinishLaunching();
+    supervisor.delegate->applicationWillTerminate();
+    supervisor.forget();
+    supervisor.platform.settle();
+    EXPECT_THAT(supervisor.fleetCommands(), IsEmpty());
 }
 
 TEST(Quit, GoesOnWhenTheServiceManagerCannotBeLaunched) {

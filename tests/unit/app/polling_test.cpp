@@ -10,6 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
+using namespace std::chrono_literals;
 
 void run(sqlite3* db, const char* sql) {
     ASSERT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK);
@@ -31,7 +32,7 @@ struct Events {
 TEST(Poll, TakesOnlyTheOutputOfTheListing) {
     Supervisor supervisor;
     supervisor.launch();
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     const platform::ProcessRequest& request = supervisor.platform.children.at(0).request;
     EXPECT_EQ(request.program, "/bin/launchctl");
     EXPECT_EQ(request.standardOutput, platform::Stream::captured);
@@ -70,7 +71,7 @@ TEST(Poll, ThatFailsDoesNotKeepTheOldPicture) {
     supervisor.launch();
     ASSERT_EQ(supervisor.delegate->counts(), (FleetCounts{1, 1, 0}));
     supervisor.platform.answer = [](const auto&) { return platform::ProcessResult{}; };
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_EQ(supervisor.delegate->counts(), (FleetCounts{0, 1, 0}));
 }
 
@@ -108,10 +109,10 @@ TEST(Poll, ShowsIdleWhileTheDatabaseIsLocked) {
     ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
 
     run(events.db, "BEGIN EXCLUSIVE");
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (Idle)");
     run(events.db, "COMMIT");
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
 }
 
@@ -124,7 +125,7 @@ TEST(Poll, LeavesOutABotThatIsGoneFromTheFileWhileItsJobStillRuns) {
     ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "🟢 🤖 Bot a (Idle)");
 
     supervisor.writeBots({});
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_THAT(supervisor.delegate->bars().botOrder, IsEmpty());
     EXPECT_EQ(supervisor.presentation.title, " 0/0");
     EXPECT_THAT(supervisor.presentation.rowTitles(),
@@ -137,7 +138,7 @@ TEST(Poll, OnAFreshHomeSeesNoEventBeforeTheNextStart) {
     supervisor.launch();
     const Events events(supervisor);
     run(events.db, "INSERT INTO agent_events (dept, model) VALUES ('a', 'm')");
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_THAT(supervisor.delegate->agentModelMap(), IsEmpty());
     supervisor.launch();
     EXPECT_THAT(supervisor.delegate->agentModelMap(), ElementsAre(Pair("a", "m")));
@@ -148,11 +149,62 @@ TEST(Poll, ReadsTheBotsFileAnewEachTime) {
     supervisor.writeBots({Supervisor::bot("a")});
     supervisor.launch();
     supervisor.home.write(supervisor.constants.botsConfigFile, "[{\"icon\":");
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_EQ(supervisor.presentation.title, " 0/0");
     supervisor.writeBots({Supervisor::bot("a"), Supervisor::bot("b")});
-    supervisor.delegate->refreshStatus();
+    supervisor.refresh();
     EXPECT_EQ(supervisor.presentation.title, " 0/2");
+}
+
+TEST(Poll, ByTheClockIsDroppedWhileAnotherIsUnderWay) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.platform.advance(30s);                           // three ticks, and no answer
+    EXPECT_EQ(supervisor.platform.backgroundTasks(), 1U + 15U); // and the samples of activity
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.polls(), 1);
+}
+
+TEST(Poll, AskedForByAnActionFollowsTheOneThatIsUnderWay) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.launch();
+    supervisor.delegate->refreshStatus();
+    supervisor.platform.runBackground(); // has been answered, but not shown yet
+    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.delegate->refreshStatus();
+    supervisor.delegate->refreshStatus();
+    EXPECT_EQ(supervisor.platform.backgroundTasks(), 0U);
+    supervisor.platform.runMain();
+    EXPECT_EQ(supervisor.presentation.title, " 0/1");
+    EXPECT_EQ(supervisor.platform.backgroundTasks(), 1U);
+    supervisor.platform.settle();
+    EXPECT_EQ(supervisor.presentation.title, " 1/1");
+    EXPECT_EQ(supervisor.polls(), 2);
+}
+
+TEST(Poll, WaitsAwayFromTheMainThreadAndShowsItsPictureInOneTurn) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.delegate->refreshStatus();
+    EXPECT_THAT(supervisor.platform.record, ElementsAre("post background"));
+    supervisor.platform.runBackground();
+    EXPECT_THAT(supervisor.platform.record,
+                ElementsAre("post background", "run launchctl list", "post main"));
+    EXPECT_THAT(supervisor.presentation.record, IsEmpty());
+    supervisor.platform.runMain();
+    EXPECT_THAT(supervisor.presentation.record, ElementsAre("image", "title  0/0", "menu 7"));
+}
+
+TEST(Poll, IsNotWaitedForByQuit) {
+    Supervisor supervisor;
+    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.launch();
+    supervisor.delegate->refreshStatus();
+    supervisor.forget();
+    supervisor.delegate->applicationWillTerminate();
+    EXPECT_EQ(supervisor.polls(), 0);
+    EXPECT_EQ(supervisor.platform.backgroundTasks(), 1U);
 }
 
 TEST(GetStatus, OfAnUnknownLabelIsStopped) {

@@ -47,6 +47,12 @@ struct Supervisor {
         return made;
     }
 
+    // A poll from its question to what it shows.
+    void refresh() {
+        delegate->refreshStatus();
+        platform.settle();
+    }
+
     void forget() {
         platform.children.clear();
         platform.record.clear();

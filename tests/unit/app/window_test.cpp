@@ -20,6 +20,17 @@ TEST(SettingsWindow, OpensAtASecondStartWithoutTouchingTheFleet) {
     EXPECT_EQ(supervisor.presentation.record.size(), 5U);
 }
 
+TEST(SettingsWindow, TakesTheIconThatIsThereWhenItIsOpened) {
+    Supervisor supervisor;
+    supervisor.launch();
+    supervisor.home.write(supervisor.constants.appIconFile, "put there later");
+    supervisor.presentation.images = {supervisor.constants.appIconFile};
+    supervisor.delegate->openModelSelector();
+    EXPECT_THAT(supervisor.presentation.record,
+                ElementsAre("window made", "regular", "icon " + supervisor.constants.appIconFile,
+                            "window to front", "activate"));
+}
+
 TEST(SettingsWindow, IsMadeOnceHoweverOftenItIsOpened) {
     Supervisor supervisor;
     supervisor.launch();

@@ -33,6 +33,23 @@ TEST(Animation, SnapsOnceItsStepIsTooSmallAndDrawsThatTickButNotTheNext) {
     EXPECT_EQ(bars.barCurrent.at("a"), 1.0);
 }
 
+// A step of a thousandth is the smallest that is taken, upwards and downwards.
+TEST(Animation, TakesAStepOfJustOverAThousandthAndSnapsAtOneOfJustUnder) {
+    BarState rising = barAt(1 - 0.00100001 / 0.18, 1);
+    EXPECT_TRUE(animate(rising));
+    EXPECT_LT(rising.barCurrent.at("a"), 1.0);
+    rising = barAt(1 - 0.00099999 / 0.18, 1);
+    EXPECT_TRUE(animate(rising));
+    EXPECT_EQ(rising.barCurrent.at("a"), 1.0);
+
+    BarState falling = barAt(0.00100001 / 0.05, 0);
+    EXPECT_TRUE(animate(falling));
+    EXPECT_GT(falling.barCurrent.at("a"), 0.0);
+    falling = barAt(0.00099999 / 0.05, 0);
+    EXPECT_TRUE(animate(falling));
+    EXPECT_EQ(falling.barCurrent.at("a"), 0.0);
+}
+
 TEST(Animation, EndsExactlyAtItsTargetBothWays) {
     BarState bars = barAt(0, 1);
     int ticks = 0;

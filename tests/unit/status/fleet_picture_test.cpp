@@ -8,7 +8,7 @@
 
 #include "event_database.h"
 #include "status/fleet_picture.h"
-#include "status/governor_catalog.h"
+#include "status/last_models.h"
 #include "support/fake_platform.h"
 #include "support/temporary_home.h"
 
@@ -69,7 +69,7 @@ TEST_F(Gather, FindsTheJobsTheModelsTheBotsTheAlertsAndTheGroups) {
     daemons.add(1, "cos", "'m'");
     home.write(constants.botsConfigFile, encodeBots({{.title = "Cos", .role = "cos"}}));
     home.write(constants.reauthAlertsFile, R"({"qwen":{"since":"2026-03-04"}})");
-    GovernorCatalog catalog(constants.governorDBPath);
+    LastModels catalog(constants.governorDBPath);
     const FleetPicture picture = gather(context, catalog);
     EXPECT_EQ(statusOf(picture.statuses, "com.x"), DaemonStatus::running);
     EXPECT_EQ(statusOf(picture.statuses, "com.y"), DaemonStatus::crashed);
@@ -83,7 +83,7 @@ TEST_F(Gather, FindsTheJobsTheModelsTheBotsTheAlertsAndTheGroups) {
 TEST_F(Gather, ReadsEachFileOnce) {
     const std::array files{constants.botsConfigFile, constants.reauthAlertsFile,
                            constants.customGroupsFile};
-    GovernorCatalog catalog(constants.governorDBPath);
+    LastModels catalog(constants.governorDBPath);
     for (const std::string& file : files) {
         home.write(file, "[]");
         const Openings openings(file);
@@ -92,12 +92,23 @@ TEST_F(Gather, ReadsEachFileOnce) {
     }
 }
 
+TEST_F(Gather, TellsThatTheServiceManagerHasBeenAskedBeforeItReadsAnything) {
+    EventDatabase daemons(constants.governorDBPath);
+    daemons.makeTable();
+    LastModels catalog(constants.governorDBPath);
+    const FleetPicture picture = gather(context, catalog, [&] {
+        EXPECT_EQ(fake.commandLines(), std::vector<std::string>{"launchctl list"});
+        daemons.add(1, "cos", "'m'");
+    });
+    EXPECT_THAT(picture.models, ElementsAre(Pair("cos", "m")));
+}
+
 // A picture is a value: whatever finds it may be gone when it is shown.
 TEST_F(Gather, WorksOnAnyThreadWithACatalogueOfItsOwn) {
     listing("7\t0\tcom.x\n");
     FleetPicture picture;
     std::thread([&] {
-        GovernorCatalog catalog(constants.governorDBPath);
+        LastModels catalog(constants.governorDBPath);
         picture = gather(context, catalog);
     }).join();
     EXPECT_EQ(statusOf(picture.statuses, "com.x"), DaemonStatus::running);

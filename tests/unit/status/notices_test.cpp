@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include "base/files.h"
 #include "status/notices.h"
 #include "support/temporary_home.h"
@@ -31,6 +34,18 @@ TEST(ModelNotices, AreTakenInOrderAndTheFileIsGone) {
         R"([{"message":"one","in_chain":true,"more":{}},{"message":"two","in_chain":false}])");
     EXPECT_THAT(file.take(), ElementsAre(ModelNotice{"one", true}, ModelNotice{"two", false}));
     EXPECT_FALSE(file.isThere());
+}
+
+TEST(ModelNotices, OfAFileThatCannotBeDeletedAreShownAgainAtTheNextLook) {
+    // A file without a name but its descriptor's, which nobody can delete.
+    const int file = ::memfd_create("notices", MFD_CLOEXEC);
+    const std::string content = R"([{"message":"again"}])";
+    ASSERT_EQ(::write(file, content.data(), content.size()), static_cast<ssize_t>(content.size()));
+    const std::string path = "/proc/self/fd/" + std::to_string(file);
+    for (int look = 0; look < 2; ++look) {
+        EXPECT_THAT(takeModelNotices(path), ElementsAre(ModelNotice{"again", false}));
+    }
+    ::close(file);
 }
 
 TEST(ModelNotices, WithoutAMessageStillShowInTheSingular) {

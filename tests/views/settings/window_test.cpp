@@ -106,17 +106,16 @@ TEST(ApplicationIcon, IsOursUntilTheUserPutsAnotherInItsPlace) {
     const QImage ours = defaultApplicationIcon().pixmap(64, 64).toImage();
     EXPECT_EQ(shown(), ours);
 
-    EXPECT_FALSE(presentation.setApplicationIcon("/nonexistent/icon.png"));
+    EXPECT_FALSE(presentation.isImage("/nonexistent/icon.png"));
     const std::string text = home.home.at("text.png");
     home.write(text, "no picture");
-    EXPECT_FALSE(presentation.setApplicationIcon(text));
-    EXPECT_EQ(shown(), ours);
+    EXPECT_FALSE(presentation.isImage(text));
 
     const std::string another = home.home.at("another.png");
     QImage picture(64, 64, QImage::Format_RGB32);
     picture.fill(Qt::magenta);
     ASSERT_TRUE(picture.save(QString::fromStdString(another)));
-    EXPECT_TRUE(presentation.setApplicationIcon(another));
+    presentation.setApplicationIcon(another);
     EXPECT_EQ(shown().pixelColor(32, 32), QColor(Qt::magenta));
     QApplication::setWindowIcon(defaultApplicationIcon());
 }
