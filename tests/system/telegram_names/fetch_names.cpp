@@ -18,7 +18,7 @@ using namespace varnhold;
 class Rerouted final : public platform::HttpClient {
 public:
     Rerouted(std::string address, std::chrono::milliseconds silence)
-        : address_(std::move(address)), client_(silence) {}
+        : address_(std::move(address)), client_({.silence = silence}) {}
 
     void get(const std::string& url, Completion completion) override {
         const auto path = url.find('/', url.find("//") + 2);

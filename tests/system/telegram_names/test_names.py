@@ -15,7 +15,7 @@ import urllib.parse
 PATIENCE = 120  # seconds; every run ends in a fraction of it unless something is broken
 LONG_SILENCE = 60_000  # milliseconds, as in the program; no test waits for it
 SHORT_SILENCE = 300
-MANY = 6  # connections that go to one server at once
+MANY = 40  # more than the toolkit has connections to one server
 
 
 def named(name):
@@ -172,6 +172,10 @@ class NamesTest(unittest.TestCase):
 
     def test_completes_where_there_is_nobody_to_ask_for(self):
         self.assertEqual(self.titles(), [])
+
+    def test_keeps_all_titles_where_no_name_can_be_looked_up(self):
+        names = [f"answer:{i}" for i in range(MANY)]
+        self.assertEqual(self.titles(*names, address="http://nowhere.invalid"), ["Old"] * MANY)
 
     def test_completes_where_the_address_is_none(self):
         self.assertEqual(self.titles("answer:A", address="nothing://"), ["Old"])
