@@ -157,6 +157,28 @@ TEST(Ollama, ShowsTheDownloadFromItsStartToItsEndWhateverComesOut) {
     EXPECT_THAT(settings.animations, ElementsAre(Animation::none, Animation::none));
 }
 
+TEST(Ollama, ShowsTheDownloadInEveryRowOfTheModelWhateverTheRowsOwnName) {
+    Ollama settings;
+    AIModelItem inAChain = ollamaModel("llama3");
+    inAChain.uniqueId = "row-1";
+    AIModelItem other = ollamaModel("other");
+    other.uniqueId = "llama3";
+    settings.view->downloadOllama(ollamaModel("llama3"));
+    EXPECT_TRUE(settings.view->modelRow(inAChain).isDownloading);
+    EXPECT_FALSE(settings.view->modelRow(other).isDownloading);
+}
+
+TEST(Ollama, GoesOnPullingForAWindowThatHasGone) {
+    Ollama settings;
+    settings.view->downloadOllama(ollamaModel("llama3"));
+    settings.view->checkOllamaDownload(ollamaModel("other"));
+    settings.view.reset();
+    settings.platform.settle();
+    // The second was asked about, but there is nobody left to pull it for.
+    EXPECT_THAT(settings.shellTexts(), ElementsAre(ollamaPullRequest("llama3").arguments[1],
+                                                   ollamaCheckRequest("other").arguments[1]));
+}
+
 TEST(Ollama, DroppedAgainDuringAPullIsPulledAgainAndTheFirstEndClears) {
     Ollama settings;
     settings.view->downloadOllama(ollamaModel("llama3"));

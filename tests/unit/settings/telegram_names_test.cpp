@@ -106,6 +106,14 @@ TEST(TelegramNames, CompleteLaterEvenWhereThereIsNobodyToAskFor) {
     EXPECT_THAT(fetch.result, IsEmpty());
 }
 
+TEST(TelegramNames, AnEmptyNameIsANameAndLeavesTheTitleEmpty) {
+    Fetch fetch;
+    fetch.start({botWith("1")});
+    fetch.platform.http.answer(0, reply(""));
+    fetch.platform.settle();
+    EXPECT_THAT(fetch.titles(), ElementsAre(""));
+}
+
 TEST(TelegramNames, TwoFetchesDoNotMixTheirAnswers) {
     Fetch first;
     int second = 0;
