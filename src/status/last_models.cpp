@@ -18,10 +18,10 @@ constexpr auto longestRead = 20s;
 // its cost to a fiftieth of one processor.
 constexpr int restAfterWhole = 50;
 
-// Rows of an ordinary table that come in the order of their id, of which each has its own, and
+// 1 for an ordinary table whose rows come in the order of their id, of which each has its own, and
 // whose departments are equal only if their bytes are.
 constexpr const char* numberedRows =
-    "SELECT 1 FROM sqlite_master t, pragma_table_info('agent_events') c "
+    "SELECT count(*) FROM sqlite_master t, pragma_table_info('agent_events') c "
     "WHERE t.name = 'agent_events' AND t.type = 'table' AND t.sql NOT LIKE '%collate%' "
     "AND t.sql NOT LIKE '%without%' AND t.sql NOT LIKE '%desc%' AND c.name = 'id' "
     "AND upper(c.type) = 'INTEGER' AND c.pk = 1 "
@@ -30,11 +30,12 @@ constexpr const char* numberedRows =
     "WHERE name IN ('dept', 'model')) = 2";
 
 // For any table, what the rows with the newest named model of their department hold, in the table's
-// own order. The newest are found first, once, rather than anew for each row.
+// own order. The newest are found first, once, rather than anew for each row. The last row tells
+// that all have come.
 constexpr const char* anyRows =
-    "SELECT a1.dept, a1.model FROM agent_events a1 CROSS JOIN "
+    "SELECT a1.dept, a1.model, 'row' FROM agent_events a1 CROSS JOIN "
     "(SELECT dept, MAX(id) AS newest FROM agent_events WHERE model IS NOT NULL GROUP BY dept) a2 "
-    "ON a1.dept = a2.dept AND a1.id = a2.newest";
+    "ON a1.dept = a2.dept AND a1.id = a2.newest UNION ALL SELECT NULL, NULL, 'end'";
 
 } // namespace
 
@@ -62,7 +63,8 @@ LastModels::Models LastModels::read() {
         models_.clear();
         seen_.reset();
     }
-    const bool complete = hasNumberedRows() ? readInSteps() : readAtOneGo();
+    const auto numbered = single(numberedRows);
+    const bool complete = numbered && (*numbered == "1" ? readInSteps() : readAtOneGo());
     if (whole) {
         wholeBegan_ = began;
         wholeTook_ = time_.now() - began;
@@ -78,16 +80,16 @@ std::optional<std::string> LastModels::single(const std::string& sql) {
     return found;
 }
 
-bool LastModels::hasNumberedRows() {
-    return single(numberedRows).has_value();
-}
-
 bool LastModels::readAtOneGo() {
     models_.clear();
-    catalog_.query(anyRows, [this](const GovernorCatalog::Row& row) {
-        models_.insert_or_assign(row.at(0), row.at(1));
+    bool complete = false;
+    catalog_.query(anyRows, [&](const GovernorCatalog::Row& row) {
+        complete = row.at(2) == "end";
+        if (!complete) {
+            models_.insert_or_assign(row.at(0), row.at(1));
+        }
     });
-    return true;
+    return complete;
 }
 
 // Up to what is the newest row as it begins: those that come meanwhile are for the next time.

@@ -38,7 +38,6 @@ public:
 
 private:
     [[nodiscard]] std::optional<std::string> single(const std::string& sql);
-    [[nodiscard]] bool hasNumberedRows();
     [[nodiscard]] bool readAtOneGo();
     [[nodiscard]] bool readInSteps();
     std::size_t step(std::int64_t last);

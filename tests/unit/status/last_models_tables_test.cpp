@@ -194,6 +194,19 @@ TEST_F(LargeTable, WhoseReadingIsDearShowsNewRowsAtOnceAndChangesToOldOnesAfterA
     EXPECT_EQ(models.read().at("quiet"), "changed");
 }
 
+TEST_F(LargeTable, ThatGetsLockedBeforeItsFirstStepIsReadTheNextTimeThoughNothingWasWritten) {
+    LastModels models(path, time());
+    int looks = 0;
+    whenLookedAt = [&] {
+        if (++looks == 1) {
+            daemons.execute("BEGIN EXCLUSIVE");
+        }
+    };
+    EXPECT_THAT(models.read(), IsEmpty());
+    daemons.execute("COMMIT");
+    EXPECT_EQ(models.read(), asDefined(path));
+}
+
 // A writer that waits gets in as soon as a step is done; the next step then waits for it.
 TEST_F(LargeTable, WaitsForAWriterThatGetsInBetweenTwoSteps) {
     LastModels models(path, time());
