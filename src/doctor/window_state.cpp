@@ -1,6 +1,7 @@
 #include "doctor/window_state.h"
 
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "base/files.h"
@@ -58,9 +59,9 @@ public:
         return files::exists(path);
     }
     [[nodiscard]] std::string orphanSweep() const override { return {}; }
-    [[nodiscard]] ProcessRequest terminalRequest(const std::string&,
-                                                 const std::string&) const override {
-        return {};
+    [[nodiscard]] std::optional<ProcessRequest> terminalRequest(const std::string&,
+                                                                const std::string&) const override {
+        return std::nullopt;
     }
 
 private:
