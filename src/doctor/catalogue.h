@@ -61,4 +61,25 @@ inline constexpr std::string_view groupPathMissing = "group-path-missing";
 inline constexpr std::string_view withoutNobody = "without-nobody";
 inline constexpr std::string_view withoutUnknown = "without-unknown";
 
+// keepalive
+inline constexpr std::string_view keepaliveNever = "keepalive-never";
+inline constexpr std::string_view keepaliveOverdue = "keepalive-overdue";
+inline constexpr std::string_view keepalivePaused = "keepalive-paused";
+inline constexpr std::string_view pingFolderMissing = "ping-folder-missing";
+
+// system
+inline constexpr std::string_view jobsUnknown = "jobs-unknown";
+inline constexpr std::string_view jobsSlow = "jobs-slow";
+inline constexpr std::string_view interpreterMissing = "interpreter-missing";
+inline constexpr std::string_view daemonCodeMissing = "daemon-code-missing";
+inline constexpr std::string_view daemonScriptMissing = "daemon-script-missing";
+inline constexpr std::string_view supervisorNotRunning = "supervisor-not-running";
+inline constexpr std::string_view displayMissing = "display-missing";
+inline constexpr std::string_view orphanTool = "orphan-tool";
+inline constexpr std::string_view strayDaemon = "stray-daemon";
+inline constexpr std::string_view logsLarge = "logs-large";
+inline constexpr std::string_view eventsUnreadable = "events-unreadable";
+inline constexpr std::string_view eventsSlow = "events-slow";
+inline constexpr std::string_view signInFailing = "sign-in-failing";
+
 } // namespace varnhold::doctor::ids

@@ -44,7 +44,7 @@ bool takeFlag(const std::string& argument, Command& command) {
 } // namespace
 
 const std::vector<std::string>& allChecks() {
-    static const std::vector<std::string> checks{"files", "fleet", "chains"};
+    static const std::vector<std::string> checks{"files", "fleet", "chains", "keepalive", "system"};
     return checks;
 }
 
@@ -100,6 +100,8 @@ Checks, all of them where none is named:
   files        the settings files: what can't be read, where, and what comes of it
   fleet        each bot: why it isn't running, how it last ended, what it was started with
   chains       chains and groups: which models can answer, and why the others can't
+  keepalive    which chains are kept warm, and why the others never are
+  system       service manager, daemon code, session, processes left behind, logs, events
 
 Options:
   --json       the report for programs

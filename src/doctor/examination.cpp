@@ -9,8 +9,10 @@
 #include "doctor/files_check.h"
 #include "doctor/fleet_check.h"
 #include "doctor/jobs.h"
+#include "doctor/keepalive_check.h"
 #include "doctor/settings_files.h"
 #include "doctor/stored_defaults.h"
+#include "doctor/system_check.h"
 #include "doctor/window_state.h"
 
 namespace varnhold::doctor {
@@ -72,7 +74,7 @@ Examination examine(const Surroundings& surroundings, const Command& command) {
         return std::find(checks.begin(), checks.end(), check) != checks.end();
     };
     const auto add = [&report](Section section) { report.sections.push_back(std::move(section)); };
-    const Jobs jobs = asksFor("fleet") ? findJobs(surroundings) : Jobs();
+    const Jobs jobs = asksFor("fleet") || asksFor("system") ? findJobs(surroundings) : Jobs();
     const WindowState window(surroundings);
     if (asksFor("files")) {
         add(checkFiles(surroundings));
@@ -82,6 +84,12 @@ Examination examine(const Surroundings& surroundings, const Command& command) {
     }
     if (asksFor("chains")) {
         add(checkChains(window.fields()));
+    }
+    if (asksFor("keepalive")) {
+        add(checkKeepalive(window.fields(), surroundings));
+    }
+    if (asksFor("system")) {
+        add(checkSystem(surroundings, jobs));
     }
     if (asksFor("without")) {
         add(checkWithout(window.fields(), command.without));

@@ -28,8 +28,8 @@ JobFolder readFolder(const std::string& path) {
         folder.loaded = *definition;
     }
     folder.starts = text::parseInteger(content("starts"));
-    folder.spawnError = firstLine(content("spawn-error"));
-    folder.logError = firstLine(content("log-error"));
+    folder.spawnError = firstLine(content("spawn-trouble"));
+    folder.logError = firstLine(content("log-trouble"));
     return folder;
 }
 

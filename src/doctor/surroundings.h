@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "shell/constants.h"
 
@@ -28,6 +29,13 @@ struct ListingRun {
     std::chrono::milliseconds took{};
 };
 
+// A process of this user's.
+struct Process {
+    std::int64_t id = 0;
+    std::int64_t parent = 0;
+    std::vector<std::string> words; // its command line
+};
+
 // What the checks ask of the machine, read-only. The constants must outlive it.
 struct Surroundings {
     const Constants& constants; // its files may be those of another folder
@@ -42,6 +50,11 @@ struct Surroundings {
     // When a process was started; none if there is no such process.
     std::function<std::optional<std::chrono::system_clock::time_point>(std::int64_t process)>
         startOf;
+    std::function<std::vector<Process>()> processes;
+    // Who holds a lock on the whole file; none if nobody does.
+    std::function<std::optional<std::int64_t>(const std::string& path)> lockHolder;
+    // Whether anybody shows status items on the session's bus; none if the bus doesn't answer.
+    std::function<std::optional<bool>()> hasTray;
 };
 
 // Constants whose files lie in `folder` instead of the home's own.

@@ -32,6 +32,8 @@ constexpr const char* restFile = "at-rest";
 constexpr const char* unitFile = "is-unit";
 constexpr const char* leavingFile = "leaving";
 constexpr const char* logTroubleFile = "log-trouble";
+constexpr const char* spawnTroubleFile = "spawn-trouble";
+constexpr const char* startsFile = "starts";
 // As in s6: a file that holds the number of the descriptor on which a job says that it is up.
 constexpr const char* readyFile = "notification-fd";
 constexpr const char* readyDescriptor = "3";
@@ -98,6 +100,11 @@ void JobFiles::noteEnd(int waitStatus) const {
 
 void JobFiles::noteStart() const {
     note(lastStartFile, machineTime().count());
+    note(startsFile, starts() + 1);
+}
+
+std::int64_t JobFiles::starts() const {
+    return readNumber(startsFile).value_or(0);
 }
 
 // A start that lies ahead was noted before the machine's own.
@@ -167,6 +174,18 @@ void JobFiles::noteLogTrouble(const std::string& lines) const {
     }
 }
 
+void JobFiles::noteSpawnTrouble(const std::string& reason) const {
+    if (reason.empty()) {
+        remove(spawnTroubleFile);
+    } else {
+        static_cast<void>(write(spawnTroubleFile, reason + "\n"));
+    }
+}
+
+std::string JobFiles::spawnTrouble() const {
+    return std::string(text::trim(valueOrEmpty(read(spawnTroubleFile)), "\n"));
+}
+
 bool JobFiles::isAtRest() const {
     return has(restFile);
 }
@@ -203,8 +222,9 @@ Result<void> JobFiles::makeWakePipe() const {
 }
 
 void JobFiles::removeAll() const {
-    for (const char* name : {definitionFile, lastEndFile, lastStartFile, hurryFile, wakePipe,
-                             restFile, unitFile, leavingFile, logTroubleFile, readyFile}) {
+    for (const char* name :
+         {definitionFile, lastEndFile, lastStartFile, hurryFile, wakePipe, restFile, unitFile,
+          leavingFile, logTroubleFile, spawnTroubleFile, startsFile, readyFile}) {
         remove(name);
         remove((std::string(name) + ".new").c_str());
     }

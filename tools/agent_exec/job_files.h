@@ -41,6 +41,8 @@ public:
     // The clock goes on while the machine sleeps and starts anew with it, as do these files.
     void noteStart() const;
     [[nodiscard]] std::chrono::nanoseconds sinceStart() const;
+    // How often the agent was started since the job was loaded.
+    [[nodiscard]] std::int64_t starts() const;
 
     // Makes the wait that follows an end stop at once, or not begin. Whoever wants a job started or
     // forgotten now says so before it ends the process.
@@ -51,6 +53,10 @@ public:
 
     // Why the agent runs without a log that it should have, for whoever looks for it; a line each.
     void noteLogTrouble(const std::string& lines) const;
+
+    // Why the agent couldn't be started at all; empty once it could. Under s6 nobody else keeps it.
+    void noteSpawnTrouble(const std::string& reason) const;
+    [[nodiscard]] std::string spawnTrouble() const;
 
     // A job that is loaded but not to run yet. A manager that can't hold a unit without starting it
     // starts agent-exec all the same, which then ends at once; nothing of that is shown.

@@ -45,8 +45,10 @@ int start(const JobFiles& job) {
     const Result<PropertyList> definition = job.definition();
     if (!definition) {
         std::fprintf(stderr, "agent-exec: %s\n", definition.error().c_str());
+        job.noteSpawnTrouble(definition.error());
         return cannotSpawn;
     }
+    job.noteSpawnTrouble("");
     job.tellReady();
     return becomeAgent(*definition, job);
 }

@@ -20,9 +20,10 @@ namespace {
 constexpr const char* basePath = "/usr/bin:/bin:/usr/sbin:/sbin";
 constexpr mode_t mask = 0022; // whatever that of the manager, or of who started it, may be
 
-int refuse(const std::string& what) {
-    std::fprintf(stderr, "agent-exec: %s: %s\n", what.c_str(),
-                 std::system_category().message(errno).c_str());
+int refuse(const JobFiles& job, const std::string& what) {
+    const std::string reason = what + ": " + std::system_category().message(errno);
+    std::fprintf(stderr, "agent-exec: %s\n", reason.c_str());
+    job.noteSpawnTrouble(reason);
     return cannotSpawn;
 }
 
@@ -75,7 +76,7 @@ int becomeAgent(const PropertyList& list, const JobFiles& job) {
     ::setsid(); // fails where the manager has made a session already, which serves as well
     const std::string folder = list.workingDirectory.empty() ? "/" : list.workingDirectory;
     if (::chdir(folder.c_str()) != 0) {
-        return refuse(folder);
+        return refuse(job, folder);
     }
     resetSignals();
     ::umask(mask);
@@ -90,7 +91,7 @@ int becomeAgent(const PropertyList& list, const JobFiles& job) {
     const int error = errno;
     ::dup2(ownError, STDERR_FILENO);
     errno = error;
-    return refuse(program);
+    return refuse(job, program);
 }
 
 } // namespace varnhold::services

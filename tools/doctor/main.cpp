@@ -16,8 +16,9 @@
 #include "doctor/json_report.h"
 #include "doctor/text_report.h"
 #include "platform/posix_system.h"
-#include "process_start.h"
+#include "process_table.h"
 #include "run_listing.h"
+#include "session_tray.h"
 #include "shell/constants.h"
 #include "shell/version.h"
 
@@ -74,7 +75,10 @@ int examineAll(const Command& command) {
         .runtimeFolder = system->runtimeDirectory(),
         .launchctlPath = system->launchctlPath(),
         .listJobs = [&system] { return runListing(system->launchctlPath()); },
-        .startOf = startOfProcess};
+        .startOf = startOfProcess,
+        .processes = ownProcesses,
+        .lockHolder = holderOfLock,
+        .hasTray = sessionHasTray};
     const auto [report, secrets] = examine(surroundings, command);
     std::cout << (command.json ? jsonReport(report, secrets)
                                : textReport(report, secrets, styleOf(command)));

@@ -83,6 +83,21 @@ class LifetimesTest(ServicesCase):
                 self.await_row(job, (None, CANNOT_SPAWN))
                 self.assertEqual(self.bootout(job), SILENT)
 
+    def test_what_prevented_a_start_stands_in_the_jobs_folder_until_one_succeeds(self):
+        job = self.job()
+        whole = job.values["ProgramArguments"]
+        job.write(ProgramArguments=["/nowhere/python3"])
+        self.assertEqual(self.bootstrap(job), SILENT)
+        self.await_row(job, (None, CANNOT_SPAWN))
+        trouble = self.runtime / "jobs" / job.label / "spawn-trouble"
+        self.assertEqual(trouble.read_text(), "/nowhere/python3: No such file or directory\n")
+        self.assertEqual(self.bootout(job), SILENT)
+        job.write(ProgramArguments=whole)
+        self.assertEqual(self.bootstrap(job), SILENT)
+        self.await_up(job)
+        self.assertFalse(trouble.exists())
+        self.assertEqual((trouble.parent / "starts").read_text(), "1")
+
     def test_a_missing_working_folder_reads_78_and_is_found_once_it_is_there(self):
         job = self.job()
         folder = job.folder / "later"

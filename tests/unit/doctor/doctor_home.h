@@ -32,7 +32,13 @@ struct DoctorHome {
             const auto found = runsFor.find(process);
             return found == runsFor.end() ? std::nullopt
                                           : std::optional(around.now - found->second);
-        }};
+        },
+        .processes = [this] { return processes; },
+        .lockHolder = [this](const std::string&) { return lockHolder; },
+        .hasTray = [this] { return tray; }};
+    std::vector<doctor::Process> processes;
+    std::optional<std::int64_t> lockHolder;
+    std::optional<bool> tray;
     doctor::ListingRun listing{.started = true};
     std::map<std::int64_t, std::chrono::seconds> runsFor; // by process
 

@@ -112,7 +112,7 @@ TEST(FleetCheck, ABotThatHasJustComeBackAfterABadEndIsAFault) {
 TEST(FleetCheck, WhatKeptADaemonFromBeingStartedIsToldInWords) {
     Fleet fleet;
     fleet.loaded("doctor-a");
-    fleet.write(fleet.folderOf("doctor-a") + "/spawn-error",
+    fleet.write(fleet.folderOf("doctor-a") + "/spawn-trouble",
                 "/usr/bin/python9: No such file or directory\n");
     const Section section = fleet.check(botRecord("doctor-a"), row("-", 78, "doctor-a"));
     const auto found = findingsOf(section, ids::botNotSpawned);
@@ -252,7 +252,8 @@ TEST(FleetCheck, ALongSilenceAndARefusedLogAreTold) {
     EXPECT_THAT(silent(), IsEmpty());
     std::filesystem::remove(log);
     EXPECT_THAT(silent().at(0).sentence, HasSubstr("no log"));
-    fleet.write(fleet.folderOf("doctor-silent-test") + "/log-error", log + ": not ours\n");
+    fleet.write(fleet.folderOf("doctor-silent-test") + "/log-trouble",
+                "StandardOutPath: not ours\n");
     const auto refused =
         findingsOf(fleet.check(botRecord("doctor-silent-test"), row("5", 0, "doctor-silent-test")),
                    ids::logRefused);

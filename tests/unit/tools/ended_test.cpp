@@ -127,6 +127,19 @@ TEST_F(Ended, ATurnIsWaitedForWithoutAnEndBeforeIt) {
     EXPECT_EQ(job.lastEnd(), std::nullopt);
 }
 
+TEST_F(Ended, StartsAreCountedAndWhatPreventedOneIsKeptUntilTheNext) {
+    EXPECT_EQ(job.starts(), 0);
+    job.noteStart();
+    job.noteStart();
+    EXPECT_EQ(job.starts(), 2);
+    EXPECT_EQ(job.spawnTrouble(), "");
+    job.noteSpawnTrouble("/usr/bin/nothing: No such file or directory");
+    EXPECT_EQ(job.spawnTrouble(), "/usr/bin/nothing: No such file or directory");
+    job.noteSpawnTrouble("");
+    EXPECT_EQ(job.spawnTrouble(), "");
+    EXPECT_FALSE(job.folder()->has("spawn-trouble"));
+}
+
 TEST_F(Ended, RestAndLeavingAreKeptWithTheJob) {
     EXPECT_FALSE(job.isAtRest());
     EXPECT_TRUE(job.putToRest());

@@ -1,0 +1,111 @@
+#include "doctor/event_table.h"
+
+#include <memory>
+#include <sqlite3.h>
+
+#include "base/files.h"
+#include "base/unicode.h"
+#include "status/governor_catalog.h"
+
+namespace varnhold::doctor {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto longestPoll = std::chrono::seconds(1);
+constexpr int stepsBetweenLooks = 10000;
+
+struct Closer {
+    void operator()(sqlite3* database) const { sqlite3_close(database); }
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using Database = std::unique_ptr<sqlite3, Closer>;
+using Statement = std::unique_ptr<sqlite3_stmt, Closer>;
+
+// Of an address "%", "?" and "#" would end the path.
+std::string asAddress(const std::string& path) {
+    std::string out = "file:";
+    for (const char c : path) {
+        if (c == '%' || c == '?' || c == '#') {
+            constexpr const char* digits = "0123456789ABCDEF";
+            const auto byte = static_cast<unsigned char>(c);
+            out += {'%', digits[byte >> 4U], digits[byte & 0xFU]};
+        } else {
+            out += c;
+        }
+    }
+    // While a daemon writes, what is new stands beside the file, together with an index of it that
+    // everybody shares. Where there is none the file is all there is.
+    const bool isShared = files::exists(path + "-shm");
+    return out + (isShared ? "?mode=ro&readonly_shm=1" : "?mode=ro&immutable=1");
+}
+
+int giveUpAt(void* end) {
+    return Clock::now() > *static_cast<Clock::time_point*>(end) ? 1 : 0;
+}
+
+Result<Statement> prepare(sqlite3* database, const char* sql) {
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(database, sql, -1, &raw, nullptr) != SQLITE_OK) {
+        return failure(sqlite3_errmsg(database));
+    }
+    return Statement(raw);
+}
+
+std::string textAt(sqlite3_stmt* statement, int column) {
+    const unsigned char* text = sqlite3_column_text(statement, column);
+    return text == nullptr ? "" : unicode::repaired(reinterpret_cast<const char*>(text));
+}
+
+Result<void> poll(sqlite3* database, EventTable& table) {
+    const auto statement = prepare(database, lastModelQuery);
+    if (!statement) {
+        return failure(statement.error());
+    }
+    auto end = Clock::now() + longestPoll;
+    const auto start = Clock::now();
+    sqlite3_progress_handler(database, stepsBetweenLooks, giveUpAt, &end);
+    int step = sqlite3_step(statement->get());
+    for (; step == SQLITE_ROW; step = sqlite3_step(statement->get())) {
+        table.models.insert_or_assign(textAt(statement->get(), 0), textAt(statement->get(), 1));
+    }
+    table.poll = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+    table.pollWasCut = step == SQLITE_INTERRUPT;
+    if (step != SQLITE_DONE && !table.pollWasCut) {
+        return failure(sqlite3_errmsg(database));
+    }
+    return {};
+}
+
+} // namespace
+
+Result<std::optional<EventTable>> readEvents(const std::string& path) {
+    if (!files::exists(path)) {
+        return std::optional<EventTable>();
+    }
+    sqlite3* raw = nullptr;
+    const int opened = sqlite3_open_v2(asAddress(path).c_str(), &raw,
+                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
+    const Database database(raw);
+    if (opened != SQLITE_OK) {
+        return failure(raw == nullptr ? "out of memory" : sqlite3_errmsg(raw));
+    }
+    EventTable table{.bytes = files::attributesSize(path).value_or(0)};
+    if (table.bytes == 0) { // made by the first poll, before any daemon
+        return std::optional(std::move(table));
+    }
+    const auto highest = prepare(raw, "SELECT MAX(id) FROM agent_events");
+    if (!highest) {
+        return failure(highest.error());
+    }
+    if (sqlite3_step(highest->get()) == SQLITE_ROW) {
+        table.events = sqlite3_column_int64(highest->get(), 0);
+    }
+    if (const Result<void> polled = poll(raw, table); !polled) {
+        return failure(polled.error());
+    }
+    return std::optional(std::move(table));
+}
+
+} // namespace varnhold::doctor
