@@ -5,7 +5,6 @@
 
 #include "base/files.h"
 #include "base/unicode.h"
-#include "status/governor_catalog.h"
 
 namespace varnhold::doctor {
 
@@ -15,6 +14,12 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto longestPoll = std::chrono::seconds(1);
 constexpr int stepsBetweenLooks = 10000;
+
+// Of each department the newest event that names a model.
+constexpr const char* lastModelQuery =
+    "SELECT a1.dept, a1.model FROM agent_events a1 CROSS JOIN "
+    "(SELECT dept, MAX(id) AS newest FROM agent_events WHERE model IS NOT NULL GROUP BY dept) a2 "
+    "ON a1.dept = a2.dept AND a1.id = a2.newest";
 
 struct Closer {
     void operator()(sqlite3* database) const { sqlite3_close(database); }

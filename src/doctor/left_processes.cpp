@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::array<const char*, 4> tools{"claude", "gemini", "qwen", "codex"};
 // A tool may be a script, and then its interpreter stands before it.
-constexpr std::size_t wordsLookedAt = 3;
+constexpr std::size_t wordsLookedAt = 2;
 
 bool isUserManager(const Process& process) {
     return process.words.size() == 2 && process.words[1] == "--user" &&
@@ -28,11 +28,17 @@ std::set<std::int64_t> fosterParents(const std::vector<Process>& processes) {
     return parents;
 }
 
+bool isAt(const std::string& word, const std::string& tool) {
+    return word.ends_with("/bin/" + tool) || word.ends_with("/.bin/" + tool) ||
+           word.find("opt/homebrew/bin/" + tool) != std::string::npos ||
+           word.find("/.local/share/" + tool + "/") != std::string::npos;
+}
+
+// None for what somebody runs by hand: that may have lost its parent and still be in use.
 const char* toolOf(const Process& process) {
     for (std::size_t i = 0; i < std::min(process.words.size(), wordsLookedAt); ++i) {
         for (const char* tool : tools) {
-            if (process.words[i].starts_with('/') &&
-                process.words[i].find(std::string("/bin/") + tool) != std::string::npos) {
+            if (!process.hasTerminal && isAt(process.words[i], tool)) {
                 return tool;
             }
         }

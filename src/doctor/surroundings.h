@@ -34,6 +34,7 @@ struct Process {
     std::int64_t id = 0;
     std::int64_t parent = 0;
     std::vector<std::string> words; // its command line
+    bool hasTerminal = false;
 };
 
 // What the checks ask of the machine, read-only. The constants must outlive it.

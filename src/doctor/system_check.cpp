@@ -20,7 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto slowListing = 500ms;
-constexpr auto slowPoll = 100ms; // of ten seconds, and on the thread that draws
+constexpr auto slowPoll = 500ms; // of the ten seconds between two
 constexpr std::uint64_t largeLogs = 1'000'000'000;
 
 class SystemCheck {
@@ -99,7 +99,7 @@ private:
     }
 
     void checkDaemonCode() {
-        const std::string python = findPython();
+        const std::string python = findPython(files::exists);
         const bool hasPython = files::exists(python);
         fact("Interpreter", python, hasPython);
         if (!hasPython) {
@@ -110,7 +110,7 @@ private:
                  .consequence = "No daemon can be started.",
                  .remedy = "Install Python 3."});
         }
-        const std::string code = daemonResourcesPath(around_.bundlePath);
+        const std::string code = daemonResourcesPath(around_.bundlePath, files::exists);
         const bool hasCode = files::exists(code + "/provider_telegramd");
         fact("Daemon code", code, hasCode);
         if (!hasCode) {
@@ -271,7 +271,7 @@ private:
                  .sentence = "A poll of the daemons' events takes " +
                              std::string(events.pollWasCut ? "more than " : "") +
                              std::to_string(events.poll.count()) + " ms.",
-                 .consequence = "Every ten seconds the menu stands still for that long.",
+                 .consequence = "The models in the menu are late by as much.",
                  .remedy = "Have the daemons keep fewer events.",
                  .place = Place{around_.constants.governorDBPath}});
         }

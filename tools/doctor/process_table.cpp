@@ -14,6 +14,7 @@ namespace varnhold::doctor {
 namespace {
 
 constexpr std::size_t parentColumn = 1; // counted from the state, which follows the name
+constexpr std::size_t terminalColumn = 4;
 constexpr std::size_t startColumn = 19;
 
 // Of the table's line only what stands behind the name: a name may hold anything.
@@ -59,6 +60,7 @@ std::vector<Process> ownProcesses() {
         if (!line.empty()) {
             process.words.pop_back(); // each word has its end, and nothing follows the last
             process.parent = statColumn(process.id, parentColumn).value_or(0);
+            process.hasTerminal = statColumn(process.id, terminalColumn).value_or(0) != 0;
             processes.push_back(std::move(process));
         }
     }

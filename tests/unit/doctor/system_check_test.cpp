@@ -104,6 +104,8 @@ TEST(SystemCheck, OrphansAreTheToolsWhoseParentTakesInOrphans) {
         {61, 1, {"/opt/homebrew/bin/codex"}},
         {62, 70, {"/opt/homebrew/bin/gemini"}},
         {63, 1, {"gemini"}},
+        {65, 1, {"/usr/bin/gemini"}, true},
+        {66, 1, {"/usr/bin/gemini-like"}},
         {64, 1, {"/usr/bin/vi", "/a/b", "/c", "/usr/bin/qwen"}}};
     const auto left = orphanedTools(processes);
     ASSERT_THAT(left, SizeIs(2));
