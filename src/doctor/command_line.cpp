@@ -69,11 +69,19 @@ Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
         if (argument.starts_with('-')) {
             return failure("there is no option \"" + argument + "\"");
         }
+        if (argument == "watch") {
+            command.kind = Command::Kind::watch;
+            continue;
+        }
         const auto& checks = allChecks();
         if (std::find(checks.begin(), checks.end(), argument) == checks.end()) {
             return failure("there is no check \"" + argument + "\"");
         }
         asked.push_back(argument);
+    }
+    const bool asksForReport = !asked.empty() || !command.without.empty() || command.json;
+    if (command.kind == Command::Kind::watch && asksForReport) {
+        return failure("watch shows the fleet alone");
     }
     for (const std::string& check : allChecks()) {
         if ((asked.empty() && command.without.empty()) ||
@@ -93,6 +101,7 @@ Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
 std::string helpText() {
     return R"(Usage: varnhold-doctor [--json] [--data DIR] [--no-colour] [CHECK...]
        varnhold-doctor --without PROVIDER
+       varnhold-doctor watch
 
 Tells why a bot is down or a list is empty. Only reads: nothing is changed, started or ended.
 
@@ -102,6 +111,8 @@ Checks, all of them where none is named:
   chains       chains and groups: which models can answer, and why the others can't
   keepalive    which chains are kept warm, and why the others never are
   system       service manager, daemon code, session, processes left behind, logs, events
+
+  watch        the fleet as a table that is kept up to date, in a terminal; q ends it
 
 Options:
   --json       the report for programs
@@ -115,7 +126,7 @@ Exit codes:
   0    all is well
   1    there are warnings
   2    there are faults
-  64   wrong use
+  64   wrong use, or watch without a terminal
 )";
 }
 

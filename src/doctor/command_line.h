@@ -11,7 +11,7 @@ namespace varnhold::doctor {
 inline constexpr int exitWrongUse = 64;
 
 struct Command {
-    enum class Kind { help, version, examine };
+    enum class Kind { help, version, examine, watch };
 
     Kind kind = Kind::examine;
     bool json = false;

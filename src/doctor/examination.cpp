@@ -38,6 +38,8 @@ void addPropertyLists(const std::string& folder, Secrets& secrets) {
     }
 }
 
+} // namespace
+
 Secrets gatherSecrets(const Surroundings& surroundings, const Jobs& jobs) {
     Secrets secrets;
     for (const SettingsFile& file : settingsFiles()) {
@@ -62,8 +64,6 @@ Secrets gatherSecrets(const Surroundings& surroundings, const Jobs& jobs) {
     addPropertyLists(surroundings.home.launchAgentsDir, secrets);
     return secrets;
 }
-
-} // namespace
 
 Examination examine(const Surroundings& surroundings, const Command& command) {
     Report report{.made = dates::iso8601(surroundings.now),

@@ -2,10 +2,14 @@
 
 #include "doctor/command_line.h"
 #include "doctor/finding.h"
+#include "doctor/jobs.h"
 #include "doctor/secrets.h"
 #include "doctor/surroundings.h"
 
 namespace varnhold::doctor {
+
+// Everything that is known to be secret in the home that is looked at, and in its loaded jobs.
+[[nodiscard]] Secrets gatherSecrets(const Surroundings& surroundings, const Jobs& jobs);
 
 struct Examination {
     Report report;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <map>
+#include <memory>
 #include <string>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -21,6 +22,7 @@
 #include "session_tray.h"
 #include "shell/constants.h"
 #include "shell/version.h"
+#include "watch_loop.h"
 
 extern char**
     environ; // NOLINT(readability-redundant-declaration): not every system's header has it
@@ -61,29 +63,44 @@ TextStyle styleOf(const Command& command) {
     return style;
 }
 
+// What is looked at, for as long as it is.
+struct Home {
+    explicit Home(const Command& command)
+        : constants(command.data.empty() ? home : withDataFolder(home, command.data)) {}
+
+    [[nodiscard]] Surroundings surroundings() const {
+        return {.constants = constants,
+                .home = home,
+                .now = std::chrono::system_clock::now(),
+                .diskRoom = diskRoomOf,
+                .environment = environmentVariables(),
+                .bundlePath = system->bundlePath(),
+                .runtimeFolder = system->runtimeDirectory(),
+                .launchctlPath = system->launchctlPath(),
+                .listJobs = [this] { return runListing(system->launchctlPath()); },
+                .startOf = startOfProcess,
+                .processes = ownProcesses,
+                .lockHolder = holderOfLock,
+                .hasTray = sessionHasTray};
+    }
+
+    const std::unique_ptr<platform::System> system = platform::makeSystem();
+    const Constants home{system->homeDirectory()};
+    const Constants constants;
+};
+
 int examineAll(const Command& command) {
-    const auto system = platform::makeSystem();
-    const Constants home(system->homeDirectory());
-    const Constants constants = command.data.empty() ? home : withDataFolder(home, command.data);
-    const Surroundings surroundings{
-        .constants = constants,
-        .home = home,
-        .now = std::chrono::system_clock::now(),
-        .diskRoom = diskRoomOf,
-        .environment = environmentVariables(),
-        .bundlePath = system->bundlePath(),
-        .runtimeFolder = system->runtimeDirectory(),
-        .launchctlPath = system->launchctlPath(),
-        .listJobs = [&system] { return runListing(system->launchctlPath()); },
-        .startOf = startOfProcess,
-        .processes = ownProcesses,
-        .lockHolder = holderOfLock,
-        .hasTray = sessionHasTray};
-    const auto [report, secrets] = examine(surroundings, command);
+    const Home home(command);
+    const auto [report, secrets] = examine(home.surroundings(), command);
     std::cout << (command.json ? jsonReport(report, secrets)
                                : textReport(report, secrets, styleOf(command)));
     std::cout.flush();
     return exitCode(report);
+}
+
+int watch(const Command& command) {
+    const Home home(command);
+    return watchFleet([&home] { return home.surroundings(); }, styleOf(command).colour);
 }
 
 } // namespace
@@ -101,6 +118,8 @@ int main(int argc, char** argv) {
     case Command::Kind::version:
         std::cout << "varnhold-doctor of Varnhold " << varnhold::version << "\n";
         return EXIT_SUCCESS;
+    case Command::Kind::watch:
+        return watch(*command);
     case Command::Kind::examine:
         break;
     }

@@ -35,6 +35,20 @@ TEST(DoctorCommandLine, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(parseCommandLine({"--data="}).error(), "--data needs a value");
 }
 
+TEST(DoctorCommandLine, LeavesOneProviderOutInsteadOfTheChecks) {
+    EXPECT_THAT(parseCommandLine({"--without", "claude"})->checks, ElementsAre("without"));
+    EXPECT_THAT(parseCommandLine({"chains", "--without=claude"})->checks,
+                ElementsAre("chains", "without"));
+    EXPECT_EQ(parseCommandLine({"--without"}).error(), "--without needs a value");
+}
+
+TEST(DoctorCommandLine, WatchesTheFleetAndNothingElse) {
+    EXPECT_EQ(parseCommandLine({"watch", "--data", "/x"})->kind, Command::Kind::watch);
+    EXPECT_FALSE(parseCommandLine({"watch", "files"}));
+    EXPECT_FALSE(parseCommandLine({"watch", "--json"}));
+    EXPECT_FALSE(parseCommandLine({"watch", "--without", "x"}));
+}
+
 TEST(DoctorCommandLine, HelpNamesEveryCheck) {
     EXPECT_EQ(parseCommandLine({"--help"})->kind, Command::Kind::help);
     for (const std::string& check : allChecks()) {
