@@ -6,6 +6,7 @@
 #include <plist/plist.h>
 
 #include "base/unicode.h"
+#include "lifecycle/property_list_check.h"
 
 namespace varnhold {
 
@@ -166,6 +167,9 @@ Result<std::string> encodePropertyList(const PropertyList& list) {
 }
 
 Result<PropertyList> decodePropertyList(std::string_view content) {
+    if (const auto checked = checkPropertyList(content); !checked) {
+        return failure(checked.error());
+    }
     plist_t parsed = nullptr;
     plist_from_memory(content.data(), static_cast<uint32_t>(content.size()), &parsed);
     const Node root(parsed);

@@ -34,7 +34,8 @@ struct PropertyList {
 
 // Takes a file of ours, an older one or one made by hand, XML or binary. Label and ProgramArguments
 // must be there and not empty; the rest may be missing, and then KeepAlive and RunAtLoad are false
-// as for any service manager. Unknown keys are ignored; a wrong type is refused.
+// as for any service manager. Unknown keys are ignored; a wrong type is refused,
+// and so is what checkPropertyList doesn't let pass.
 [[nodiscard]] Result<PropertyList> decodePropertyList(std::string_view content);
 
 } // namespace varnhold
