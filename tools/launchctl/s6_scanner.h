@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/result.h"
 #include "launchctl/job_store.h"
@@ -14,12 +16,15 @@ namespace varnhold::services {
 class S6Scanner final {
 public:
     // The store, in which its folder is, must outlive it.
-    explicit S6Scanner(const JobStore& store) : store_(store) {}
+    explicit S6Scanner(const JobStore& store, std::vector<std::string> programs = places())
+        : store_(store), programs_(std::move(programs)) {}
+    // Where s6-svscan may be installed.
+    [[nodiscard]] static std::vector<std::string> places();
 
     [[nodiscard]] bool isRunning() const;
 
-    // Starts it unless it runs, and returns when it listens. Its folder must be there. One caller
-    // at a time.
+    // Starts it unless it runs, and returns when it listens, or at once if it can't be executed.
+    // Its folder must be there. One caller at a time.
     [[nodiscard]] Result<void> start() const;
 
     // Makes it look at its folder again: a link that is new gets a supervisor, and the supervisor
@@ -34,6 +39,7 @@ private:
     void command(std::string_view letters) const;
 
     const JobStore& store_;
+    std::vector<std::string> programs_;
 };
 
 } // namespace varnhold::services
