@@ -190,18 +190,6 @@ Result<void> PrivateFolder::write(const std::string& name, std::string_view cont
     return written;
 }
 
-Result<void> PrivateFolder::replace(const std::string& name, std::string_view content) const {
-    const std::string other = name + ".new";
-    auto written = write(other, content);
-    if (written && ::renameat(folder_, other.c_str(), folder_, name.c_str()) != 0) {
-        written = refuse(path_ + "/" + name, errno);
-    }
-    if (!written) {
-        remove(other);
-    }
-    return written;
-}
-
 bool PrivateFolder::remove(const std::string& name) const {
     return ::unlinkat(folder_, name.c_str(), 0) == 0 || errno == ENOENT;
 }

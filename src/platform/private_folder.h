@@ -49,9 +49,6 @@ public:
     // Nothing is synced: such folders don't outlive the machine's next start, or aren't meant to.
     [[nodiscard]] Result<void> write(const std::string& name, std::string_view content,
                                      mode_t mode = 0600) const;
-    // As write, but a reader sees the old content or the new, never half. One writer at a time;
-    // one that is killed may leave a file of that name with ".new" behind it.
-    [[nodiscard]] Result<void> replace(const std::string& name, std::string_view content) const;
 
     // A file, a pipe or a link, but no folder. True if nothing bears the name afterwards.
     bool remove(const std::string& name) const;

@@ -89,7 +89,7 @@ Result<RuntimeDirectory> findRuntimeDirectory(const RuntimeHints& hints) {
                        "XDG_RUNTIME_DIR, nor " +
                        hints.loginFolder + ", nor a home");
     }
-    const std::string path = home + "/.local/state/varnhold/run";
+    const std::string path = (home == "/" ? "" : home) + "/.local/state/varnhold/run";
     struct stat found {};
     if (why.empty() && ::lstat(path.c_str(), &found) != 0) {
         why = "there is no runtime folder of this user's"; // said until it has been made

@@ -1,5 +1,6 @@
 #include "agent_exec/job_files.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <ctime>
@@ -37,6 +38,8 @@ constexpr const char* startsFile = "starts";
 // As in s6: a file that holds the number of the descriptor on which a job says that it is up.
 constexpr const char* readyFile = "notification-fd";
 constexpr const char* readyDescriptor = "3";
+constexpr std::size_t noteLength = 64;
+constexpr const char* none = "-";
 constexpr std::array filesOfS6{"run", "finish", "timeout-kill", "timeout-finish", "down"};
 constexpr std::array foldersOfS6{"supervise", "event"};
 
@@ -59,14 +62,22 @@ Result<std::string> JobFiles::read(const char* name) const {
 
 std::optional<std::int64_t> JobFiles::readNumber(const char* name) const {
     const Result<std::string> text = read(name);
-    return text ? text::parseInteger(*text) : std::nullopt;
+    return text ? text::parseInteger(text->substr(0, text->find(' '))) : std::nullopt;
 }
 
 // Notes only make listings and pauses better; an agent runs without them as well.
-void JobFiles::note(const char* name, std::int64_t number) const {
-    if (folder_) {
-        static_cast<void>(folder_->replace(name, std::to_string(number)));
+// They are written over one another in the room that was made for them at first.
+bool JobFiles::note(const char* name, const std::string& text) const {
+    const int file = folder_ ? folder_->open(name, O_WRONLY | O_CREAT | O_NONBLOCK) : -1;
+    if (file < 0) {
+        return false;
     }
+    std::string padded = text;
+    padded.resize(noteLength, ' ');
+    const bool written =
+        ::pwrite(file, padded.data(), padded.size(), 0) == static_cast<ssize_t>(padded.size());
+    ::close(file);
+    return written;
 }
 
 void JobFiles::remove(const char* name) const {
@@ -86,7 +97,11 @@ Result<PropertyList> JobFiles::definition() const {
 }
 
 Result<void> JobFiles::setDefinition(const std::string& content) const {
-    return write(definitionFile, content);
+    return write(definitionFile, content).and_then([this]() -> Result<void> {
+        return note(lastStartFile, none) && note(lastEndFile, none) && note(startsFile, "0")
+                   ? Result<void>()
+                   : failure(path() + ": " + std::system_category().message(errno));
+    });
 }
 
 std::optional<int> JobFiles::lastEnd() const {
@@ -95,24 +110,36 @@ std::optional<int> JobFiles::lastEnd() const {
 }
 
 void JobFiles::noteEnd(int waitStatus) const {
-    note(lastEndFile, waitStatus);
+    note(lastEndFile, std::to_string(waitStatus));
 }
 
-void JobFiles::noteStart() const {
-    note(lastStartFile, machineTime().count());
-    note(startsFile, starts() + 1);
+bool JobFiles::noteStart() const {
+    note(startsFile, std::to_string(starts() + 1));
+    return note(lastStartFile,
+                std::to_string(machineTime().count()) + " " + std::to_string(::getpid()));
 }
 
 std::int64_t JobFiles::starts() const {
     return readNumber(startsFile).value_or(0);
 }
 
+std::optional<JobFiles::Start> JobFiles::lastStart() const {
+    const auto time = readNumber(lastStartFile);
+    const Result<std::string> whole = read(lastStartFile);
+    if (!time || !whole) {
+        return std::nullopt;
+    }
+    const std::size_t second = std::min(whole->find(' '), whole->size() - 1) + 1;
+    const auto process =
+        text::parseInteger(whole->substr(second, whole->find(' ', second) - second));
+    return Start{std::chrono::nanoseconds(*time), static_cast<pid_t>(process.value_or(0))};
+}
+
 // A start that lies ahead was noted before the machine's own.
 std::chrono::nanoseconds JobFiles::sinceStart() const {
-    const auto start = readNumber(lastStartFile);
+    const auto start = lastStart();
     const auto now = machineTime();
-    return start && *start <= now.count() ? now - std::chrono::nanoseconds(*start)
-                                          : std::chrono::nanoseconds::max();
+    return start && start->time <= now ? now - start->time : std::chrono::nanoseconds::max();
 }
 
 void JobFiles::hurry() const {
@@ -226,7 +253,6 @@ void JobFiles::removeAll() const {
          {definitionFile, lastEndFile, lastStartFile, hurryFile, wakePipe, restFile, unitFile,
           leavingFile, logTroubleFile, spawnTroubleFile, startsFile, readyFile}) {
         remove(name);
-        remove((std::string(name) + ".new").c_str());
     }
     for (const char* name : filesOfS6) {
         remove(name);

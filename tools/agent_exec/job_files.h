@@ -3,6 +3,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <sys/types.h>
 
 #include "lifecycle/property_list.h"
 #include "platform/private_folder.h"
@@ -32,14 +33,21 @@ public:
     [[nodiscard]] const Folder& folder() const { return folder_; }
 
     [[nodiscard]] Result<PropertyList> definition() const;
+    // Together with room for the notes, which can then be written also when the disk is full.
     [[nodiscard]] Result<void> setDefinition(const std::string& content) const;
 
     // Wait status of the agent's last end, as from wait(2). None before the first.
     [[nodiscard]] std::optional<int> lastEnd() const;
     void noteEnd(int waitStatus) const;
 
-    // The clock goes on while the machine sleeps and starts anew with it, as do these files.
-    void noteStart() const;
+    // The clock goes on while the machine sleeps and starts anew with it.
+    struct Start {
+        std::chrono::nanoseconds time{};
+        pid_t process = 0;
+    };
+    // Of this process, which is about to become the agent. False if it can't be noted.
+    bool noteStart() const;
+    [[nodiscard]] std::optional<Start> lastStart() const;
     [[nodiscard]] std::chrono::nanoseconds sinceStart() const;
     // How often the agent was started since the job was loaded.
     [[nodiscard]] std::int64_t starts() const;
@@ -89,7 +97,7 @@ private:
     [[nodiscard]] Result<void> write(const char* name, const std::string& content) const;
     [[nodiscard]] Result<std::string> read(const char* name) const;
     [[nodiscard]] std::optional<std::int64_t> readNumber(const char* name) const;
-    void note(const char* name, std::int64_t number) const;
+    bool note(const char* name, const std::string& text) const;
     void remove(const char* name) const;
     [[nodiscard]] int openPipe(int way) const;
 

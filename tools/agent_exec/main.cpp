@@ -41,7 +41,11 @@ JobFiles jobAt(const std::string& folder) {
 
 int start(const JobFiles& job) {
     job.forgetHurry();
-    job.noteStart();
+    if (job.folder() && !job.noteStart()) {
+        // Nobody could tell later when it started. So the pause comes before the start instead of
+        // after it, and a crash loop goes on as slowly as ever.
+        static_cast<void>(job.waitUnlessHurried(throttle));
+    }
     const Result<PropertyList> definition = job.definition();
     if (!definition) {
         std::fprintf(stderr, "agent-exec: %s\n", definition.error().c_str());

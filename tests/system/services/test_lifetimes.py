@@ -5,8 +5,9 @@ Each test runs in a sandbox of its own: test_lifetimes.py BUILD_FOLDER TEST_NAME
 
 import os
 import signal
+import subprocess
 
-from harness import SILENT, ServicesCase, is_alive, main, now, send, wait_until
+from harness import SILENT, ServicesCase, is_alive, main, now, only, send, wait_until
 
 THROTTLE = 10  # seconds from one start to the next
 AT_ONCE = 5    # seconds a busy machine may need for what happens at once
@@ -42,6 +43,32 @@ class LifetimesTest(ServicesCase):
             self.assertLess(second - first, THROTTLE + AT_ONCE)
         job.ask_no_more("exit")
         self.await_up(job)
+
+    def assert_crash_loop_is_as_slow_as_ever(self, spoil):
+        self.runtime.mkdir(mode=0o700)
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=256k,mode=0700", "tmpfs",
+                        self.runtime], check=True)
+        job = self.load_crashing()
+        spoil()
+        wait_until("three starts", lambda: len(job.starts()) >= 3, deadline=60)
+        times = [start["time"] for start in job.starts()]
+        for first, second in zip(times, times[1:]):
+            self.assertGreater(second - first, THROTTLE - 0.5)
+
+    def test_a_crash_loop_is_as_slow_as_ever_when_the_runtime_folder_is_full(self):
+        def fill():
+            with open(self.runtime / "filling", "wb", buffering=0) as file:
+                try:
+                    while True:
+                        file.write(bytes(4096))
+                except OSError:
+                    pass
+        self.assert_crash_loop_is_as_slow_as_ever(fill)
+
+    @only("systemd", "s6 keeps files open for writing, so its folder can't become read-only")
+    def test_a_crash_loop_is_as_slow_as_ever_when_the_runtime_folder_cannot_be_written_to(self):
+        self.assert_crash_loop_is_as_slow_as_ever(lambda: subprocess.run(
+            ["mount", "-o", "remount,ro", self.runtime], check=True))
 
     def test_an_agent_that_ends_well_is_started_again_as_well(self):
         job = self.load_crashing(code=0)
