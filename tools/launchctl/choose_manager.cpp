@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "launchctl/job_store.h"
+#include "launchctl/known_jobs.h"
 #include "launchctl/s6_manager.h"
 #include "launchctl/systemd_manager.h"
 #include "launchctl/waiting.h"
@@ -13,13 +14,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto answerLimit = 5s; // far longer than a user manager is away by itself
+constexpr auto absenceLimit = 5s; // far longer than a user manager is away by itself
 constexpr auto pauseBetweenAttempts = 50ms;
+// How long one answer may take. Whoever lists is shown what is known instead, and somebody waits
+// for that with a menu in his hand.
+constexpr std::chrono::microseconds answerLimitOfLists = 1s;
+constexpr std::chrono::microseconds answerLimitOfChanges = 25s;
 
 } // namespace
 
-Result<std::unique_ptr<ServiceManager>> chooseManager(const std::string& folder,
-                                                      const std::string& agentExec) {
+Result<std::unique_ptr<ServiceManager>>
+chooseManager(const std::string& folder, const std::string& agentExec, Purpose purpose) {
     auto store = JobStore::open(folder);
     if (!store) {
         return failure(store.error());
@@ -32,18 +37,21 @@ Result<std::unique_ptr<ServiceManager>> chooseManager(const std::string& folder,
     // Whoever asks, from a terminal, a timer or another session, finds the same manager by the
     // runtime folder; variables of the caller have no say in it.
     const std::string session = folder.substr(0, folder.rfind('/'));
-    auto manager = UserManager::connect(session);
+    const auto limit = purpose == Purpose::list ? answerLimitOfLists : answerLimitOfChanges;
+    auto manager = UserManager::connect(session, limit);
     const auto isAway = [&] { return !manager && store->hasUnits(); };
     const auto isBack = [&] {
         if (isAway()) {
-            manager = UserManager::connect(session);
+            manager = UserManager::connect(session, limit);
         }
         return !isAway();
     };
-    if (!waitUntil(answerLimit, isBack, pauseBetweenAttempts)) {
-        return failure("the user manager that has the loaded jobs doesn't answer; should it be "
-                       "gone for good, remove " +
-                       folder + "/jobs");
+    const auto patience = purpose == Purpose::list ? 0s : absenceLimit;
+    if (!waitUntil(patience, isBack, pauseBetweenAttempts)) {
+        return std::make_unique<KnownJobs>(
+            *std::move(store), "the user manager that has the loaded jobs doesn't answer; should "
+                               "it be gone for good, remove " +
+                                   folder + "/jobs");
     }
     if (!manager) {
         return s6;

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <type_traits>
 
 #include "base/files.h"
 #include "launchctl/label_name.h"
 #include "launchctl/listing.h"
+#include "lifecycle/property_list_check.h"
 #include "shell/version.h"
 
 namespace varnhold::services {
@@ -31,11 +33,15 @@ std::vector<std::string> propertyListsAt(const std::string& path) {
     return lists;
 }
 
-// Of a pipe or a device there may be no end.
+// Of a pipe or a device there may be no end, and of a file it may be far away.
 Result<std::string> readPropertyList(const std::string& path) {
     std::error_code error;
     if (files::exists(path) && !fs::is_regular_file(path, error)) {
         return failure("not a file");
+    }
+    const auto size = fs::file_size(path, error);
+    if (!error && size > largestPropertyList) {
+        return failure("a property list can't be larger than a megabyte");
     }
     return files::read(path);
 }
@@ -65,7 +71,8 @@ public:
 
     template <class Other>
     int operator()(const Other& command) {
-        const auto manager = choose_();
+        constexpr bool lists = std::is_same_v<Other, List> || std::is_same_v<Other, ListJob>;
+        const auto manager = choose_(lists ? Purpose::list : Purpose::change);
         return manager ? run(command, **manager) : unavailable(manager.error());
     }
 

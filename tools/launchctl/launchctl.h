@@ -20,7 +20,9 @@ enum ExitCode : int {
     exitWrongDomain = 125,
 };
 
-using ChooseManager = std::function<Result<std::shared_ptr<ServiceManager>>()>;
+enum class Purpose { list, change };
+
+using ChooseManager = std::function<Result<std::shared_ptr<ServiceManager>>(Purpose)>;
 
 // Does what a command asks for, in the words and with the exit codes that other programs know.
 // `choose` is asked once, and only for a command that needs a manager; `userId` is whose services

@@ -1,11 +1,16 @@
 #include "launchctl/locks.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/time.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+
+#include "base/files.h"
 
 namespace varnhold::services {
 
@@ -15,21 +20,82 @@ int openLock(const platform::PrivateFolder& folder, const std::string& name) {
     return folder.open(name, O_RDWR | O_CREAT);
 }
 
+constexpr int patience = 10; // seconds; far longer than any work but a bootout of the same job
+
+volatile std::sig_atomic_t rung = 0;
+
+// Interrupts a call that waits, once the time is up and then again and again: it could ring just
+// before the call.
+class Alarm final {
+public:
+    explicit Alarm(int seconds) {
+        rung = 0;
+        struct sigaction ring {};
+        ring.sa_handler = [](int) { rung = 1; };
+        ::sigaction(SIGALRM, &ring, &before_);
+        sigset_t own{};
+        ::sigemptyset(&own);
+        ::sigaddset(&own, SIGALRM);
+        ::sigprocmask(SIG_UNBLOCK, &own, &mask_); // whatever the caller has handed down
+        const itimerval timer{.it_interval = {.tv_sec = 0, .tv_usec = 100'000},
+                              .it_value = {.tv_sec = seconds, .tv_usec = 0}};
+        ::setitimer(ITIMER_REAL, &timer, nullptr);
+    }
+    Alarm(const Alarm&) = delete;
+    Alarm& operator=(const Alarm&) = delete;
+    ~Alarm() {
+        const itimerval off{};
+        ::setitimer(ITIMER_REAL, &off, nullptr);
+        ::sigprocmask(SIG_SETMASK, &mask_, nullptr);
+        ::sigaction(SIGALRM, &before_, nullptr);
+    }
+    [[nodiscard]] static bool hasRung() { return rung != 0; }
+
+private:
+    struct sigaction before_ {};
+    sigset_t mask_{};
+};
+
+std::string holder(const platform::PrivateFolder& folder, const std::string& name) {
+    const auto number = folder.read(name);
+    if (!number || number->empty()) {
+        return "another process";
+    }
+    auto words = files::read("/proc/" + *number + "/cmdline");
+    std::string line = words ? *words : std::string();
+    std::replace(line.begin(), line.end(), '\0', ' ');
+    return "process " + *number + (line.empty() ? "" : ": " + line);
+}
+
 } // namespace
+
+void FileLock::noteHolder() const {
+    const std::string number = std::to_string(::getpid());
+    static_cast<void>(!::ftruncate(file_, 0));
+    static_cast<void>(!::pwrite(file_, number.data(), number.size(), 0));
+}
 
 Result<FileLock> FileLock::take(const platform::PrivateFolder& folder, const std::string& name,
                                 Kind kind) {
     FileLock lock(openLock(folder, name));
     const int operation = kind == Kind::shared ? LOCK_SH : LOCK_EX;
+    const std::string path = folder.path() + "/" + name;
+    const Alarm alarm(patience);
     while (lock.file_ >= 0) {
         if (::flock(lock.file_, operation) == 0) {
+            if (kind == Kind::exclusive) {
+                lock.noteHolder();
+            }
             return lock;
+        }
+        if (errno == EINTR && alarm.hasRung()) {
+            return failure(path + " is held by " + holder(folder, name));
         }
         if (errno != EINTR) {
             break;
         }
     }
-    return failure(folder.path() + "/" + name + ": " + std::system_category().message(errno));
+    return failure(path + ": " + std::system_category().message(errno));
 }
 
 std::optional<FileLock> FileLock::tryExclusive(const platform::PrivateFolder& folder,

@@ -13,7 +13,8 @@ class FileLock final {
 public:
     enum class Kind { shared, exclusive };
 
-    // Waits until the lock can be had. The file is made if it is missing.
+    // Waits until the lock can be had, but no longer than ten seconds: its holder may have been
+    // stopped. The reason then names him. The file is made if it is missing.
     [[nodiscard]] static Result<FileLock> take(const platform::PrivateFolder& folder,
                                                const std::string& name, Kind kind);
     // None if somebody else has it.
@@ -28,6 +29,7 @@ public:
 
 private:
     explicit FileLock(int file) : file_(file) {}
+    void noteHolder() const;
 
     int file_ = -1;
 };

@@ -1,11 +1,39 @@
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <fcntl.h>
 #include <iostream>
 #include <unistd.h>
+#include <vector>
 
 #include "launchctl/choose_manager.h"
 #include "launchctl/launchctl.h"
 #include "platform/executable.h"
 #include "platform/runtime_directory.h"
+
+namespace {
+
+// Where something can't be opened, it would look as if it weren't there, and a loaded job as if it
+// weren't loaded. So there must be enough for any verb before it begins.
+bool hasDescriptors() {
+    constexpr int most = 32;
+    std::vector<int> opened;
+    while (opened.size() < most) {
+        const int file = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        if (file < 0) {
+            break;
+        }
+        opened.push_back(file);
+    }
+    const int error = errno;
+    for (const int file : opened) {
+        ::close(file);
+    }
+    errno = error;
+    return opened.size() == most;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     using namespace varnhold;
@@ -21,14 +49,24 @@ int main(int argc, char** argv) {
     }
     const std::string own = platform::executablePath();
     const std::string agentExec = own.substr(0, own.rfind('/') + 1) + "agent-exec";
-    const auto choose = [&] {
+    const auto choose = [&](services::Purpose purpose) {
         return platform::findRuntimeDirectory(platform::runtimeHints())
             .and_then([&](const platform::RuntimeDirectory& runtime) {
                 if (!runtime.remark.empty()) {
                     std::cerr << "launchctl: " << runtime.remark << "\n";
                 }
-                return services::chooseManager(runtime.path, agentExec);
+                return services::chooseManager(runtime.path, agentExec, purpose);
             });
     };
-    return services::perform(*command, choose, ::getuid(), std::cout, std::cerr);
+    if (!hasDescriptors()) {
+        std::cerr << "launchctl: too few files may be open at a time: " << std::strerror(errno)
+                  << "\n";
+        return services::exitUnavailable;
+    }
+    const int code = services::perform(*command, choose, ::getuid(), std::cout, std::cerr);
+    if (!std::cout.flush() && code == services::exitDone) {
+        std::cerr << "launchctl: the answer can't be written: " << std::strerror(errno) << "\n";
+        return services::exitUnavailable;
+    }
+    return code;
 }

@@ -11,6 +11,12 @@ extern "C" { // this header of glibc 2.36 doesn't say so itself
 
 namespace varnhold::services {
 
+std::chrono::nanoseconds timeOfTicks(std::uint64_t ticks) {
+    constexpr std::uint64_t second = 1'000'000'000;
+    const auto inSecond = static_cast<std::uint64_t>(::sysconf(_SC_CLK_TCK));
+    return std::chrono::nanoseconds(ticks * (second / inSecond));
+}
+
 // The name in the line may hold anything, also brackets and blanks; the numbers follow its last.
 std::optional<ProcessIdentity> identify(pid_t process) {
     const std::string path = "/proc/" + std::to_string(process) + "/stat";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,6 +16,9 @@ struct ProcessIdentity {
 
     bool operator==(const ProcessIdentity&) const = default;
 };
+
+// From the machine's start, as CLOCK_BOOTTIME counts.
+[[nodiscard]] std::chrono::nanoseconds timeOfTicks(std::uint64_t ticks);
 
 // None if there is no such process, or it has ended and only waits to be reaped.
 [[nodiscard]] std::optional<ProcessIdentity> identify(pid_t process);

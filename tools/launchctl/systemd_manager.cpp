@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 
 #include "base/unicode.h"
+#include "launchctl/known_jobs.h"
 #include "launchctl/label_name.h"
 #include "launchctl/process_handle.h"
 #include "launchctl/unit_name.h"
@@ -93,7 +94,8 @@ Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::stri
 }
 
 Result<std::vector<JobState>> SystemdManager::jobs() {
-    return states({patternOfAllUnits});
+    auto jobs = states({patternOfAllUnits});
+    return jobs ? std::move(jobs) : knownJobs(store_); // of a manager that is up and silent
 }
 
 Result<std::optional<JobState>> SystemdManager::job(const std::string& label) {
@@ -101,9 +103,11 @@ Result<std::optional<JobState>> SystemdManager::job(const std::string& label) {
     if (!unit) {
         return std::optional<JobState>();
     }
-    return states({*unit, *patternOfGenerations(label)}).map([](const auto& found) {
-        return found.empty() ? std::nullopt : std::optional(found.front());
-    });
+    const auto found = states({*unit, *patternOfGenerations(label)});
+    if (!found) {
+        return knownJob(store_, *nameOfLabel(label));
+    }
+    return found->empty() ? std::nullopt : std::optional(found->front());
 }
 
 Result<PropertyList> SystemdManager::definition(const std::string& label) {

@@ -53,15 +53,17 @@ std::string addressOf(const std::string& path) {
     return out;
 }
 
-Bus open(const std::string& socket, bool isBus) {
+Bus open(const std::string& socket, bool isBus, std::chrono::microseconds limit) {
     sd_bus* raw = nullptr;
     if (!isOwnSocket(socket) || sd_bus_new(&raw) < 0) {
         return nullptr;
     }
     Bus bus(raw);
-    const bool started = sd_bus_set_address(raw, addressOf(socket).c_str()) >= 0 &&
-                         sd_bus_set_bus_client(raw, isBus ? 1 : 0) >= 0 &&
-                         sd_bus_set_trusted(raw, 1) >= 0 && sd_bus_start(raw) >= 0;
+    const bool started =
+        sd_bus_set_address(raw, addressOf(socket).c_str()) >= 0 &&
+        sd_bus_set_bus_client(raw, isBus ? 1 : 0) >= 0 && sd_bus_set_trusted(raw, 1) >= 0 &&
+        sd_bus_start(raw) >= 0 &&
+        sd_bus_set_method_call_timeout(raw, static_cast<std::uint64_t>(limit.count())) >= 0;
     return started ? std::move(bus) : nullptr;
 }
 
@@ -182,12 +184,13 @@ UserManager::UserManager(UserManager&&) noexcept = default;
 UserManager& UserManager::operator=(UserManager&&) noexcept = default;
 UserManager::~UserManager() = default;
 
-Result<UserManager> UserManager::connect(const std::string& runtimeFolder) {
+Result<UserManager> UserManager::connect(const std::string& runtimeFolder,
+                                         std::chrono::microseconds limit) {
     auto connection = std::make_unique<Connection>();
-    connection->bus = open(runtimeFolder + "/bus", true);
+    connection->bus = open(runtimeFolder + "/bus", true, limit);
     if (!connection->bus || !hasManager(connection->bus.get())) {
         // A bus that has crashed mustn't make a running fleet look gone.
-        connection->bus = open(runtimeFolder + "/systemd/private", false);
+        connection->bus = open(runtimeFolder + "/systemd/private", false, limit);
         if (connection->bus && !answers(connection->bus.get())) {
             connection->bus = nullptr;
         }
@@ -217,17 +220,24 @@ Result<void> UserManager::ask(std::vector<Question>& questions) {
     struct Pending {
         Question* question;
         std::size_t* open;
+        bool* silent;
     };
+    bool silent = false;
     const auto onReply = [](sd_bus_message* reply, void* data, sd_bus_error*) {
         const auto* pending = static_cast<Pending*>(data);
         --*pending->open;
+        const sd_bus_error* error = sd_bus_message_get_error(reply);
+        if (sd_bus_error_has_name(error, SD_BUS_ERROR_NO_REPLY) > 0 ||
+            sd_bus_error_has_name(error, SD_BUS_ERROR_TIMEOUT) > 0) {
+            *pending->silent = true;
+        }
         readNumber(reply, pending->question->answer);
         return 0;
     };
     std::vector<Pending> pending;
     pending.reserve(questions.size());
     for (Question& question : questions) {
-        pending.push_back({&question, &open});
+        pending.push_back({&question, &open, &silent});
         const int sent = sd_bus_call_method_async(
             connection_->bus.get(), nullptr, service, question.path.c_str(),
             "org.freedesktop.DBus.Properties", "Get", onReply, &pending.back(), "ss",
@@ -245,7 +255,7 @@ Result<void> UserManager::ask(std::vector<Question>& questions) {
             sd_bus_wait(connection_->bus.get(), UINT64_MAX);
         }
     }
-    return {};
+    return silent ? failure(reasonOf(-ETIMEDOUT)) : Result<void>();
 }
 
 Result<Reply> UserManager::startTransient(const ServiceUnit& unit) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -46,8 +47,9 @@ enum class Reply {
 class UserManager final {
 public:
     // The manager that serves the user whose runtime folder this is. Fails where none answers;
-    // never starts one.
-    [[nodiscard]] static Result<UserManager> connect(const std::string& runtimeFolder);
+    // never starts one. `limit`: how long any answer may take.
+    [[nodiscard]] static Result<UserManager> connect(const std::string& runtimeFolder,
+                                                     std::chrono::microseconds limit);
 
     UserManager(UserManager&&) noexcept;
     UserManager& operator=(UserManager&&) noexcept;

@@ -7,7 +7,7 @@ import os
 import pathlib
 import subprocess
 
-from harness import SILENT, ServicesCase, main, processes, wait_until
+from harness import DOMAIN, SILENT, ServicesCase, main, processes, wait_until
 
 ODD_TEXTS = (
     "two words", " around ", "", "'single'", '"double"', "back\\slash \\n \\x20", "$HOME ${HOME} $$",
@@ -20,6 +20,17 @@ ODD_LABELS = (
     "com.example@instance", "com.example@", "com.example.service", ".hidden", "..", "-k", "%41",
     "com.example.*?[a]", "a:b", "_", "%2E", "\\x2e", "con,text;a=b",
 )
+
+
+def laughs(levels):
+    """A binary list in which each array names the next one ten times."""
+    values = [bytes([0xAA]) + bytes([number + 1]) * 10 for number in range(levels)] + [b"\x09"]
+    offsets, content = b"", b"bplist00"
+    for value in values:
+        offsets += len(content).to_bytes(2, "big")
+        content += value
+    return (content + offsets + bytes(6) + b"\x02\x01" + len(values).to_bytes(8, "big") + bytes(8)
+            + len(content).to_bytes(8, "big"))
 
 
 class ContentsTest(ServicesCase):
@@ -229,6 +240,31 @@ class ContentsTest(ServicesCase):
         self.await_up(job)
         self.assertEqual(job.log.stat().st_mode & 0o777, 0o644)
         self.assertEqual(job.error_log.stat().st_mode & 0o777, 0o600)
+
+    # -- lists that are meant to do harm ----------------------------------------------------------
+
+    def test_a_list_that_is_meant_to_do_harm_keeps_no_other_from_being_loaded(self):
+        good = self.job("com.example.good")
+        folder = pathlib.Path(os.environ["HOME"]) / "lists"
+        folder.mkdir()
+        (folder / "z-good.plist").write_bytes(good.path.read_bytes())
+        head = b'<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>'
+        (folder / "a-nul.plist").write_bytes(head + b"<key>a\0b</key><true/></dict></plist>")
+        (folder / "b-deep.plist").write_bytes(head + b"<key>a</key>" + b"<array>" * 100_000)
+        (folder / "c-laughs.plist").write_bytes(laughs(30))
+        with open(folder / "d-huge.plist", "wb") as huge:
+            huge.truncate(4 << 30)
+        os.mkfifo(folder / "e-pipe.plist")
+        said = self.launchctl("bootstrap", DOMAIN, folder)
+        self.assertEqual((said.code, said.out), (5, ""))
+        for reason in ("a-nul.plist: a property list can't hold a NUL",
+                       "b-deep.plist: a property list can't nest that deep",
+                       "c-laughs.plist: a property list can't hold that many values",
+                       "d-huge.plist: a property list can't be larger than a megabyte",
+                       "e-pipe.plist: not a file"):
+            self.assertIn(f"{folder}/{reason}\n", said.error)
+        self.await_up(good)
+        self.assertEqual(set(self.jobs()), {good.label})
 
     # -- secrets ----------------------------------------------------------------------------------
 

@@ -179,17 +179,23 @@ class MishapsTest(ServicesCase):
         ways = [runtime / "bus", runtime / "systemd/private"]
         for way in ways:
             way.rename(way.with_name("away"))
-        for said in (self.launchctl("list"), self.bootstrap(other), self.bootout(job)):
+        for said in (self.bootstrap(other), self.bootout(job)):
             self.assertEqual((said.code, said.out), (69, ""))
             self.assertIn("the user manager that has the loaded jobs doesn't answer", said.error)
-        self.assertEqual(self.agents(), {row[0]})
+        self.assertEqual(self.jobs(), {job.label: row})
+        self.assertIn(f'"PID" = {row[0]};', self.launchctl("list", job.label).out)
+        self.assertEqual(self.launchctl("list", other.label).code, 113)
+        send(row[0])
+        wait_until("the agent is gone", lambda: row[0] not in self.agents())
+        self.assertIsNone(self.row(job)[0])
+        row = None
         self.assertEqual(self.find("s6-svscan"), [])
         tool = self.begin("bootstrap", DOMAIN, other.path)
         for way in ways:
             way.with_name("away").rename(way)
         self.assertEqual(tool.communicate(), (b"", b""))
         self.await_up(other)
-        self.assertEqual(self.row(job), row)
+        self.assertEqual(set(self.jobs()), {job.label, other.label})
         self.assertEqual(self.find("s6-svscan"), [])
         for each in (job, other):
             self.assertEqual(self.bootout(each), SILENT)
@@ -243,12 +249,14 @@ class MishapsTest(ServicesCase):
         row = self.row(job)
         self.systemd.send_signal(signal.SIGSTOP)
         tools = [self.begin(*words) for words in (
-            ("list",), ("list", job.label), ("kickstart", job.target), ("stop", job.label),
+            ("kickstart", job.target), ("stop", job.label),
             ("bootout", job.target), ("bootstrap", DOMAIN, job.path))]
         for tool in tools:
             out, error = tool.communicate()
             self.assertEqual((tool.returncode, out), (69, b""))
             self.assertIn(b"the user manager doesn't answer", error)
+        self.assertEqual(self.jobs(), {job.label: row})
+        self.assertIn(f'"PID" = {row[0]};', self.launchctl("list", job.label).out)
         self.systemd.send_signal(signal.SIGCONT)
         self.assertEqual(self.jobs(), {job.label: row})
         self.assertEqual(self.bootout(job), SILENT)
@@ -349,6 +357,41 @@ class MishapsTest(ServicesCase):
         self.await_up(job, other_than=pid)
         self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
+
+    def test_a_tool_that_is_stopped_holds_nobody_up_for_ever_and_is_named(self):
+        job = self.job()
+        job.ask("ignore-term")
+        self.assertEqual(self.bootstrap(job), SILENT)
+        self.await_up(job)
+        stopped = self.begin("bootout", job.target)  # it waits for five seconds in all
+        lock = self.runtime / "locks" / job.label
+        wait_until("it has the lock", lambda: lock.exists() and lock.read_text() == str(stopped.pid))
+        stopped.send_signal(signal.SIGSTOP)
+        for said in (self.bootstrap(job), self.bootout(job)):
+            if said.code != 3:  # it had told already
+                self.assertEqual((said.code, said.out), (69, ""))
+                self.assertIn(f"is held by process {stopped.pid}: ", said.error)
+        stopped.send_signal(signal.SIGCONT)
+        self.assertEqual(stopped.communicate(), (b"", b""))
+        self.assert_nothing_is_left()
+
+    def test_a_tool_that_can_open_too_few_files_gives_no_wrong_answer(self):
+        job = self.load()
+        for words in (("list",), ("list", job.label), ("bootstrap", DOMAIN, job.path),
+                      ("bootout", job.target), ("kickstart", job.target), ("stop", job.label)):
+            done = subprocess.run(["/bin/sh", "-c", 'ulimit -n 12; exec "$@"', "sh",
+                                   *self.command(*words)], capture_output=True, check=False)
+            self.assertEqual((done.returncode, done.stdout), (69, b""), words)
+            self.assertIn(b"too few files may be open", done.stderr)
+        self.assertEqual(self.bootout(job), SILENT)
+
+    def test_an_answer_that_cannot_be_written_is_a_failure(self):
+        self.load()
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run(self.command("list"), stdout=full, stderr=subprocess.PIPE,
+                                  check=False)
+        self.assertEqual(done.returncode, 69)
+        self.assertIn(b"No space left", done.stderr)
 
     def test_a_runtime_folder_that_others_can_enter_is_refused(self):
         self.runtime.mkdir(mode=0o777)

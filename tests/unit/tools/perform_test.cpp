@@ -32,7 +32,7 @@ protected:
     Said say(const Command& command) {
         std::ostringstream out;
         std::ostringstream error;
-        const auto choose = [this]() -> Result<std::shared_ptr<ServiceManager>> {
+        const auto choose = [this](Purpose) -> Result<std::shared_ptr<ServiceManager>> {
             ++asked;
             if (!away.empty()) {
                 return failure(away);
