@@ -1,6 +1,9 @@
+#include <QImage>
+#include <QPainter>
 #include <gtest/gtest.h>
 
 #include "views/status/exported_menu.h"
+#include "views/text/emoji_text.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold::testing {
@@ -35,6 +38,64 @@ TEST(ExportedText, ComesOutAsTypedWhereAPanelShowsIt) {
     for (const char* typed : {"plain", "a_b", "__init__", "A & B", "A & B & C", "&", "A&", "&A",
                               "_&_", "x && y", "Q&A_1 & Q&A_2", ""}) {
         EXPECT_EQ(asThePanelShowsIt(exportedText(typed)), QString::fromUtf8(typed)) << typed;
+    }
+}
+
+QFont testFont() {
+    return QFont(QStringLiteral("DejaVu Sans"), 10);
+}
+
+TEST(EmojiText, OfEveryScriptHasItsWidth) {
+    for (const char* text : {"plain", "مساعد المكتب", "עוזר המשרד", "🔬 مساعد", "规划者"}) {
+        const QString shown = QString::fromUtf8(text);
+        EXPECT_GT(emojiTextWidth(testFont(), shown), 20) << text;
+        EXPECT_GT(emojiTextWidth(testFont(), shown + QLatin1Char(' ')),
+                  emojiTextWidth(testFont(), shown))
+            << text;
+    }
+}
+
+TEST(EmojiText, OfEveryScriptIsCutToTheWidth) {
+    for (const char* word : {"plain ", "مساعد ", "עוזר ", "规划者"}) {
+        const QString shown = QString::fromUtf8(word).repeated(40);
+        const QString cut = elidedEmojiText(testFont(), shown, 100);
+        EXPECT_LT(cut.size(), shown.size()) << word;
+        EXPECT_TRUE(cut.endsWith(QChar(0x2026)));
+        EXPECT_LE(emojiTextWidth(testFont(), cut), 100) << word;
+        EXPECT_GT(emojiTextWidth(testFont(), cut), 50) << word;
+    }
+}
+
+TEST(EmojiText, KeepsSignsOfSeveralPartsInOnePiece) {
+    for (const char* sign : {"🏳️‍🌈", "👩‍👩‍👧", "🇩🇪", "👍🏽"}) {
+        const QString text = QString::fromUtf8(sign);
+        const auto formats = emojiFormats(text);
+        ASSERT_EQ(formats.size(), 1) << sign;
+        EXPECT_EQ(formats.front().length, text.size()) << sign;
+    }
+}
+
+TEST(EmojiText, IsDrawnAtItsPlaceInEveryScript) {
+    for (const char* text : {"plain", "مساعد المكتب", "עוזר המשרד"}) {
+        QImage picture(300, 40, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        painter.setFont(testFont());
+        const QString shown = QString::fromUtf8(text);
+        drawEmojiText(painter, {20, 0, 260, 40}, shown);
+        painter.end();
+        int left = picture.width();
+        int right = 0;
+        for (int x = 0; x < picture.width(); ++x) {
+            for (int y = 0; y < picture.height(); ++y) {
+                if (picture.pixelColor(x, y).lightness() < 128) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+            }
+        }
+        EXPECT_NEAR(left, 20, 4) << text;
+        EXPECT_NEAR(right, 20 + emojiTextWidth(testFont(), shown), 4) << text;
     }
 }
 
