@@ -215,6 +215,39 @@ class WindowTest(unittest.TestCase):
             group for group in json.loads(groups.read_text())
             if group["name"] == "Launch Crew")["assignedBotLabels"])
 
+    def click(self, name, role=None):
+        area = self.place_of(name, role)
+        self.session.tool("xdotool", "mousemove", area.x + area.width // 2,
+                          area.y + area.height // 2, "click", 1)
+
+    def prompt(self):
+        return (self.session.support / "PROMPT.md").read_text()
+
+    def test_rows_of_the_edit_menu_work_by_mouse_and_typing_goes_on(self):
+        before = self.prompt()
+        self.click("Master Prompt Injection", "text")
+        for row in ("Select All", "Cut"):
+            self.click("Edit", "menu item")
+            self.click(row, "menu item")
+            wait_until("the menu is gone", lambda row=row: find(PROGRAM, row, "menu item") is None)
+        self.session.tool("xdotool", "type", "be kind")
+        wait_until("what was typed is saved", lambda: self.prompt() == "be kind")
+        for _ in range(2):  # what was typed, and the cut
+            self.click("Edit", "menu item")
+            self.click("Undo", "menu item")
+            wait_until("the menu is gone", lambda: find(PROGRAM, "Undo", "menu item") is None)
+        wait_until("all is as it was", lambda: self.prompt() == before)
+
+    def test_a_window_that_is_hidden_saves_nothing_when_it_comes_back(self):
+        choice = self.session.support / ".preferred-provider.json"  # says when it was written
+        saved = choice.read_text()
+        self.key("ctrl+h")
+        wait_until("the window is put aside", lambda: not self.session.windows("^Varnhold$"))
+        self.session.tool(self.session.prefix / "bin/varnhold")
+        wait_until("the window is back", lambda: self.session.windows("^Varnhold$"))
+        wait_until("its page", lambda: find(PROGRAM, "Reset"))
+        self.assertEqual(choice.read_text(), saved)
+
     def press_until(self, key, what, arrived):
         for _ in range(MOST_STEPS):
             if arrived():
