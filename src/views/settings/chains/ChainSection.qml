@@ -20,10 +20,7 @@ Rectangle {
     Item {
         anchors.fill: parent
 
-        ToolTipArea {
-            text: root.chain.help
-            atPointer: true
-        }
+        ToolTipArea { text: root.chain.help }
     }
 
     ChainHeader {

@@ -34,6 +34,8 @@ T.Menu {
     implicitWidth: Math.max(140, list.widest + 8)
     implicitHeight: list.contentHeight + 8
     onClosed: former.giveBack()
+    onVisibleChanged: visible ? Attention.menuOpened() : Attention.menuClosed()
+    Component.onDestruction: if (visible) Attention.menuClosed()
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
     contentItem: ListView {

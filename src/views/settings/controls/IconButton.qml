@@ -40,8 +40,5 @@ T.Button {
         FocusRing { shown: root.visualFocus }
     }
 
-    ToolTipArea {
-        text: root.help
-        suppressed: root.down
-    }
+    ToolTipArea { text: root.help }
 }

@@ -78,6 +78,8 @@ T.ComboBox {
         implicitHeight: Math.min(contentItem.implicitHeight + 8, 320)
         padding: 4
         margins: 8
+        onVisibleChanged: visible ? Attention.menuOpened() : Attention.menuClosed()
+        Component.onDestruction: if (visible) Attention.menuClosed()
 
         contentItem: ListView {
             clip: true
@@ -91,8 +93,5 @@ T.ComboBox {
         background: Panel { radius: 8 }
     }
 
-    ToolTipArea {
-        text: root.help
-        suppressed: root.popup.visible
-    }
+    ToolTipArea { text: root.help }
 }

@@ -84,8 +84,5 @@ T.Button {
         }
     }
 
-    ToolTipArea {
-        text: root.help
-        suppressed: root.down
-    }
+    ToolTipArea { text: root.help }
 }

@@ -7,10 +7,13 @@ Item {
     id: root
 
     property string text
-    property bool suppressed: false // while a press or a menu says that nobody reads
-    property bool atPointer: false // for large items, whose edge may be far from where one looks
+    property bool suppressed: false // while something else says that nobody reads
 
     property point place // of the pointer when it had rested long enough
+    property int actsBefore: 0 // when the pointer came: whoever has acted since doesn't read
+
+    readonly property bool wanted: pointer.hovered && !root.suppressed && !Attention.menuOpen
+        && Attention.acts === root.actsBefore
 
     readonly property bool shown: tip.active
 
@@ -20,7 +23,7 @@ Item {
         id: pointer
 
         enabled: root.text !== ""
-        onHoveredChanged: if (!hovered) rest.shown = false
+        onHoveredChanged: root.actsBefore = Attention.acts
     }
 
     Timer {
@@ -29,21 +32,29 @@ Item {
         property bool shown: false
 
         interval: Theme.tipDelay
-        running: pointer.hovered && !root.suppressed
+        running: root.wanted
+        onRunningChanged: if (running) shown = false
         onTriggered: {
             root.place = pointer.point.position;
             shown = true;
         }
     }
 
+    Item {
+        id: spot
+
+        x: root.place.x
+        y: root.place.y
+    }
+
     Loader {
         id: tip
 
-        active: rest.shown && pointer.hovered && root.text !== "" && !root.suppressed
+        active: rest.shown && root.wanted && root.text !== ""
         sourceComponent: T.ToolTip {
-            parent: root
-            x: root.atPointer ? root.place.x : Math.min(8, root.width / 2)
-            y: root.atPointer ? root.place.y + 20 : root.height + 6
+            parent: spot
+            x: 6
+            y: 18 // below the pointer's sign; above it where there is no room
             margins: 8
             padding: 6
             leftPadding: 8

@@ -1,4 +1,5 @@
 #include <QSignalSpy>
+#include <QWheelEvent>
 #include <gmock/gmock.h>
 
 #include "shown_item.h"
@@ -199,30 +200,114 @@ Item {
     }
 }
 
-TEST(ToolTip, TellsTheHelpUnderThePointerAndGoesWithIt) {
-    ShownItem shown(R"(
-Item {
-    StatusDot { x: 40; y: 40; help: "Cache <b>warm</b>" }
-})");
-    QTest::mouseMove(&shown.widget, {200, 200});
-    QTest::mouseMove(&shown.widget, {44, 44});
-    const auto tips = [&shown] {
-        QStringList texts;
-        const QQuickItem* page = shown.widget.quickWindow()->contentItem();
+// Things with tool tips and a pointer over them.
+struct Tips : ShownItem {
+    using ShownItem::ShownItem;
+
+    [[nodiscard]] const QQuickItem* tip() const {
+        const QQuickItem* page = widget.quickWindow()->contentItem();
         for (const QQuickItem* layer : page->childItems()) {
             for (const QQuickItem* item : layer->childItems()) {
-                if (item->inherits("QQuickPopupItem") && item->isVisible()) {
-                    texts.append(item->parent()->property("text").toString());
+                if (item->inherits("QQuickPopupItem") && item->isVisible() &&
+                    item->parent()->inherits("QQuickToolTip")) {
+                    return item;
                 }
             }
         }
-        return texts;
-    };
-    EXPECT_TRUE(tips().isEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !tips().isEmpty(); }));
-    EXPECT_EQ(tips(), QStringList(QStringLiteral("Cache <b>warm</b>")));
-    QTest::mouseMove(&shown.widget, {200, 200});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tips().isEmpty(); }));
+        return nullptr;
+    }
+    [[nodiscard]] QString told() const {
+        return tip() == nullptr ? QString() : tip()->parent()->property("text").toString();
+    }
+    void point(const QPoint& at) { QTest::mouseMove(&widget, at); }
+    void awaitNone() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return tip() == nullptr; }));
+    }
+    void awaitTip() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return tip() != nullptr; }));
+    }
+    // Whether one comes in the time in which one would come.
+    [[nodiscard]] bool comes() {
+        return QTest::qWaitFor([this] { return tip() != nullptr; }, 1500);
+    }
+};
+
+TEST(ToolTip, TellsTheHelpUnderThePointerAndGoesWithIt) {
+    Tips shown(R"(
+Item {
+    StatusDot { x: 40; y: 40; help: "Cache <b>warm</b>" }
+})");
+    shown.point({200, 200});
+    shown.point({44, 44});
+    EXPECT_EQ(shown.tip(), nullptr);
+    shown.awaitTip();
+    EXPECT_EQ(shown.told(), QStringLiteral("Cache <b>warm</b>"));
+    shown.point({200, 200});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.tip() == nullptr; }));
+}
+
+constexpr auto largeThing = R"(
+Item {
+    Item {
+        width: 400; height: 340
+        ToolTipArea { text: "Large" }
+    }
+    ContextMenu { id: menu; rows: [{ title: "One" }] }
+    Item {
+        id: opener
+        objectName: "opener"
+        function open() { menu.openAt(opener, 200, 10) }
+    }
+})";
+
+TEST(ToolTip, StandsBesideThePointerWhereverThatIs) {
+    Tips shown(largeThing);
+    for (const QPoint at : {QPoint(100, 40), QPoint(20, 200), QPoint(380, 330)}) {
+        shown.point({450, 350});
+        shown.point(at);
+        shown.awaitTip();
+        const QRectF place(shown.tip()->mapToScene({}), shown.tip()->size());
+        EXPECT_FALSE(place.contains(at));
+        EXPECT_TRUE(place.adjusted(-30, -30, 30, 30).contains(at)) << at.x();
+        EXPECT_TRUE(QRectF(shown.widget.rect()).contains(place));
+    }
+}
+
+TEST(ToolTip, GoesWithAPressAndDoesNotComeBackForIt) {
+    Tips shown(largeThing);
+    shown.point({450, 350});
+    shown.point({100, 40});
+    shown.awaitTip();
+    QTest::mouseClick(&shown.widget, Qt::LeftButton, {}, {100, 40});
+    shown.awaitNone();
+    EXPECT_FALSE(shown.comes());
+    shown.point({450, 350});
+    shown.point({100, 40});
+    shown.awaitTip();
+}
+
+TEST(ToolTip, IsNotShownOverAnOpenMenu) {
+    Tips shown(largeThing);
+    QMetaObject::invokeMethod(shown.root()->findChild<QObject*>(QStringLiteral("opener")), "open");
+    shown.point({450, 350});
+    shown.point({100, 200});
+    EXPECT_FALSE(shown.comes());
+    shown.press(Qt::Key_Escape);
+    QTest::qWait(20);
+    shown.point({450, 350});
+    shown.point({100, 200});
+    shown.awaitTip();
+}
+
+TEST(ToolTip, GoesWhileSomebodyScrolls) {
+    Tips shown(largeThing);
+    shown.point({450, 350});
+    shown.point({100, 40});
+    shown.awaitTip();
+    QWheelEvent wheel({100, 40}, {100, 40}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&shown.widget, &wheel);
+    shown.awaitNone();
 }
 
 TEST(Label, TellsInFullWhatItHadToCut) {
