@@ -15,45 +15,74 @@ constexpr std::chrono::milliseconds tick{16};
 constexpr qreal edge = 36;
 constexpr qreal distanceForOnePixel = 3; // the nearer to the edge, the faster
 
+// What an area calls its measures in one direction.
+struct Axis {
+    const char* origin;
+    const char* content;
+    const char* extent;
+    const char* marginBefore;
+    const char* marginAfter;
+    qreal (*place)(const QPointF&);
+    qreal (*length)(const QQuickItem*);
+};
+
+constexpr Axis upAndDown{"originY",
+                         "contentY",
+                         "contentHeight",
+                         "topMargin",
+                         "bottomMargin",
+                         [](const QPointF& point) { return point.y(); },
+                         [](const QQuickItem* item) { return item->height(); }};
+constexpr Axis sideways{"originX",
+                        "contentX",
+                        "contentWidth",
+                        "leftMargin",
+                        "rightMargin",
+                        [](const QPointF& point) { return point.x(); },
+                        [](const QQuickItem* item) { return item->width(); }};
+
 struct Scrolling {
     QQuickItem* area = nullptr;
     qreal to = 0;
 };
 
-// How far the area would scroll for a pointer at that height in it.
-qreal speedAt(qreal y, qreal height) {
-    const qreal zone = std::min(edge, height / 3);
-    if (y < zone) {
-        return -(zone - y) / distanceForOnePixel;
+// How far an area of that length would scroll for a pointer at that place in it.
+qreal speedAt(qreal place, qreal length) {
+    const qreal zone = std::min(edge, length / 3);
+    if (place < zone) {
+        return -(zone - place) / distanceForOnePixel;
     }
-    return y > height - zone ? (y - height + zone) / distanceForOnePixel : 0;
+    return place > length - zone ? (place - length + zone) / distanceForOnePixel : 0;
 }
 
-Scrolling scrollingOf(QQuickItem* area, const QPointF& scenePoint) {
-    const qreal top = area->property("originY").toReal();
-    const qreal bottom =
-        std::max(top, top + area->property("contentHeight").toReal() - area->height());
-    const qreal now = area->property("contentY").toReal();
-    const qreal to =
-        std::clamp(now + speedAt(area->mapFromScene(scenePoint).y(), area->height()), top, bottom);
+Scrolling scrollingOf(QQuickItem* area, const QPointF& scenePoint, const Axis& axis) {
+    const auto measure = [&](const char* name) { return area->property(name).toReal(); };
+    const qreal length = axis.length(area);
+    const qreal first = measure(axis.origin) - measure(axis.marginBefore);
+    const qreal last = std::max(first, measure(axis.origin) + measure(axis.extent) +
+                                           measure(axis.marginAfter) - length);
+    const qreal now = measure(axis.content);
+    const qreal speed = speedAt(axis.place(area->mapFromScene(scenePoint)), length);
+    // An area that has got beyond its end otherwise isn't brought back by a drag.
+    const qreal to = speed == 0 ? now : std::clamp(now + speed, first, last);
     return to == now ? Scrolling() : Scrolling{area, to};
 }
 
 // The innermost area under the point that still can scroll that way.
-Scrolling scrollingAt(QQuickItem* under, const QPointF& scenePoint) {
+Scrolling scrollingAt(QQuickItem* under, const QPointF& scenePoint, const Axis& axis) {
     if (!under->isVisible() || !under->isEnabled() ||
         (under->clip() && !under->contains(under->mapFromScene(scenePoint)))) {
         return {};
     }
     const QList<QQuickItem*> children = under->childItems();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
-        if (const Scrolling found = scrollingAt(*child, scenePoint); found.area != nullptr) {
+        if (const Scrolling found = scrollingAt(*child, scenePoint, axis); found.area != nullptr) {
             return found;
         }
     }
     const bool scrolls =
         under->inherits("QQuickFlickable") && under->contains(under->mapFromScene(scenePoint));
-    return scrolls ? scrollingOf(under, scenePoint) : Scrolling();
+    return scrolls ? scrollingOf(under, scenePoint, axis) : Scrolling();
 }
 
 } // namespace
@@ -103,18 +132,29 @@ void EdgeScroll::follow(const QDropEvent& event, const QPoint& offset) {
     pointer_ = event.position() - offset;
     actions_ = event.possibleActions();
     dragged_.setText(event.mimeData()->text());
-    if (!timer_.isActive() && scrollingAt(window_->contentItem(), pointer_).area != nullptr) {
-        timer_.start();
+    if (timer_.isActive()) {
+        return;
+    }
+    for (const Axis& axis : {upAndDown, sideways}) {
+        if (scrollingAt(window_->contentItem(), pointer_, axis).area != nullptr) {
+            timer_.start();
+        }
     }
 }
 
 void EdgeScroll::step() {
-    const Scrolling scrolling = scrollingAt(window_->contentItem(), pointer_);
-    if (scrolling.area == nullptr) {
+    bool scrolls = false;
+    for (const Axis& axis : {upAndDown, sideways}) {
+        if (const Scrolling found = scrollingAt(window_->contentItem(), pointer_, axis);
+            found.area != nullptr) {
+            found.area->setProperty(axis.content, found.to);
+            scrolls = true;
+        }
+    }
+    if (!scrolls) {
         timer_.stop();
         return;
     }
-    scrolling.area->setProperty("contentY", scrolling.to);
     QDragMoveEvent moved(pointer_.toPoint(), actions_, &dragged_, Qt::LeftButton, Qt::NoModifier);
     repeating_ = true;
     QCoreApplication::sendEvent(window_, &moved);

@@ -8,8 +8,8 @@
 
 namespace varnhold {
 
-// Scrolls the areas of a window while something is dragged near their upper or lower edge, be it
-// over a target or not. What comes to lie under the resting pointer is told of it as if the pointer
+// Scrolls the areas of a window while something is dragged near one of their edges, be it over a
+// target or not. What comes to lie under the resting pointer is told of it as if the pointer
 // had moved. Main thread.
 class EdgeScroll final : public QObject {
     Q_OBJECT

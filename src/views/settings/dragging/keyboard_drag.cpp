@@ -24,6 +24,18 @@ void collect(QQuickItem* under, const QString& kind, std::vector<DropTarget*>& f
     }
 }
 
+// How far a stretch is beyond what is seen of a length; its beginning counts more than its end.
+qreal distance(qreal begin, qreal end, qreal seen) {
+    const qreal beyond = std::max<qreal>(0, end - seen);
+    return begin - beyond < 0 ? begin : beyond;
+}
+
+void scrollBy(QQuickItem& area, const char* content, qreal by) {
+    if (by != 0) {
+        area.setProperty(content, area.property(content).toReal() + by);
+    }
+}
+
 // Scrolls every area around the item as little as shows the rectangle.
 void reveal(QQuickItem* item, const QRectF& area) {
     for (QQuickItem* around = item->parentItem(); around != nullptr;
@@ -32,16 +44,8 @@ void reveal(QQuickItem* item, const QRectF& area) {
             continue;
         }
         const QRectF seen = item->mapRectToItem(around, area);
-        qreal by = 0;
-        if (seen.bottom() > around->height()) {
-            by = seen.bottom() - around->height();
-        }
-        if (seen.top() - by < 0) {
-            by = seen.top();
-        }
-        if (by != 0) {
-            around->setProperty("contentY", around->property("contentY").toReal() + by);
-        }
+        scrollBy(*around, "contentX", distance(seen.left(), seen.right(), around->width()));
+        scrollBy(*around, "contentY", distance(seen.top(), seen.bottom(), around->height()));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "dragging_board.h"
+#include "shown_item.h"
 
 namespace varnhold::testing {
 namespace {
@@ -261,6 +262,63 @@ TEST(DraggingNearAnEdge, ScrollsUnderWhatNobodyThereTakes) {
         EXPECT_FALSE(drag.over(scroll->mapToScene({60, scroll->height() - 4}).toPoint()));
         EXPECT_TRUE(QTest::qWaitFor([=] { return scroll->property("contentY").toReal() > 40; }));
     });
+}
+
+// What drags do to a page near its edges.
+struct NearEdges : ShownItem {
+    using ShownItem::ShownItem;
+
+    void carryTo(const QPoint& at) {
+        QMimeData data;
+        data.setText(QStringLiteral("text"));
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&widget, &enter);
+        QDragMoveEvent move(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(widget.windowHandle(), &move);
+    }
+    [[nodiscard]] QQuickItem* item(const char* name) const {
+        return root()->findChild<QQuickItem*>(QString::fromLatin1(name));
+    }
+};
+
+TEST(EdgeScroll, GoesSidewaysToo) {
+    NearEdges shown(R"(
+Item {
+    Flickable {
+        objectName: "wide"
+        anchors.fill: parent
+        contentWidth: 2000; contentHeight: 2000
+        DropZone { width: 2000; height: 2000; kinds: ["model"] }
+    }
+})");
+    const QQuickItem* wide = shown.item("wide");
+    shown.carryTo({475, 180});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wide->property("contentX").toReal() > 50; }));
+    EXPECT_EQ(wide->property("contentY").toReal(), 0);
+    shown.carryTo({5, 355});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wide->property("contentX").toReal() == 0; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wide->property("contentY").toReal() > 50; }));
+}
+
+TEST(EdgeScroll, LeavesAListAtItsEndWhereItIs) {
+    NearEdges shown(R"(
+Item {
+    ListView {
+        objectName: "list"
+        width: 200; height: 200
+        topMargin: 2; bottomMargin: 4
+        model: 3
+        delegate: Item { width: 200; height: 30 }
+    }
+    DropZone { width: 200; height: 200; kinds: ["model"] }
+})");
+    const QQuickItem* list = shown.item("list");
+    const qreal before = list->property("contentY").toReal();
+    for (const QPoint at : {QPoint(100, 3), QPoint(100, 100), QPoint(100, 196)}) {
+        shown.carryTo(at);
+        QTest::qWait(60);
+        EXPECT_EQ(list->property("contentY").toReal(), before);
+    }
 }
 
 } // namespace
