@@ -15,6 +15,8 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         x: 12
         text: qsTr("Reset")
+        destructive: true
+        help: qsTr("Empties all chains but Audio")
         onClicked: root.reset()
     }
 }

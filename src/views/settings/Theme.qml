@@ -61,6 +61,7 @@ QtObject {
     readonly property int gap: 6
     readonly property int pad: 8
     readonly property int fieldHeight: 24
+    readonly property int gutter: 12 // where a scroll bar runs
     readonly property int quick: 120 // ms
     readonly property int calm: 200
     readonly property int comeBack: 150 // of what was dragged

@@ -1,4 +1,8 @@
+#include <QApplication>
+
+#include "settings/chain_sections.h"
 #include "shown_sheets.h"
+#include "views/desktop/colours.h"
 
 namespace varnhold::testing {
 namespace {
@@ -6,6 +10,11 @@ namespace {
 struct WholeWindow : ::testing::Test, ShownSheets {
     [[nodiscard]] QQuickItem* part(const char* name) const {
         return page->rootObject()->findChild<QQuickItem*>(QString::fromUtf8(name));
+    }
+    [[nodiscard]] static bool holds(const QQuickItem* around, const QQuickItem* item) {
+        for (; item != nullptr && item != around; item = item->parentItem()) {
+        }
+        return item != nullptr;
     }
 };
 
@@ -49,14 +58,91 @@ TEST_F(WholeWindow, HintsGoAndComeWithTheirSwitchAndNothingElseChanges) {
     for (const char* hint : hints) {
         EXPECT_TRUE(shows(hint)) << hint;
     }
+    for (const ChainSection& section : chainSections()) {
+        EXPECT_TRUE(shows(std::string(section.hint).c_str())) << section.hint;
+    }
     click("Hints");
     EXPECT_FALSE(view->showHints);
     for (const char* hint : hints) {
         EXPECT_FALSE(shows(hint)) << hint;
     }
+    for (const ChainSection& section : chainSections()) {
+        EXPECT_FALSE(shows(std::string(section.hint).c_str())) << section.hint;
+    }
     EXPECT_EQ(saves(), 0);
     click("Hints");
     EXPECT_TRUE(shows(hints.front()));
+    EXPECT_EQ(saves(), 0);
+}
+
+TEST_F(WholeWindow, LeavesItsControlsOutOfTheWayOfScrollBars) {
+    for (int i = 0; i < 40; ++i) {
+        view->userBots.push_back(varnhold::testing::bot("bot" + std::to_string(i)));
+        view->directModels.push_back(rowModel("m" + std::to_string(i), "M" + std::to_string(i)));
+        view->governorModels.push_back(rowModel("g" + std::to_string(i), "G" + std::to_string(i)));
+    }
+    view->customGroups = {CustomBotGroup{.name = "Crew", .models = view->governorModels},
+                          CustomBotGroup{.name = "Reserve", .models = view->governorModels}};
+    view->showHints = true;
+    show();
+    platform.settle();
+    static_cast<void>(page->grabFramebuffer());
+    int bars = 0;
+    for (const QQuickItem* bar : page->rootObject()->findChildren<QQuickItem*>()) {
+        if (!bar->inherits("QQuickScrollBar") || !bar->isVisible()) {
+            continue;
+        }
+        ++bars;
+        const QRectF way(bar->mapToScene({}), bar->size());
+        firstAnnounced(page->rootObject(), [&](const QAccessibleInterface& spoken) {
+            const auto* item = qobject_cast<const QQuickItem*>(spoken.object());
+            const bool pressed =
+                spoken.role() == QAccessible::Button || spoken.role() == QAccessible::RadioButton;
+            if (pressed && holds(bar->parentItem(), item)) {
+                const QRectF place(item->mapToScene({}), item->size());
+                EXPECT_FALSE(place.intersects(way)) << spoken.text(QAccessible::Name).toStdString();
+            }
+            return false;
+        });
+    }
+    EXPECT_GE(bars, 5) << "bots, library, providers, chains, groups";
+}
+
+TEST_F(WholeWindow, ObjectivesBeginWithTheirEditor) {
+    view->customGroups = {CustomBotGroup{.name = "Crew"}};
+    show();
+    click("Objectives");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return focusedName() == "Objectives of Crew"; }));
+    type(QStringLiteral("x"));
+    EXPECT_EQ(view->customGroups.front().objectives, "x");
+    click("Hide Objectives");
+    EXPECT_FALSE(shows("Objectives of Crew"));
+}
+
+TEST_F(WholeWindow, PaintsNothingOfWhatIsScrolledAwayWhenTheColoursChange) {
+    view->customGroups = {CustomBotGroup{.name = "Crew", .objectives = "Ship it by spring."}};
+    view->masterPrompt = "Be kind.";
+    show();
+    group(0).toggleObjectives();
+    platform.settle();
+    for (QQuickItem* area : page->rootObject()->findChildren<QQuickItem*>()) {
+        if (area->inherits("QQuickFlickable")) {
+            const qreal beyond =
+                area->property("contentHeight").toReal() - area->property("height").toReal();
+            area->setProperty("contentY", std::max<qreal>(0, beyond));
+        }
+    }
+    const auto painted = [this] {
+        QCoreApplication::processEvents();
+        static_cast<void>(page->grabFramebuffer());
+        return page->grabFramebuffer();
+    };
+    const QImage light = painted();
+    QApplication::setPalette(darkPalette());
+    const QImage dark = painted();
+    QApplication::setPalette(lightPalette());
+    EXPECT_NE(light, dark);
+    EXPECT_EQ(painted(), light);
 }
 
 TEST_F(WholeWindow, TheLibrarysPlusOpensTheForm) {

@@ -52,7 +52,7 @@ ScrollArea {
 
         x: root.margin
         y: root.margin
-        width: root.width - 2 * root.margin - 6 // the scroll bar's
+        width: root.room - 2 * root.margin
         spacing: root.spacing
 
         GovernorSection {

@@ -118,6 +118,7 @@ FocusItem {
             x: 6
             anchors.verticalCenter: parent.verticalCenter
             color: ({ paused: Theme.orange, online: Theme.green })[root.presence] ?? Theme.red
+            hollow: root.presence === "offline"
             help: root.presenceHelp
         }
 

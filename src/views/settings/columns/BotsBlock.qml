@@ -74,7 +74,7 @@ Item {
         model: root.bots.rows
         delegate: BotRow {
             x: 2
-            width: ListView.view.width - 4
+            width: rows.room - 4
             height: root.rowHeight
             bots: root.bots
             list: rows

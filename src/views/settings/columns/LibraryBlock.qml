@@ -72,12 +72,12 @@ Item {
             model: root.library.rows
             section.property: "section"
             section.delegate: LibraryHeading {
-                width: ListView.view.width - 8
+                width: rows.room - 8
                 library: root.library
             }
             delegate: LibraryRow {
                 x: 4
-                width: ListView.view.width - 8
+                width: rows.room - 8
                 library: root.library
                 list: rows
             }

@@ -14,6 +14,7 @@ FocusItem {
     required property string colour
     required property bool isDragging
     required property bool isDownloading
+    required property string kind
 
     readonly property bool isCurrent: ListView.isCurrentItem
     property bool pooled: false
@@ -36,7 +37,7 @@ FocusItem {
         anchors.fill: parent
         activeFocusOnTab: false
         payload: root.uid
-        kind: "model"
+        kind: root.kind
         name: root.name
         visual: block.body
         onBegan: root.library.startDrag(root.index)

@@ -60,7 +60,7 @@ Item {
 
             x: 2
             y: 2
-            width: scroll.width - 4
+            width: scroll.room - 4
             spacing: 7
 
             Repeater {

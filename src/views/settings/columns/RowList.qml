@@ -13,6 +13,8 @@ ListView {
     property string name
 
     readonly property bool scrollable: contentHeight + topMargin + bottomMargin > height + 1
+    // What is to be pressed stays out of the scroll bar's way.
+    readonly property real room: width - (scrollable ? Theme.gutter : 0)
 
     // The keyboard goes to that row, or to the nearest there is.
     function goTo(row: int) {

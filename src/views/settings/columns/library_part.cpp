@@ -13,14 +13,16 @@ KeyedListModel::Row shown(const QString& section, const ModelRow& row) {
     const QString uid = toQString(row.model.uid());
     return {uid,
             {section, uid, toQString(row.model.displayName()), toQString(modelTag(row.model)),
-             toQString(name(row.model.themeColor())), row.isDragging, row.isDownloading}};
+             toQString(name(row.model.themeColor())), row.isDragging, row.isDownloading,
+             // No place takes a tool of this machine's, and the pointer should say so.
+             row.model.type == "local" ? QStringLiteral("tool") : QStringLiteral("model")}};
 }
 
 } // namespace
 
 LibraryPart::LibraryPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent),
-      rows_({"section", "uid", "name", "tag", "colour", "isDragging", "isDownloading"}) {}
+      rows_({"section", "uid", "name", "tag", "colour", "isDragging", "isDownloading", "kind"}) {}
 
 void LibraryPart::sync(Animation animation) {
     if (const bool fading = animation == Animation::easeOut; fading_ != fading) {

@@ -12,6 +12,8 @@ Flickable {
     default property alias content: holder.data
 
     readonly property bool scrollable: contentHeight > height
+    // What is to be pressed stays out of the scroll bar's way.
+    readonly property real room: width - (scrollable ? Theme.gutter : 0)
 
     // What the keyboard goes to must be seen.
     readonly property Item focused: Window.activeFocusItem

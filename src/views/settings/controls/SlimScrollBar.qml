@@ -11,8 +11,8 @@ T.ScrollBar {
     readonly property bool across: orientation === Qt.Horizontal
     readonly property int thickness: hovered || pressed ? 7 : 5
 
-    implicitWidth: 11
-    implicitHeight: 11
+    implicitWidth: Theme.gutter
+    implicitHeight: Theme.gutter
     padding: 2
     policy: T.ScrollBar.AlwaysOn
     minimumSize: 0.08

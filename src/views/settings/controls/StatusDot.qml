@@ -1,12 +1,14 @@
 import QtQuick
 import Varnhold
 
-// A dot whose colour says how something is; its tool tip says it in words.
+// A dot whose colour says how something is, and whose form says so to those who see no colours; its
+// tool tip says it in words.
 Item {
     id: root
 
     property color color: Theme.gray
     property real size: 8
+    property bool hollow: false // of what isn't there
     property string help
 
     implicitWidth: size
@@ -23,8 +25,9 @@ Item {
         height: width
         radius: width / 2
         lineWidth: 2
-        stroke: "transparent"
-        fill: root.color
+        dash: 0
+        stroke: root.hollow ? root.color : "transparent"
+        fill: root.hollow ? "transparent" : root.color
     }
 
     ToolTipArea { text: root.help }

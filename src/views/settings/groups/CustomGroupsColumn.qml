@@ -40,7 +40,7 @@ Item {
         Column {
             id: sections
 
-            width: scroll.width - (scroll.scrollable ? 11 : 0)
+            width: scroll.room
             spacing: Theme.pad
 
             Repeater {

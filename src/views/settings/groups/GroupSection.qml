@@ -43,7 +43,6 @@ Rectangle {
             owner: root.group.name
             springs: root.springs
             minimumHeight: 72
-            marksHover: true
             removable: true
         }
 
@@ -57,7 +56,10 @@ Rectangle {
                 text: root.group.expanded ? qsTr("Hide Objectives") : qsTr("Objectives")
                 symbol: root.group.expanded ? "caret-up-bold" : "text-align-left"
                 size: 11
-                onClicked: root.group.toggleObjectives()
+                onClicked: {
+                    root.group.toggleObjectives();
+                    objectives.item?.begin();
+                }
             }
         }
 
@@ -99,6 +101,8 @@ Rectangle {
         }
 
         Loader {
+            id: objectives
+
             width: parent.width
             active: root.group.expanded
             visible: active

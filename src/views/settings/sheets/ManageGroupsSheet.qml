@@ -59,7 +59,7 @@ Sheet {
                     ManageGroupsRow {
                         id: row
 
-                        width: rows.width - (list.scrollable ? 12 : 0)
+                        width: rows.width - (list.width - list.room)
                         onRenamed: name => root.form.rename(row.groupId, name)
                         onRemoved: {
                             newName.forceActiveFocus(Qt.OtherFocusReason); // this row's is going

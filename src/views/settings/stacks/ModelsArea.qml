@@ -16,7 +16,6 @@ Item {
     property var builtIns: [] // names of tools that stand before the models
     property bool deletable: false // rows can be taken out of the library
     property bool removable: false // rows can be taken out of the stack
-    property bool marksHover: false // show that a drag hovers over the area
     property real minimumHeight: 220 // of the area under the strip
     property bool fading: false // what was dragged comes back gently
 
@@ -46,10 +45,27 @@ Item {
     Rectangle {
         anchors.fill: area
         radius: 8
-        visible: root.marksHover && area.hovered
+        visible: area.hovered
         color: Theme.faded(Theme.blue, 0.12)
         border.color: Theme.blue
         border.width: 1
+    }
+
+    // Where what is dropped comes to stand.
+    Rectangle {
+        objectName: "landing"
+
+        readonly property bool first: root.topTargeted
+        readonly property bool known: DragSession.active && list.rowOf(DragSession.payload) >= 0
+
+        x: list.x
+        z: 1
+        y: area.y + list.y + (first ? 0 : list.implicitHeight + (list.rows > 0 ? 1 : 0)) - 1
+        width: list.width
+        height: 2
+        radius: 1
+        visible: (first || area.hovered) && !known
+        color: Theme.blue
     }
 
     DropZone {

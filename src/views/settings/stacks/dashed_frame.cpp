@@ -14,7 +14,10 @@ void DashedFrame::paint(QPainter* painter) {
     const QRectF place = boundingRect().adjusted(inset, inset, -inset, -inset);
     QPen pen(stroke_, lineWidth_);
     pen.setCapStyle(Qt::FlatCap);
-    pen.setDashPattern({dash_ / lineWidth_, dash_ / lineWidth_}); // counted in widths of the pen
+    if (dash_ > 0) {
+        pen.setDashPattern(
+            {dash_ / lineWidth_, dash_ / lineWidth_}); // counted in widths of the pen
+    }
     painter->setPen(pen);
     painter->setBrush(fill_);
     painter->drawRoundedRect(place, radius_ - inset, radius_ - inset);

@@ -219,6 +219,32 @@ TEST(ChainDrag, ReordersHoweverLongItTakes) {
     EXPECT_FALSE(settings.faint("A"));
 }
 
+TEST(ChainDrag, MarksWhereTheRowWouldLand) {
+    ChainDrags settings;
+    settings.view->photoModels = {rowModel("p", "P")};
+    settings.show();
+    const auto landing = [&](const QString& zone) {
+        return settings.named(zone)->parentItem()->findChild<QQuickItem*>(
+            QStringLiteral("landing"));
+    };
+    settings.drag(QStringLiteral("Model b"), coding, [&](const QDrag&) {
+        settings.carryTo(settings.freeSpace(photoModels), QStringLiteral("B"));
+        const QQuickItem* line = landing(photoModels);
+        EXPECT_TRUE(line->isVisible());
+        const QQuickItem* last = settings.named(QStringLiteral("Model p"));
+        const qreal under =
+            line->mapToScene({}).y() - last->mapToScene(QPointF(0, last->height())).y();
+        EXPECT_GE(under, 0);
+        EXPECT_LT(under, 4);
+        settings.carryTo(middleOf(settings.named(photoTop)), QStringLiteral("B"));
+        EXPECT_LT(line->mapToScene({}).y(), last->mapToScene({}).y());
+        settings.carryTo(settings.freeSpace(codingModels), QStringLiteral("B"));
+        EXPECT_FALSE(line->isVisible());
+        EXPECT_FALSE(landing(codingModels)->isVisible()) << "it stands there already";
+        settings.leave();
+    });
+}
+
 TEST(ChainDrag, ThatEndsOutsideLeavesNoFaintRowForLong) {
     ChainDrags settings;
     settings.show();

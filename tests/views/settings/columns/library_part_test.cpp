@@ -118,5 +118,13 @@ TEST(LibraryPart, AsksForTheSheetOfANewModel) {
     EXPECT_TRUE(settings.view->showAddModelSheet);
 }
 
+TEST(LibraryPart, TellsToolsThatNoChainTakesFromModels) {
+    ModelledSettings settings;
+    settings.view->directModels = {model("a")};
+    settings.modelled();
+    EXPECT_THAT(column(*settings.model->library()->rows(), "kind"),
+                ElementsAre("tool", "tool", "model"));
+}
+
 } // namespace
 } // namespace varnhold::testing

@@ -29,7 +29,7 @@ ColumnLayout {
 
             StatusDot { color: Theme.green; help: "Online" }
             StatusDot { color: Theme.orange; help: "Paused" }
-            StatusDot { color: Theme.red; help: "Offline" }
+            StatusDot { color: Theme.red; help: "Offline"; hollow: true }
             StatusDot { color: Theme.gray; help: "Cache cold"; size: 7 }
             Badge { text: "telegram" }
             Badge { text: "slack"; color: Theme.slackPurple }
