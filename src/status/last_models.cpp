@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 constexpr int rowsPerStep = 2000; // a millisecond's work or less
 constexpr auto pauseForWriters = 2ms;
-constexpr auto longestRead = 20s;
+constexpr auto longestWait = 5s; // for one writer, between two steps
 // The whole table is read again after this many times as long as reading it has taken, which keeps
 // its cost to a fiftieth of one processor.
 constexpr int restAfterWhole = 50;
@@ -94,7 +94,7 @@ bool LastModels::readAtOneGo() {
 
 // Up to what is the newest row as it begins: those that come meanwhile are for the next time.
 bool LastModels::readInSteps() {
-    const auto end = time_.now() + longestRead;
+    auto end = time_.now() + longestWait;
     std::optional<std::int64_t> last;
     while (time_.now() < end) {
         if (const auto newest = single("SELECT MAX(id) FROM agent_events" + unread(last))) {
@@ -102,7 +102,8 @@ bool LastModels::readInSteps() {
                 return true;
             }
             last = last ? last : text::parseInteger(*newest);
-            while (step(*last) > 0 && time_.now() < end) {
+            while (step(*last) > 0) {
+                end = time_.now() + longestWait;
             }
         } else {
             time_.sleep(pauseForWriters);

@@ -207,6 +207,26 @@ TEST_F(LargeTable, ThatGetsLockedBeforeItsFirstStepIsReadTheNextTimeThoughNothin
     EXPECT_EQ(models.read(), asDefined(path));
 }
 
+// However slow the machine: what has been read is not read again from the start.
+TEST_F(LargeTable, IsReadWholeHoweverLongThatTakes) {
+    cost = 4s;
+    EXPECT_EQ(LastModels(path, time()).read(), asDefined(path));
+}
+
+TEST_F(LargeTable, IsGivenUpAsFarAsItHasComeWhereAWriterStays) {
+    LastModels models(path, time());
+    int looks = 0;
+    whenLookedAt = [&] {
+        if (++looks == 5) {
+            daemons.execute("BEGIN EXCLUSIVE");
+        }
+    };
+    whileAsleep = [&] { now += 1s; };
+    EXPECT_THAT(models.read(), ::testing::SizeIs(11)); // from two steps
+    daemons.execute("COMMIT");
+    EXPECT_EQ(models.read(), asDefined(path));
+}
+
 // A writer that waits gets in as soon as a step is done; the next step then waits for it.
 TEST_F(LargeTable, WaitsForAWriterThatGetsInBetweenTwoSteps) {
     LastModels models(path, time());
