@@ -4,6 +4,7 @@
 #include "platform/payload.h"
 #include "settings/ollama.h"
 #include "shell_world.h"
+#include "support/records.h"
 
 namespace varnhold::testing {
 namespace {
@@ -15,10 +16,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-AIModelItem ollamaModel(const std::string& id) {
-    return {.id = id, .name = id, .family = "Ollama", .color = "blue", .type = "ollama"};
-}
-
 bool isFound(ShellWorld& world, const std::string& id) {
     return isListed(world.platform().processes.run(ollamaCheckRequest(id)));
 }
@@ -28,7 +25,7 @@ void checkToTheEnd(ShellWorld& world, const std::string& id) {
     int changes = 0;
     world.view->observe([&changes](Animation) { ++changes; });
     world.view->downloadingModels.clear();
-    world.view->checkOllamaDownload(ollamaModel(id));
+    world.view->checkOllamaDownload(model(id, {.type = "ollama"}));
     // A pull is two changes: the row shows it, and stops showing it.
     EXPECT_TRUE(world.runUntil([&] { return changes == 2; })) << id;
     EXPECT_THAT(world.view->downloadingModels, IsEmpty());
@@ -90,7 +87,7 @@ TEST(OllamaShell, TriesAPullAlsoWithoutTheTool) {
 TEST(OllamaShell, FollowsAFreshDropThatIsSavedBefore) {
     ShellWorld world;
     world.holdPulls();
-    world.view->ollamaModels = {ollamaModel("llama3")};
+    world.view->ollamaModels = {model("llama3", {.type = "ollama"})};
     world.view->handleDrop({platform::textPayload("llama3")}, TargetList::worker);
     ASSERT_TRUE(world.runUntil([&] { return world.calls().size() == 2; }));
     EXPECT_THAT(world.view->downloadingModels, ElementsAre("llama3"));
@@ -106,7 +103,7 @@ TEST(OllamaShell, LeavesRoomForRestartsAndOnlineChecksHoweverManyPull) {
     ShellWorld world;
     world.holdPulls();
     for (std::size_t i = 0; i < pulls; ++i) {
-        world.view->downloadOllama(ollamaModel("model-" + std::to_string(i)));
+        world.view->downloadOllama(model("model-" + std::to_string(i), {.type = "ollama"}));
     }
     ASSERT_TRUE(world.runUntil([&] { return world.calls().size() == pulls; }));
     int answers = 0;

@@ -22,8 +22,8 @@ struct Log {
 TEST(Activity, LiftsTheBarOfABotWhoseLogHasMoreMarksThanTwoSecondsAgo) {
     const Log log;
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot(log.role)});
-    supervisor.list("10", "0", Supervisor::labelOf(log.role));
+    supervisor.writeBots({bot(log.role)});
+    supervisor.list("10", "0", labelOf(log.role));
     supervisor.home.write(log.path, "[MSG] hello\n");
     supervisor.launch();
 
@@ -51,8 +51,8 @@ TEST(Activity, IsSampledAwayFromTheMainThread) {
 TEST(Animation, DrawsWhileABarMovesAndNotWhenTheFleetIsIdle) {
     const Log log;
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot(log.role)});
-    supervisor.list("10", "0", Supervisor::labelOf(log.role));
+    supervisor.writeBots({bot(log.role)});
+    supervisor.list("10", "0", labelOf(log.role));
     supervisor.launch();
     for (int tick = 0; tick < 100; ++tick) {
         supervisor.delegate->animateBars();
@@ -72,8 +72,8 @@ TEST(Animation, DrawsWhileABarMovesAndNotWhenTheFleetIsIdle) {
 TEST(Title, OfANewOrderGivesNewBotsFlatBarsAndKeepsTheOthers) {
     const Log log;
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot(log.role)});
-    supervisor.list("10", "0", Supervisor::labelOf(log.role));
+    supervisor.writeBots({bot(log.role)});
+    supervisor.list("10", "0", labelOf(log.role));
     supervisor.launch();
     for (const char* text : {"", "[NOTIFY]"}) {
         supervisor.home.write(log.path, text);
@@ -83,7 +83,7 @@ TEST(Title, OfANewOrderGivesNewBotsFlatBarsAndKeepsTheOthers) {
     supervisor.delegate->animateBars();
     const double risen = supervisor.presentation.image.bars.at(0).height;
 
-    supervisor.writeBots({Supervisor::bot("new"), Supervisor::bot(log.role)});
+    supervisor.writeBots({bot("new"), bot(log.role)});
     supervisor.refresh();
     EXPECT_THAT(supervisor.delegate->bars().botOrder, ElementsAre("new", log.role));
     EXPECT_EQ(supervisor.presentation.image.width, 5.0);
@@ -95,7 +95,7 @@ TEST(Title, OfANewOrderGivesNewBotsFlatBarsAndKeepsTheOthers) {
 
 TEST(Menu, IsRebuiltFromTheFilesAtEveryPoll) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     supervisor.launch();
     supervisor.home.write(supervisor.constants.reauthAlertsFile,
                           R"({"gemini":{"since":"2026-03-04T05:06:07Z"}})");
@@ -104,7 +104,7 @@ TEST(Menu, IsRebuiltFromTheFilesAtEveryPoll) {
                 ElementsAre("⚙️ Preferences...", "-",
                             "⚠️ Re-login to Gemini (Google) — failing since 2026-03-04", "-",
                             "🟢 Start All Agents", "🔄 Restart All Agents", "-", "── Bots ──",
-                            "⚪️ 🤖 Bot a (Idle)", "-", "Quit"));
+                            "⚪️ 🤖 a (Idle)", "-", "Quit"));
 }
 
 TEST(Menu, ListsTheModelsOfEachGroupThatHasAny) {

@@ -12,7 +12,7 @@ using ::testing::IsEmpty;
 TEST(StartAllAgents, BlocksUntilTheLastIsLoadedAndThenPolls) {
     Supervisor supervisor;
     supervisor.launch();
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.presentation.events.onMenuChosen(MenuAction::startAllAgents, "");
     EXPECT_THAT(supervisor.platform.record,
                 ElementsAre("run launchctl bootstrap gui/501 " + supervisor.plist("one"),
@@ -31,7 +31,7 @@ TEST(StartAllAgents, WithAnEmptyFleetOnlyPolls) {
 
 TEST(RestartAllAgents, ReturnsAtOnceAndPollsOnTheMainThreadAfterEachStep) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.launch();
     supervisor.presentation.events.onMenuChosen(MenuAction::restartAllAgents, "");
     EXPECT_THAT(supervisor.platform.record, ElementsAre("post background"));
@@ -42,7 +42,7 @@ TEST(RestartAllAgents, ReturnsAtOnceAndPollsOnTheMainThreadAfterEachStep) {
     supervisor.platform.runBackground();
     const std::vector<std::string> commands = supervisor.fleetCommands();
     ASSERT_EQ(commands.size(), 5U);
-    EXPECT_EQ(commands[0], "launchctl bootout gui/501/" + Supervisor::labelOf("one"));
+    EXPECT_EQ(commands[0], "launchctl bootout gui/501/" + labelOf("one"));
     EXPECT_EQ(commands[1], "pkill -9 -f provider_telegramd");
     EXPECT_EQ(commands[4], "launchctl bootstrap gui/501 " + supervisor.plist("one"));
 }
@@ -56,7 +56,7 @@ std::vector<std::string> postsAndPauses(const FakePlatform& platform) {
 
 TEST(RestartAllAgents, AsksForTheStateOnTheMainThreadAfterEachStep) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.launch();
     supervisor.delegate->restartAllAgents();
     supervisor.forget();
@@ -71,10 +71,10 @@ TEST(RestartAllAgents, AsksForTheStateOnTheMainThreadAfterEachStep) {
 
 TEST(RestartAllAgents, EndsInAPictureOfTheFleetThatIsUp) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.launch();
     supervisor.delegate->restartAllAgents();
-    supervisor.list("10", "0", Supervisor::labelOf("one"));
+    supervisor.list("10", "0", labelOf("one"));
     supervisor.platform.settle();
     EXPECT_EQ(supervisor.presentation.title, " 1/1");
     EXPECT_GE(supervisor.polls(), 2);
@@ -82,10 +82,10 @@ TEST(RestartAllAgents, EndsInAPictureOfTheFleetThatIsUp) {
 
 TEST(RestartAllAgents, IsNotTouchedByABotAddedAfterItBegan) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.launch();
     supervisor.delegate->restartAllAgents();
-    supervisor.writeBots({Supervisor::bot("one"), Supervisor::bot("late")});
+    supervisor.writeBots({bot("one"), bot("late")});
     supervisor.platform.settle();
     for (const std::string& command : supervisor.fleetCommands()) {
         EXPECT_EQ(command.find("late"), std::string::npos) << command;
@@ -94,25 +94,23 @@ TEST(RestartAllAgents, IsNotTouchedByABotAddedAfterItBegan) {
 
 TEST(ToggleDaemon, UnloadsARunningAgentAndPolls) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
-    supervisor.list("447", "0", Supervisor::labelOf("one"));
+    supervisor.writeBots({bot("one")});
+    supervisor.list("447", "0", labelOf("one"));
     supervisor.launch();
-    supervisor.presentation.events.onMenuChosen(MenuAction::toggleDaemon,
-                                                Supervisor::labelOf("one"));
+    supervisor.presentation.events.onMenuChosen(MenuAction::toggleDaemon, labelOf("one"));
     EXPECT_THAT(supervisor.platform.record,
-                ElementsAre("run launchctl bootout gui/501/" + Supervisor::labelOf("one"),
-                            "post background"));
+                ElementsAre("run launchctl bootout gui/501/" + labelOf("one"), "post background"));
     supervisor.platform.settle();
     EXPECT_EQ(supervisor.polls(), 1);
 }
 
 TEST(ToggleDaemon, LoadsACrashedAgentFromAFreshPropertyList) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
-    supervisor.list("-", "1", Supervisor::labelOf("one"));
+    supervisor.writeBots({bot("one")});
+    supervisor.list("-", "1", labelOf("one"));
     supervisor.launch();
     ASSERT_EQ(::unlink(supervisor.plist("one").c_str()), 0);
-    supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
+    supervisor.delegate->toggleDaemon(labelOf("one"));
     EXPECT_THAT(supervisor.fleetCommands(),
                 ElementsAre("launchctl bootstrap gui/501 " + supervisor.plist("one")));
     EXPECT_TRUE(files::exists(supervisor.plist("one")));
@@ -130,9 +128,7 @@ TEST(ToggleDaemon, LoadsALabelThatTheFileNoLongerHoldsFromThePathOfItsName) {
 
 TEST(ToggleDaemon, LoadsALabelOfAnotherFormFromThePathOfItsName) {
     Supervisor supervisor;
-    BotConfig governor = Supervisor::bot("governor");
-    governor.launchdLabel = "com.ostrelleai.governor";
-    supervisor.writeBots({governor});
+    supervisor.writeBots({governorBot()});
     supervisor.launch();
     supervisor.delegate->toggleDaemon("com.ostrelleai.governor");
     EXPECT_THAT(supervisor.fleetCommands(),
@@ -144,22 +140,22 @@ TEST(ToggleDaemon, LoadsALabelOfAnotherFormFromThePathOfItsName) {
 
 TEST(ToggleDaemon, TrustsTheLastPollEvenIfTheAgentHasDiedSince) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
-    supervisor.list("447", "0", Supervisor::labelOf("one"));
+    supervisor.writeBots({bot("one")});
+    supervisor.list("447", "0", labelOf("one"));
     supervisor.launch();
-    supervisor.listing = "PID\tStatus\tLabel\n-\t-9\t" + Supervisor::labelOf("one") + "\n";
-    supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
+    supervisor.listing = "PID\tStatus\tLabel\n-\t-9\t" + labelOf("one") + "\n";
+    supervisor.delegate->toggleDaemon(labelOf("one"));
     EXPECT_THAT(supervisor.fleetCommands(),
-                ElementsAre("launchctl bootout gui/501/" + Supervisor::labelOf("one")));
+                ElementsAre("launchctl bootout gui/501/" + labelOf("one")));
     supervisor.platform.settle();
-    EXPECT_EQ(supervisor.delegate->getStatus(Supervisor::labelOf("one")), DaemonStatus::crashed);
+    EXPECT_EQ(supervisor.delegate->getStatus(labelOf("one")), DaemonStatus::crashed);
 }
 
 TEST(ToggleDaemon, StartsAPausedAgentOfAnOlderMenuAndLeavesItPausedInTheFile) {
     Supervisor supervisor;
     supervisor.launch();
-    supervisor.writeBots({Supervisor::paused(Supervisor::bot("one"))});
-    supervisor.delegate->toggleDaemon(Supervisor::labelOf("one"));
+    supervisor.writeBots({bot("one", {.isPaused = true})});
+    supervisor.delegate->toggleDaemon(labelOf("one"));
     EXPECT_THAT(supervisor.fleetCommands(),
                 ElementsAre("launchctl bootstrap gui/501 " + supervisor.plist("one")));
     EXPECT_TRUE(supervisor.delegate->loadBots().front().paused());

@@ -27,7 +27,7 @@ TEST(Construction, MakesTheEventDatabaseWhereTheFolderIsThere) {
 
 TEST(Launch, ShowsTheItemThenPollsThenSchedulesThenStartsTheFleet) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.make().applicationDidFinishLaunching();
 
     EXPECT_THAT(supervisor.presentation.record, ElementsAre("main menu", "status item"));
@@ -41,7 +41,7 @@ TEST(Launch, ShowsTheItemThenPollsThenSchedulesThenStartsTheFleet) {
 
 TEST(Launch, ShowsWhatTheFirstPollHasFound) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.make().applicationDidFinishLaunching();
     supervisor.presentation.record.clear();
     supervisor.platform.runBackground();
@@ -52,8 +52,8 @@ TEST(Launch, ShowsWhatTheFirstPollHasFound) {
 
 TEST(Launch, ShowsWhatTheFilesSayWhereTheFirstPollTakesLong) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
-    supervisor.list("10", "0", Supervisor::labelOf("one"));
+    supervisor.writeBots({bot("one")});
+    supervisor.list("10", "0", labelOf("one"));
     supervisor.make().applicationDidFinishLaunching();
     supervisor.presentation.record.clear();
     supervisor.platform.advance(999ms);
@@ -86,14 +86,14 @@ TEST(Launch, TakesOverOldSettingsBeforeTheFirstPoll) {
     Supervisor supervisor;
     supervisor.home.write(
         supervisor.home.at("Library/Application Support/OstrelleAI/shared/bots.json"),
-        encodeBots({Supervisor::bot("one"), Supervisor::bot("two")}));
+        encodeBots({bot("one"), bot("two")}));
     supervisor.launch();
     EXPECT_EQ(supervisor.presentation.title, " 0/2");
 }
 
 TEST(Launch, StartsTheFleetInTheBackgroundAndPollsOnTheMainThread) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one"), Supervisor::bot("two")});
+    supervisor.writeBots({bot("one"), bot("two")});
     supervisor.make().applicationDidFinishLaunching();
     supervisor.forget();
 
@@ -113,7 +113,7 @@ TEST(Launch, StartsTheFleetInTheBackgroundAndPollsOnTheMainThread) {
 
 TEST(Launch, DoesNotStartAPausedAgent) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::paused(Supervisor::bot("one")), Supervisor::bot("two")});
+    supervisor.writeBots({bot("one", {.isPaused = true}), bot("two")});
     supervisor.make().applicationDidFinishLaunching();
     supervisor.platform.settle();
     EXPECT_THAT(supervisor.fleetCommands(),
@@ -197,16 +197,12 @@ TEST(Timers, FireFirstAfterOneIntervalAndThenAgain) {
 TEST(Quit, UnloadsEveryAgentOfTheFileInOrderAndThenKillsWhatIsLeft) {
     Supervisor supervisor;
     supervisor.launch();
-    BotConfig governor = Supervisor::bot("governor");
-    governor.launchdLabel = "com.ostrelleai.governor";
-    governor.isSystem = true;
-    supervisor.writeBots(
-        {governor, Supervisor::paused(Supervisor::bot("one")), Supervisor::bot("two")});
+    supervisor.writeBots({governorBot(), bot("one", {.isPaused = true}), bot("two")});
     supervisor.delegate->applicationWillTerminate();
     EXPECT_THAT(supervisor.platform.record,
                 ElementsAre("run launchctl bootout gui/501/com.ostrelleai.governor",
-                            "run launchctl bootout gui/501/" + Supervisor::labelOf("one"),
-                            "run launchctl bootout gui/501/" + Supervisor::labelOf("two"),
+                            "run launchctl bootout gui/501/" + labelOf("one"),
+                            "run launchctl bootout gui/501/" + labelOf("two"),
                             "run pkill -9 -f provider_telegramd"));
 }
 
@@ -220,7 +216,7 @@ TEST(Quit, WithAnUnreadableBotsFileStillKillsTheDaemons) {
 
 TEST(Quit, EndsWhatWorksOnTheFleetInTheBackground) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.launch();
     supervisor.delegate->restartAllAgents();
     supervisor.delegate->applicationWillTerminate();
@@ -231,7 +227,7 @@ TEST(Quit, EndsWhatWorksOnTheFleetInTheBackground) {
 
 TEST(Quit, DuringTheLaunchLeavesTheFleetDown) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one")});
+    supervisor.writeBots({bot("one")});
     supervisor.make().applicationDidFinishLaunching();
     supervisor.delegate->applicationWillTerminate();
     supervisor.forget();
@@ -241,7 +237,7 @@ TEST(Quit, DuringTheLaunchLeavesTheFleetDown) {
 
 TEST(Quit, GoesOnWhenTheServiceManagerCannotBeLaunched) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("one"), Supervisor::bot("two")});
+    supervisor.writeBots({bot("one"), bot("two")});
     supervisor.launch();
     supervisor.platform.answer = [](const auto&) { return platform::ProcessResult{}; };
     supervisor.delegate->applicationWillTerminate();

@@ -43,11 +43,10 @@ TEST(Poll, TakesOnlyTheOutputOfTheListing) {
 
 TEST(Poll, CountsBotsByTheirLabelsPausedOnesIncluded) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a"), Supervisor::paused(Supervisor::bot("b")),
-                          Supervisor::bot("c"), Supervisor::bot("d")});
-    supervisor.list("10", "1", Supervisor::labelOf("a"));
-    supervisor.list("11", "0", Supervisor::labelOf("b"));
-    supervisor.list("-", "-15", Supervisor::labelOf("c"));
+    supervisor.writeBots({bot("a"), bot("b", {.isPaused = true}), bot("c"), bot("d")});
+    supervisor.list("10", "1", labelOf("a"));
+    supervisor.list("11", "0", labelOf("b"));
+    supervisor.list("-", "-15", labelOf("c"));
     supervisor.list("12", "0", "com.example.other");
     supervisor.launch();
     EXPECT_EQ(supervisor.delegate->counts(), (FleetCounts{2, 4, 1}));
@@ -57,7 +56,7 @@ TEST(Poll, CountsBotsByTheirLabelsPausedOnesIncluded) {
 
 TEST(Poll, WithNoOutputCountsAllBotsAsStopped) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a"), Supervisor::bot("b")});
+    supervisor.writeBots({bot("a"), bot("b")});
     supervisor.listing = "";
     supervisor.launch();
     EXPECT_THAT(supervisor.delegate->globalStatusMap(), IsEmpty());
@@ -66,8 +65,8 @@ TEST(Poll, WithNoOutputCountsAllBotsAsStopped) {
 
 TEST(Poll, ThatFailsDoesNotKeepTheOldPicture) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
-    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.writeBots({bot("a")});
+    supervisor.list("10", "0", labelOf("a"));
     supervisor.launch();
     ASSERT_EQ(supervisor.delegate->counts(), (FleetCounts{1, 1, 0}));
     supervisor.platform.answer = [](const auto&) { return platform::ProcessResult{}; };
@@ -77,8 +76,8 @@ TEST(Poll, ThatFailsDoesNotKeepTheOldPicture) {
 
 TEST(Poll, TakesOutputThatIsNotUtf8ForNone) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
-    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.writeBots({bot("a")});
+    supervisor.list("10", "0", labelOf("a"));
     supervisor.listing += "11\t0\tcom.example.\xFF\n";
     supervisor.launch();
     EXPECT_THAT(supervisor.delegate->globalStatusMap(), IsEmpty());
@@ -86,7 +85,7 @@ TEST(Poll, TakesOutputThatIsNotUtf8ForNone) {
 
 TEST(Poll, ShowsTheModelOfTheNewestEventThatNamesOne) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     const Events events(supervisor);
     run(events.db, "INSERT INTO agent_events (dept, model) VALUES ('a', 'older'), ('a', NULL), "
                    "('nobody', 'unseen'), ('null', NULL)");
@@ -94,7 +93,7 @@ TEST(Poll, ShowsTheModelOfTheNewestEventThatNamesOne) {
     EXPECT_THAT(supervisor.delegate->agentModelMap(),
                 ElementsAre(Pair("a", "older"), Pair("nobody", "unseen")));
     const auto titles = supervisor.presentation.rowTitles();
-    EXPECT_EQ(titles.at(6), "⚪️ 🤖 Bot a (older)");
+    EXPECT_EQ(titles.at(6), "⚪️ 🤖 a (older)");
     for (const std::string& title : titles) {
         EXPECT_EQ(title.find("unseen"), std::string::npos);
     }
@@ -102,27 +101,27 @@ TEST(Poll, ShowsTheModelOfTheNewestEventThatNamesOne) {
 
 TEST(Poll, ShowsIdleWhileTheDatabaseIsLocked) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     const Events events(supervisor);
     run(events.db, "INSERT INTO agent_events (dept, model) VALUES ('a', 'm')");
     supervisor.launch();
-    ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
+    ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 a (m)");
 
     run(events.db, "BEGIN EXCLUSIVE");
     supervisor.refresh();
-    EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (Idle)");
+    EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 a (Idle)");
     run(events.db, "COMMIT");
     supervisor.refresh();
-    EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 Bot a (m)");
+    EXPECT_EQ(supervisor.presentation.rowTitles().at(6), "⚪️ 🤖 a (m)");
 }
 
 TEST(Poll, LeavesOutABotThatIsGoneFromTheFileWhileItsJobStillRuns) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
-    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.writeBots({bot("a")});
+    supervisor.list("10", "0", labelOf("a"));
     supervisor.launch();
     ASSERT_EQ(supervisor.presentation.title, " 1/1");
-    ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "🟢 🤖 Bot a (Idle)");
+    ASSERT_EQ(supervisor.presentation.rowTitles().at(6), "🟢 🤖 a (Idle)");
 
     supervisor.writeBots({});
     supervisor.refresh();
@@ -146,12 +145,12 @@ TEST(Poll, OnAFreshHomeSeesNoEventBeforeTheNextStart) {
 
 TEST(Poll, ReadsTheBotsFileAnewEachTime) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     supervisor.launch();
     supervisor.home.write(supervisor.constants.botsConfigFile, "[{\"icon\":");
     supervisor.refresh();
     EXPECT_EQ(supervisor.presentation.title, " 0/0");
-    supervisor.writeBots({Supervisor::bot("a"), Supervisor::bot("b")});
+    supervisor.writeBots({bot("a"), bot("b")});
     supervisor.refresh();
     EXPECT_EQ(supervisor.presentation.title, " 0/2");
 }
@@ -167,11 +166,11 @@ TEST(Poll, ByTheClockIsDroppedWhileAnotherIsUnderWay) {
 
 TEST(Poll, AskedForByAnActionFollowsTheOneThatIsUnderWay) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     supervisor.launch();
     supervisor.delegate->refreshStatus();
     supervisor.platform.runBackground(); // has been answered, but not shown yet
-    supervisor.list("10", "0", Supervisor::labelOf("a"));
+    supervisor.list("10", "0", labelOf("a"));
     supervisor.delegate->refreshStatus();
     supervisor.delegate->refreshStatus();
     EXPECT_EQ(supervisor.platform.backgroundTasks(), 0U);
@@ -198,7 +197,7 @@ TEST(Poll, WaitsAwayFromTheMainThreadAndShowsItsPictureInOneTurn) {
 
 TEST(Poll, IsNotWaitedForByQuit) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     supervisor.launch();
     supervisor.delegate->refreshStatus();
     supervisor.forget();

@@ -41,8 +41,8 @@ void pass(FakePlatform& platform, std::chrono::milliseconds time) {
 TEST(RoadOfOneReply, LeadsFromALineInTheLogToTheBarAndFromTheDatabaseToTheMenu) {
     const Daemon daemon;
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot(daemon.role)});
-    supervisor.list("10", "0", Supervisor::labelOf(daemon.role));
+    supervisor.writeBots({bot(daemon.role)});
+    supervisor.list("10", "0", labelOf(daemon.role));
     supervisor.home.makeFolder(
         std::filesystem::path(supervisor.constants.governorDBPath).parent_path());
     EventDatabase events(supervisor.constants.governorDBPath);

@@ -10,6 +10,7 @@
 #include "app/app_delegate.h"
 #include "support/fake_platform.h"
 #include "support/fake_presentation.h"
+#include "support/records.h"
 #include "support/temporary_home.h"
 
 namespace varnhold::testing {
@@ -59,20 +60,6 @@ struct Supervisor {
         presentation.record.clear();
     }
 
-    static BotConfig bot(const std::string& role) {
-        return {.icon = "🤖",
-                .title = "Bot " + role,
-                .token = "",
-                .role = role,
-                .launchdLabel = labelOf(role)};
-    }
-    static std::string labelOf(const std::string& role) {
-        return "com.ostrelleai." + role + ".telegramd";
-    }
-    static BotConfig paused(BotConfig bot) {
-        bot.isPaused = true;
-        return bot;
-    }
     void writeBots(const std::vector<BotConfig>& bots) const {
         home.write(constants.botsConfigFile, encodeBots(bots));
     }

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 TEST(SettingsWindow, OpensAtASecondStartWithoutTouchingTheFleet) {
     Supervisor supervisor;
-    supervisor.writeBots({Supervisor::bot("a")});
+    supervisor.writeBots({bot("a")});
     supervisor.launch();
     EXPECT_TRUE(supervisor.delegate->applicationShouldHandleReopen(true));
     EXPECT_THAT(supervisor.presentation.record,

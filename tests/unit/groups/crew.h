@@ -10,17 +10,9 @@
 #include "groups/group_sheet.h"
 #include "shell/constants.h"
 #include "support/fake_platform.h"
+#include "support/records.h"
 
 namespace varnhold::testing {
-
-inline AIModelItem groupModel(const std::string& id,
-                              const std::optional<std::string>& uniqueId = std::nullopt) {
-    return {.uniqueId = uniqueId, .id = id, .name = id, .family = "Family", .color = "blue"};
-}
-
-inline BotConfig groupBot(const std::string& role) {
-    return {.title = role, .role = role, .launchdLabel = "label." + role};
-}
 
 inline platform::PayloadProviders dropped(const std::string& text) {
     return {platform::textPayload(text)};
@@ -59,7 +51,7 @@ struct Crew {
     CustomBotGroup& make(const std::vector<std::string>& uids = {}) {
         CustomBotGroup& group = groups.emplace_back(CustomBotGroup{.name = "Crew"});
         for (const std::string& uid : uids) {
-            group.models.push_back(groupModel("id-" + uid, uid));
+            group.models.push_back(model("id-" + uid, uid));
         }
         return group;
     }

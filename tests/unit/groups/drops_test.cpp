@@ -11,31 +11,32 @@ using ::testing::SizeIs;
 
 TEST(DropBots, AssignsAKnownBotOnce) {
     Crew crew;
-    crew.bots = {groupBot("a"), groupBot("b")};
+    crew.bots = {bot("a"), bot("b")};
     const Uuid id = crew.make().id;
-    for (const char* label : {"label.b", "label.b", "nobody", ""}) {
+    for (const std::string& label :
+         {labelOf("b"), labelOf("b"), std::string("nobody"), std::string()}) {
         EXPECT_TRUE(crew.column->stack(id).dropBots(dropped(label)));
         crew.platform.settle();
     }
-    EXPECT_THAT(crew.groups[0].assignedBotLabels, ElementsAre("label.b"));
+    EXPECT_THAT(crew.groups[0].assignedBotLabels, ElementsAre(labelOf("b")));
     EXPECT_EQ(crew.saves, 1);
 }
 
 TEST(DropBots, ListsThemInTheOrderOfTheBotColumn) {
     Crew crew;
-    crew.bots = {groupBot("a"), groupBot("b")};
+    crew.bots = {bot("a"), bot("b")};
     CustomBotGroup& group = crew.make();
-    group.assignedBotLabels = {"label.b", "gone", "label.a"};
+    group.assignedBotLabels = {labelOf("b"), "gone", labelOf("a")};
     EXPECT_THAT(crew.column->stack(group.id).bots(), ElementsAre(crew.bots[0], crew.bots[1]));
 }
 
 TEST(DropBots, LetsABotStandInSeveralGroups) {
     Crew crew;
-    crew.bots = {groupBot("a")};
+    crew.bots = {bot("a")};
     crew.make();
     crew.make();
     for (const CustomBotGroup& group : crew.groups) {
-        crew.column->stack(group.id).dropBots(dropped("label.a"));
+        crew.column->stack(group.id).dropBots(dropped(labelOf("a")));
     }
     crew.platform.settle();
     EXPECT_THAT(crew.groups[0].assignedBotLabels, SizeIs(1));
@@ -55,7 +56,7 @@ TEST(DropBots, RemovesEveryEntryOfTheLabel) {
 
 TEST(DropModel, OfALibraryRowWithAUniqueIdTwiceInsertsItTwiceWithFreshOnes) {
     Crew crew;
-    crew.library = {groupModel("m", "ROW")};
+    crew.library = {model("m", "ROW")};
     const Uuid id = crew.make().id;
     for (int i = 0; i < 2; ++i) {
         EXPECT_TRUE(crew.column->handleDrop(dropped("ROW"), id));
@@ -75,7 +76,7 @@ TEST(DropModel, OfALibraryRowWithAUniqueIdTwiceInsertsItTwiceWithFreshOnes) {
 
 TEST(DropModel, OfALibraryRowWithoutAUniqueIdIsRefusedTheSecondTime) {
     Crew crew;
-    crew.library = {groupModel("m")};
+    crew.library = {model("m")};
     const Uuid id = crew.make().id;
     for (int i = 0; i < 2; ++i) {
         crew.column->handleDrop(dropped("m"), id);
@@ -87,7 +88,7 @@ TEST(DropModel, OfALibraryRowWithoutAUniqueIdIsRefusedTheSecondTime) {
 
 TEST(DropModel, OfAChainRowDoesNothingUnlessItHasNoUniqueId) {
     Crew crew;
-    crew.library = {groupModel("m", "ROW")};
+    crew.library = {model("m", "ROW")};
     const Uuid id = crew.make().id;
     crew.column->handleDrop(dropped("CHAIN-ENTRY"), id);
     crew.platform.settle();
@@ -100,7 +101,7 @@ TEST(DropModel, OfAChainRowDoesNothingUnlessItHasNoUniqueId) {
 
 TEST(DropModel, PutsItAtTheHeadOnTheStripAndAtTheEndOnTheArea) {
     Crew crew;
-    crew.library = {groupModel("a"), groupModel("b"), groupModel("c")};
+    crew.library = {model("a"), model("b"), model("c")};
     const Uuid id = crew.make({"x"}).id;
     crew.column->handleDrop(dropped("a"), id);
     crew.column->handleDrop(dropped("b"), id, 0);
@@ -115,7 +116,7 @@ TEST(DropModel, PutsItAtTheHeadOnTheStripAndAtTheEndOnTheArea) {
 
 TEST(DropModel, TakesTheFirstOfTwoLibraryEntriesThatMatch) {
     Crew crew;
-    crew.library = {groupModel("m", "one"), groupModel("m", "two")};
+    crew.library = {model("m", "one"), model("m", "two")};
     crew.library[0].name = "First";
     const Uuid id = crew.make().id;
     crew.column->handleDrop(dropped("m"), id);
@@ -125,7 +126,7 @@ TEST(DropModel, TakesTheFirstOfTwoLibraryEntriesThatMatch) {
 
 TEST(DropModel, OfAnEmptyTextOrOfNoTextDoesNothing) {
     Crew crew;
-    crew.library = {groupModel("")};
+    crew.library = {model("")};
     const Uuid id = crew.make().id;
     crew.column->handleDrop(dropped(""), id);
     crew.column->handleDrop({[](const auto& receiver) { receiver(std::nullopt); }}, id);
@@ -135,7 +136,7 @@ TEST(DropModel, OfAnEmptyTextOrOfNoTextDoesNothing) {
 
 TEST(DropModel, OnAGroupThatHasGoneIsDropped) {
     Crew crew;
-    crew.library = {groupModel("m")};
+    crew.library = {model("m")};
     const Uuid id = crew.make().id;
     crew.column->handleDrop(dropped("m"), id);
     crew.groups.clear();
@@ -145,9 +146,9 @@ TEST(DropModel, OnAGroupThatHasGoneIsDropped) {
 
 TEST(DropModel, EndsTheDragLaterButBeforeAnyTextIsHandled) {
     Crew crew;
-    crew.library = {groupModel("m")};
+    crew.library = {model("m")};
     const Uuid id = crew.make().id;
-    static_cast<void>(crew.column->startDrag(groupModel("m")));
+    static_cast<void>(crew.column->startDrag(model("m")));
     crew.column->handleDrop(dropped("m"), id);
     EXPECT_TRUE(crew.column->draggingModel());
     EXPECT_EQ(crew.clears, 0);
@@ -158,7 +159,7 @@ TEST(DropModel, EndsTheDragLaterButBeforeAnyTextIsHandled) {
 
 TEST(DropModel, HandlesATextThatArrivesLateAndOnAnotherThread) {
     Crew crew;
-    crew.library = {groupModel("m")};
+    crew.library = {model("m")};
     const Uuid id = crew.make().id;
     platform::PayloadReceiver late;
     crew.column->handleDrop({[&late](auto receiver) { late = std::move(receiver); }}, id);
@@ -172,7 +173,7 @@ TEST(DropModel, HandlesATextThatArrivesLateAndOnAnotherThread) {
 
 TEST(DropModel, DropsATextThatArrivesAfterTheColumnHasGone) {
     Crew crew;
-    crew.library = {groupModel("m")};
+    crew.library = {model("m")};
     const Uuid id = crew.make().id;
     platform::PayloadReceiver late;
     crew.column->handleDrop({[&late](auto receiver) { late = std::move(receiver); }}, id);
@@ -185,7 +186,7 @@ TEST(DropModel, DropsATextThatArrivesAfterTheColumnHasGone) {
 
 TEST(DropModel, HandlesEveryTextOfOneDrop) {
     Crew crew;
-    crew.library = {groupModel("a"), groupModel("b")};
+    crew.library = {model("a"), model("b")};
     const Uuid id = crew.make().id;
     crew.column->handleDrop({platform::textPayload("a"), platform::textPayload("b")}, id);
     crew.platform.settle();

@@ -13,9 +13,9 @@ using namespace std::chrono_literals;
 class RandomEdits final {
 public:
     explicit RandomEdits(std::uint64_t seed) : random_(seed) {
-        crew_.library = {groupModel("a"), groupModel("b", "ROW-B"), groupModel("c", "ROW-C"),
-                         groupModel("d"), groupModel("d", "ROW-D"), groupModel("e")};
-        crew_.bots = {groupBot("x"), groupBot("y"), groupBot("z")};
+        crew_.library = {model("a"), model("b", "ROW-B"), model("c", "ROW-C"),
+                         model("d"), model("d", "ROW-D"), model("e")};
+        crew_.bots = {bot("x"), bot("y"), bot("z")};
     }
 
     void edit() {
@@ -57,7 +57,7 @@ private:
         ASSERT_EQ(models, simple.models);
     }
 
-    std::string oneOf(std::initializer_list<const char*> texts) {
+    std::string oneOf(std::initializer_list<std::string> texts) {
         return *(texts.begin() + random_.below(texts.size()));
     }
     // False where there is no group to work on.
@@ -127,7 +127,7 @@ private:
     }
     void dropBot() {
         if (pick()) {
-            const std::string label = oneOf({"label.x", "label.y", "label.z", "stranger"});
+            const std::string label = oneOf({labelOf("x"), labelOf("y"), labelOf("z"), "stranger"});
             crew_.column->stack(real_->id).dropBots(dropped(label));
             crew_.platform.settle();
             const auto before = simpleGroup_->labels.size();
@@ -139,7 +139,7 @@ private:
     }
     void removeBot() {
         if (pick()) {
-            const std::string label = oneOf({"label.x", "label.y", "label.z", "stranger"});
+            const std::string label = oneOf({labelOf("x"), labelOf("y"), labelOf("z"), "stranger"});
             crew_.column->stack(real_->id).unassignBot(label);
             simple_.removeAll(simpleGroup_->labels, label);
         }
@@ -191,10 +191,10 @@ private:
             return;
         }
         const std::string uid = anyUid();
-        static_cast<void>(crew_.column->startDrag(groupModel("dragged", uid)));
+        static_cast<void>(crew_.column->startDrag(model("dragged", uid)));
         for (std::size_t rows = random_.below(4); rows > 0; --rows) {
             const std::string onto = anyUid();
-            crew_.column->dropDelegate(real_->id, groupModel("target", onto)).dropEntered();
+            crew_.column->dropDelegate(real_->id, model("target", onto)).dropEntered();
             SimpleGroups::drag(*simpleGroup_, uid, onto);
         }
         const bool late = random_.below(4) == 0;
@@ -202,7 +202,7 @@ private:
             crew_.platform.advance(500ms); // counts as over: the new order stays unsaved
         }
         const bool ours = !late && SimpleGroups::placeOf(*simpleGroup_, uid) >= 0;
-        ASSERT_EQ(crew_.column->dropDelegate(real_->id, groupModel("target")).performDrop(), ours);
+        ASSERT_EQ(crew_.column->dropDelegate(real_->id, model("target")).performDrop(), ours);
         simple_.saves += ours ? 1 : 0;
         crew_.platform.advance(500ms);
     }

@@ -10,10 +10,10 @@ struct Dragging : Crew {
     CustomBotGroup& group = make({"a", "b", "c", "d"});
 
     void drag(const std::string& uid) {
-        EXPECT_EQ(column->startDrag(groupModel("id-" + uid, uid)), uid);
+        EXPECT_EQ(column->startDrag(model("id-" + uid, uid)), uid);
     }
     [[nodiscard]] CustomGroupDropDelegate over(const std::string& uid) {
-        return column->dropDelegate(group.id, groupModel("id-" + uid, uid));
+        return column->dropDelegate(group.id, model("id-" + uid, uid));
     }
 };
 
@@ -45,7 +45,7 @@ TEST(ReorderModels, LeavesAloneWhatComesFromElsewhereOrEntersItself) {
     crew.drag("a");
     crew.over("a").dropEntered();
     crew.over("gone").dropEntered();
-    crew.column->dropDelegate(Uuid::random(), groupModel("id-b", "b")).dropEntered();
+    crew.column->dropDelegate(Uuid::random(), model("id-b", "b")).dropEntered();
     crew.drag("library-row");
     crew.over("b").dropEntered();
     EXPECT_FALSE(crew.over("b").performDrop());

@@ -8,39 +8,20 @@
 #include "lifecycle/fleet_context.h"
 #include "records/bots.h"
 #include "support/fake_platform.h"
+#include "support/records.h"
 #include "support/temporary_home.h"
 
 namespace varnhold {
+
+using testing::bot;
+using testing::governorBot;
+using testing::labelOf;
 
 // A home folder, recorded surroundings and a bots file to act on. The bundle holds no daemon code,
 // so the folder beside it stands for that.
 class FleetFixture : public ::testing::Test {
 protected:
     FleetFixture() { fake.bundle = home.at("Varnhold.app"); }
-
-    static BotConfig botNamed(const std::string& role) {
-        BotConfig bot;
-        bot.icon = "🤖";
-        bot.title = role;
-        bot.token = "token-" + role;
-        bot.role = role;
-        bot.launchdLabel = "com.ostrelleai." + role + ".telegramd";
-        return bot;
-    }
-
-    static BotConfig pausedBot(const std::string& role) {
-        BotConfig bot = botNamed(role);
-        bot.isPaused = true;
-        return bot;
-    }
-
-    static BotConfig governor() {
-        BotConfig bot = botNamed("governor");
-        bot.launchdLabel = "com.ostrelleai.governor";
-        bot.token.clear();
-        bot.isSystem = true;
-        return bot;
-    }
 
     void writeBots(const std::vector<BotConfig>& bots) const {
         home.write(constants.botsConfigFile, encodeBots(bots));

@@ -72,7 +72,7 @@ private:
 };
 
 TEST_F(RestartAll, GoesThroughItsPhasesInThisOrder) {
-    writeBots({botNamed("zeta"), botNamed("alpha")});
+    writeBots({bot("zeta"), bot("alpha")});
     restart();
     EXPECT_THAT(fake.record,
                 ElementsAreArray(inOrder(
@@ -80,7 +80,7 @@ TEST_F(RestartAll, GoesThroughItsPhasesInThisOrder) {
 }
 
 TEST_F(RestartAll, TakesTheseMicrosecondsOfPauses) {
-    writeBots({botNamed("a"), botNamed("b")});
+    writeBots({bot("a"), bot("b")});
     restart();
     std::vector<std::chrono::microseconds> times;
     for (const auto& child : fake.children) {
@@ -94,7 +94,7 @@ TEST_F(RestartAll, TakesTheseMicrosecondsOfPauses) {
 TEST_F(RestartAll, AFleetOfTwentyTakesSixSecondsOfPausesMore) {
     std::vector<BotConfig> bots;
     for (int i = 0; i < 20; ++i) {
-        bots.push_back(botNamed("bot" + std::to_string(i)));
+        bots.push_back(bot("bot" + std::to_string(i)));
     }
     writeBots(bots);
     restart();
@@ -102,14 +102,14 @@ TEST_F(RestartAll, AFleetOfTwentyTakesSixSecondsOfPausesMore) {
 }
 
 TEST_F(RestartAll, EveryChildIsWaitedFor) {
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     restart();
     EXPECT_EQ(fake.children.size(), 5U);
     EXPECT_THAT(fake.children, Each(Field(&testing::FakePlatform::Child::waited, true)));
 }
 
 TEST_F(RestartAll, ChildrenHaveTheseProgramsEnvironmentsAndStreams) {
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     restart();
     ASSERT_EQ(fake.children.size(), 5U);
     EXPECT_EQ(fake.children[0].request,
@@ -143,7 +143,7 @@ TEST_F(RestartAll, TheResetUsesDaemonCodeInsideTheBundleWhereThatExists) {
 }
 
 TEST_F(RestartAll, TheResetLooksForItsInterpreterWhenItsTurnHasCome) {
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     fake.isThere = [](const std::string&) { return false; };
     onChild("pkill -9 -f provider_telegramd",
             [this] { fake.isThere = [](const std::string&) { return true; }; });
@@ -155,7 +155,7 @@ TEST_F(RestartAll, TheResetLooksForItsInterpreterWhenItsTurnHasCome) {
 }
 
 TEST_F(RestartAll, WithAllBotsPausedOnlyTheLoopsAreSkipped) {
-    writeBots({pausedBot("a"), pausedBot("b")});
+    writeBots({bot("a", {.isPaused = true}), bot("b", {.isPaused = true})});
     restart();
     EXPECT_THAT(fake.record, ElementsAreArray(inOrder({middle(), {"step"}})));
     EXPECT_EQ(fake.elapsed(), 1200000us);
@@ -171,14 +171,14 @@ TEST_F(RestartAll, WithAnEmptyOrBrokenBotsFileOnlyTheLoopsAreSkipped) {
 }
 
 TEST_F(RestartAll, APausedAgentIsNeitherUnloadedNorLoaded) {
-    writeBots({botNamed("a"), pausedBot("p")});
+    writeBots({bot("a"), bot("p", {.isPaused = true})});
     restart();
     EXPECT_THAT(fake.record, ElementsAreArray(inOrder({down("a"), middle(), up("a"), {"step"}})));
     EXPECT_FALSE(fs::exists(plistOf("p")));
 }
 
 TEST_F(RestartAll, ALabelWithoutTheEndingIsUnloadedButNeitherLoadedNorPausedFor) {
-    writeBots({governor(), botNamed("a")});
+    writeBots({governorBot(), bot("a")});
     restart();
     const std::vector<std::string> governorDown{
         "run launchctl bootout gui/501/com.ostrelleai.governor", "step", "sleep 150000"};
@@ -187,8 +187,8 @@ TEST_F(RestartAll, ALabelWithoutTheEndingIsUnloadedButNeitherLoadedNorPausedFor)
 }
 
 TEST_F(RestartAll, AnAgentAddedAfterItBeganIsNotTouched) {
-    writeBots({botNamed("a")});
-    onChild(bootoutOf("a"), [this] { writeBots({botNamed("a"), botNamed("late")}); });
+    writeBots({bot("a")});
+    onChild(bootoutOf("a"), [this] { writeBots({bot("a"), bot("late")}); });
     restart();
     EXPECT_THAT(fake.record, ElementsAreArray(inOrder({down("a"), middle(), up("a"), {"step"}})));
     EXPECT_FALSE(fs::exists(plistOf("late")));
@@ -196,8 +196,8 @@ TEST_F(RestartAll, AnAgentAddedAfterItBeganIsNotTouched) {
 }
 
 TEST_F(RestartAll, AnAgentRemovedOrPausedAfterItBeganComesUpAllTheSame) {
-    writeBots({botNamed("a"), botNamed("b")});
-    onChild(bootoutOf("a"), [this] { writeBots({pausedBot("a")}); });
+    writeBots({bot("a"), bot("b")});
+    onChild(bootoutOf("a"), [this] { writeBots({bot("a", {.isPaused = true})}); });
     restart();
     EXPECT_THAT(fake.record, ElementsAreArray(inOrder(
                                  {down("a"), down("b"), middle(), up("a"), up("b"), {"step"}})));
@@ -205,7 +205,7 @@ TEST_F(RestartAll, AnAgentRemovedOrPausedAfterItBeganComesUpAllTheSame) {
 
 TEST_F(RestartAll, AgentsComeUpWithTheKeysOfThatMoment) {
     writeSignIn(R"({"openaiKey":"before"})");
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     onChild(bootoutOf("a"), [this] { writeSignIn(R"({"openaiKey":"after"})"); });
     restart();
     EXPECT_NE(home.read(plistOf("a")).find("<string>after</string>"), std::string::npos);
@@ -213,7 +213,7 @@ TEST_F(RestartAll, AgentsComeUpWithTheKeysOfThatMoment) {
 
 TEST_F(RestartAll, AKeySavedDuringTheRaisingReachesOnlyAgentsNotYetRaised) {
     writeSignIn(R"({"openaiKey":"before"})");
-    writeBots({botNamed("first"), botNamed("second")});
+    writeBots({bot("first"), bot("second")});
     onChild(bootstrapOf("first"), [this] { writeSignIn(R"({"openaiKey":"after"})"); });
     restart();
     EXPECT_NE(home.read(plistOf("first")).find("<string>before</string>"), std::string::npos);
@@ -221,7 +221,7 @@ TEST_F(RestartAll, AKeySavedDuringTheRaisingReachesOnlyAgentsNotYetRaised) {
 }
 
 TEST_F(RestartAll, NoPropertyListIsWrittenBeforeTheSweepIsOver) {
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     bool seen = true;
     onChild("sh -c sweep", [&] { seen = fs::exists(plistOf("a")); });
     restart();
@@ -230,7 +230,7 @@ TEST_F(RestartAll, NoPropertyListIsWrittenBeforeTheSweepIsOver) {
 }
 
 TEST_F(RestartAll, ChildrenThatCannotBeLaunchedOrFailDoNotEndIt) {
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     const auto expected = inOrder({down("a"), middle(), up("a"), {"step"}});
     fake.answer = [](const ProcessRequest&) { return ProcessResult{}; };
     restart();
@@ -247,7 +247,7 @@ TEST_F(RestartAll, ChildrenThatCannotBeLaunchedOrFailDoNotEndIt) {
 }
 
 TEST_F(RestartAll, StepsAreShownByTheMainThreadWhileThePausesLast) {
-    writeBots({botNamed("a")});
+    writeBots({bot("a")});
     std::vector<std::chrono::microseconds> shown;
     restartAll(context, activeBots(constants),
                [&] { fake.interfaces.queues.postMain([&] { shown.push_back(fake.elapsed()); }); });

@@ -35,7 +35,8 @@ TEST(ChainResetScript, NamesTheDaemonCodeAsTheFallback) {
 class StartAll : public FleetFixture {};
 
 TEST_F(StartAll, LoadsEachStartableAgentInFileOrderFromAFreshFile) {
-    writeBots({botNamed("zeta"), pausedBot("cto"), governor(), botNamed("alpha")});
+    writeBots({bot("zeta", {.token = "token-zeta"}), bot("cto", {.isPaused = true}), governorBot(),
+               bot("alpha", {.token = "token-alpha"})});
     home.write(plistOf("alpha"), "old");
     startAll(context);
     EXPECT_THAT(fake.record,
@@ -47,7 +48,7 @@ TEST_F(StartAll, LoadsEachStartableAgentInFileOrderFromAFreshFile) {
 }
 
 TEST_F(StartAll, ChildrenAreWaitedForWithTheProgramsOwnStreams) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     startAll(context);
     ASSERT_EQ(fake.children.size(), 1U);
     EXPECT_TRUE(fake.children[0].waited);
@@ -60,7 +61,7 @@ TEST_F(StartAll, ChildrenAreWaitedForWithTheProgramsOwnStreams) {
 }
 
 TEST_F(StartAll, MakesNoPausesAndKillsNothing) {
-    writeBots({botNamed("a"), botNamed("b"), botNamed("c")});
+    writeBots({bot("a"), bot("b"), bot("c")});
     startAll(context);
     EXPECT_EQ(fake.elapsed().count(), 0);
     EXPECT_THAT(fake.commandLines(),
@@ -77,7 +78,7 @@ TEST_F(StartAll, AnEmptyMissingOrBrokenBotsFileStartsNothing) {
 }
 
 TEST_F(StartAll, AgentsThatAreLoadedAlreadyStayAndTheirFilesAreNew) {
-    writeBots({botNamed("a"), botNamed("b")});
+    writeBots({bot("a"), bot("b")});
     home.write(plistOf("a"), "old");
     home.write(plistOf("b"), "old");
     fake.answer = [](const ProcessRequest&) {
@@ -93,25 +94,21 @@ TEST_F(StartAll, AgentsThatAreLoadedAlreadyStayAndTheirFilesAreNew) {
 }
 
 TEST_F(StartAll, AToolThatCannotBeLaunchedDoesNotKeepTheNextAgentFromItsTurn) {
-    writeBots({botNamed("a"), botNamed("b")});
+    writeBots({bot("a"), bot("b")});
     fake.answer = [](const ProcessRequest&) { return ProcessResult{}; };
     startAll(context);
     EXPECT_THAT(fake.commandLines(), ElementsAre(bootstrapOf("a"), bootstrapOf("b")));
 }
 
 TEST_F(StartAll, AnAgentWhoseFileCannotBeWrittenIsLoadedFromWhatIsOnDisk) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     home.write(constants.launchAgentsDir, "a file where a folder should be");
     startAll(context);
     EXPECT_THAT(fake.commandLines(), ElementsAre(bootstrapOf("cos")));
 }
 
 TEST_F(StartAll, SlackAndSystemRecordsAreStartedLikeAnyOther) {
-    BotConfig slack = botNamed("slack");
-    slack.service = BotService::slack;
-    BotConfig system = botNamed("system");
-    system.isSystem = true;
-    writeBots({slack, system});
+    writeBots({bot("slack", {.service = BotService::slack}), bot("system", {.isSystem = true})});
     startAll(context);
     EXPECT_THAT(fake.commandLines(), ElementsAre(bootstrapOf("slack"), bootstrapOf("system")));
 }
@@ -119,7 +116,7 @@ TEST_F(StartAll, SlackAndSystemRecordsAreStartedLikeAnyOther) {
 class ShutDownAll : public FleetFixture {};
 
 TEST_F(ShutDownAll, UnloadsEveryRecordInOrderAndThenKillsWhatIsLeft) {
-    writeBots({botNamed("zeta"), pausedBot("cto"), governor(), botNamed("alpha")});
+    writeBots({bot("zeta"), bot("cto", {.isPaused = true}), governorBot(), bot("alpha")});
     shutDownAll(context);
     EXPECT_THAT(fake.record, ElementsAre("run " + bootoutOf("zeta"), "run " + bootoutOf("cto"),
                                          "run launchctl bootout gui/501/com.ostrelleai.governor",
@@ -129,7 +126,7 @@ TEST_F(ShutDownAll, UnloadsEveryRecordInOrderAndThenKillsWhatIsLeft) {
 }
 
 TEST_F(ShutDownAll, ChildrenAreWaitedForWithTheProgramsOwnStreams) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     shutDownAll(context);
     EXPECT_THAT(fake.children, Each(Field(&testing::FakePlatform::Child::waited, true)));
     ASSERT_EQ(fake.children.size(), 2U);
@@ -147,14 +144,14 @@ TEST_F(ShutDownAll, WithAnEmptyFleetOnlyTheKillIsLeft) {
 }
 
 TEST_F(ShutDownAll, ALeftoverPropertyListStaysInPlace) {
-    writeBots({botNamed("cos")});
-    generatePlist(context, botNamed("cos"));
+    writeBots({bot("cos")});
+    generatePlist(context, bot("cos"));
     shutDownAll(context);
     EXPECT_TRUE(fs::exists(plistOf("cos")));
 }
 
 TEST_F(ShutDownAll, AToolThatCannotBeLaunchedDoesNotEndTheShutDown) {
-    writeBots({botNamed("a"), botNamed("b")});
+    writeBots({bot("a"), bot("b")});
     fake.answer = [](const ProcessRequest&) { return ProcessResult{}; };
     shutDownAll(context);
     EXPECT_THAT(fake.commandLines(), ElementsAre(bootoutOf("a"), bootoutOf("b"), killLine));
@@ -163,14 +160,14 @@ TEST_F(ShutDownAll, AToolThatCannotBeLaunchedDoesNotEndTheShutDown) {
 class ActiveBots : public FleetFixture {};
 
 TEST_F(ActiveBots, AreThoseThatAreNotPausedInFileOrder) {
-    BotConfig unpaused = botNamed("b");
+    BotConfig unpaused = bot("b");
     unpaused.isPaused = false;
-    writeBots({botNamed("z"), pausedBot("p"), unpaused, governor()});
-    EXPECT_THAT(activeBots(constants), ElementsAre(botNamed("z"), unpaused, governor()));
+    writeBots({bot("z"), bot("p", {.isPaused = true}), unpaused, governorBot()});
+    EXPECT_THAT(activeBots(constants), ElementsAre(bot("z"), unpaused, governorBot()));
 }
 
 TEST_F(ActiveBots, AFleetThatIsWhollyPausedHasNone) {
-    writeBots({pausedBot("a"), pausedBot("b")});
+    writeBots({bot("a", {.isPaused = true}), bot("b", {.isPaused = true})});
     EXPECT_THAT(activeBots(constants), IsEmpty());
 }
 

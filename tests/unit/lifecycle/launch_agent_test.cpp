@@ -37,18 +37,14 @@ protected:
                 {"DAEMON_RESOURCES", home.at("daemon")},
                 {"DAEMON_DATA_DIR", home.at("Library/Application Support/Varnhold")}};
     }
-    static BotConfig withoutToken() {
-        BotConfig bot = botNamed("cos");
-        bot.token.clear();
-        return bot;
-    }
+    static BotConfig withToken() { return bot("cos", {.token = "token-cos"}); }
 };
 
 TEST_F(GeneratePlist, LooksForTheInterpreterAndTheDaemonCodeAtEachStart) {
     fake.isThere = [](const std::string&) { return false; };
-    EXPECT_EQ(generated(botNamed("cos")).programArguments.front(), "/usr/bin/python3");
+    EXPECT_EQ(generated(bot("cos")).programArguments.front(), "/usr/bin/python3");
     fake.isThere = [](const std::string&) { return true; };
-    const PropertyList later = generated(botNamed("cos"));
+    const PropertyList later = generated(bot("cos"));
     EXPECT_EQ(later.programArguments.front(), "/opt/homebrew/bin/python3.14");
     EXPECT_EQ(later.workingDirectory, fake.bundle + "/Contents/Resources/daemon");
 }
@@ -57,7 +53,7 @@ TEST_F(GeneratePlist, HoldsTheEightValuesOfTheAgent) {
     Variables variables = fixedVariables();
     variables["TELEGRAM_BOT_TOKEN"] = "token-cos";
     EXPECT_EQ(
-        generated(botNamed("cos")),
+        generated(withToken()),
         (PropertyList{.label = "com.ostrelleai.cos.telegramd",
                       .keepAlive = true,
                       .runAtLoad = true,
@@ -72,7 +68,7 @@ TEST_F(GeneratePlist, HoldsTheEightValuesOfTheAgent) {
 }
 
 TEST_F(GeneratePlist, HasNoOtherKeys) {
-    generatePlist(context, botNamed("cos"));
+    generatePlist(context, bot("cos"));
     const std::string text = home.read(plistOf("cos"));
     std::size_t keys = 0;
     for (std::size_t at = text.find("\n\t<key>"); at != std::string::npos;
@@ -85,49 +81,49 @@ TEST_F(GeneratePlist, HasNoOtherKeys) {
 TEST_F(GeneratePlist, ABundleWithDaemonCodeIsItsOwnResourceFolder) {
     const std::string inside = fake.bundle + "/Contents/Resources/daemon";
     home.makeFolder(inside);
-    const PropertyList list = generated(botNamed("cos"));
+    const PropertyList list = generated(bot("cos"));
     EXPECT_EQ(list.workingDirectory, inside);
     EXPECT_EQ(list.environmentVariables.at("PYTHONPATH"), inside);
     EXPECT_EQ(list.environmentVariables.at("DAEMON_RESOURCES"), inside);
 }
 
 TEST_F(GeneratePlist, TheGovernorHasNoneAndNoFileAppears) {
-    EXPECT_EQ(generatePlist(context, governor()), std::nullopt);
+    EXPECT_EQ(generatePlist(context, governorBot()), std::nullopt);
     EXPECT_FALSE(fs::exists(constants.launchAgentsDir));
 }
 
 TEST_F(GeneratePlist, OnlyTheEndingOfTheLabelDecides) {
-    BotConfig bot = botNamed("cos");
+    BotConfig agent = withToken();
     for (const char* label : {"com.ostrelleai.cos", "com.ostrelleai.cos.telegramd2",
                               "com.ostrelleai.cos.Telegramd", "telegramd", "", "a.telegramd "}) {
-        bot.launchdLabel = label;
-        EXPECT_FALSE(isStartable(bot)) << label;
-        EXPECT_EQ(generatePlist(context, bot), std::nullopt) << label;
+        agent.launchdLabel = label;
+        EXPECT_FALSE(isStartable(agent)) << label;
+        EXPECT_EQ(generatePlist(context, agent), std::nullopt) << label;
     }
     for (const char* label : {"com.ostrelleai.cos.telegramd", ".telegramd", "x.telegramd"}) {
-        bot.launchdLabel = label;
-        EXPECT_TRUE(isStartable(bot)) << label;
-        EXPECT_EQ(generatePlist(context, bot), plistPath(label)) << label;
+        agent.launchdLabel = label;
+        EXPECT_TRUE(isStartable(agent)) << label;
+        EXPECT_EQ(generatePlist(context, agent), plistPath(label)) << label;
     }
 }
 
 TEST_F(GeneratePlist, ASlackRecordGetsTheSameFile) {
-    BotConfig bot = botNamed("cos");
-    generatePlist(context, bot);
+    BotConfig agent = withToken();
+    generatePlist(context, agent);
     const std::string telegram = home.read(plistOf("cos"));
-    bot.service = BotService::slack;
-    generatePlist(context, bot);
+    agent.service = BotService::slack;
+    generatePlist(context, agent);
     EXPECT_EQ(home.read(plistOf("cos")), telegram);
-    EXPECT_EQ(environmentOf(bot).at("TELEGRAM_BOT_TOKEN"), "token-cos");
+    EXPECT_EQ(environmentOf(agent).at("TELEGRAM_BOT_TOKEN"), "token-cos");
 }
 
 TEST_F(GeneratePlist, APausedRecordGetsAFileToo) {
-    EXPECT_EQ(generatePlist(context, pausedBot("cos")), plistOf("cos"));
+    EXPECT_EQ(generatePlist(context, bot("cos", {.isPaused = true})), plistOf("cos"));
     EXPECT_TRUE(fs::exists(plistOf("cos")));
 }
 
 TEST_F(GeneratePlist, AnEmptyTokenLeavesItsVariableOut) {
-    EXPECT_EQ(environmentOf(withoutToken()), fixedVariables());
+    EXPECT_EQ(environmentOf(bot("cos")), fixedVariables());
 }
 
 TEST_F(GeneratePlist, KeysAndTokensOfTheSignInFileBecomeVariables) {
@@ -135,30 +131,30 @@ TEST_F(GeneratePlist, KeysAndTokensOfTheSignInFileBecomeVariables) {
     Variables expected = fixedVariables();
     expected["ANTHROPIC_API_KEY"] = "k1";
     expected["X-Y_OAUTH_TOKEN"] = "t1";
-    EXPECT_EQ(environmentOf(withoutToken()), expected);
+    EXPECT_EQ(environmentOf(bot("cos")), expected);
 }
 
 TEST_F(GeneratePlist, ASignInFileThatCannotBeReadLeavesNoKeys) {
     for (const char* content : {"", "[]", "\"x\"", "{\"openaiKey\":\"b\"", "{\"openaiKey\":\"b\"}x",
                                 "{\"openaiKey\":\"\xFF\"}"}) {
         writeSignIn(content);
-        EXPECT_EQ(environmentOf(withoutToken()), fixedVariables()) << content;
+        EXPECT_EQ(environmentOf(bot("cos")), fixedVariables()) << content;
     }
     fs::remove(constants.authConfigFile);
-    EXPECT_EQ(environmentOf(withoutToken()), fixedVariables());
+    EXPECT_EQ(environmentOf(bot("cos")), fixedVariables());
     home.makeFolder(constants.authConfigFile);
-    EXPECT_EQ(environmentOf(withoutToken()), fixedVariables());
+    EXPECT_EQ(environmentOf(bot("cos")), fixedVariables());
 }
 
 TEST_F(GeneratePlist, KeysOfAnEarlierFileDoNotOutliveABrokenSignInFile) {
     writeSignIn(R"({"openaiKey":"b"})");
-    EXPECT_EQ(environmentOf(withoutToken()).at("OPENAI_API_KEY"), "b");
+    EXPECT_EQ(environmentOf(bot("cos")).at("OPENAI_API_KEY"), "b");
     writeSignIn("broken");
-    EXPECT_FALSE(environmentOf(withoutToken()).contains("OPENAI_API_KEY"));
+    EXPECT_FALSE(environmentOf(bot("cos")).contains("OPENAI_API_KEY"));
 }
 
 TEST_F(GeneratePlist, ARoleWithABlankGoesUnchangedIntoArgumentsAndLogs) {
-    const PropertyList list = generated(botNamed("chief of staff"));
+    const PropertyList list = generated(bot("chief of staff"));
     EXPECT_EQ(list.programArguments.at(4), "chief of staff");
     EXPECT_EQ(list.programArguments.at(6), constants.appSupportDir + "/data/chief of staff");
     EXPECT_EQ(list.standardOutPath, "/tmp/vh-chief of staff.log");
@@ -166,10 +162,8 @@ TEST_F(GeneratePlist, ARoleWithABlankGoesUnchangedIntoArgumentsAndLogs) {
 }
 
 TEST_F(GeneratePlist, TwoLabelsWithOneRoleShareLogAndDataFolder) {
-    BotConfig second = botNamed("cos");
-    second.launchdLabel = "com.ostrelleai.other.telegramd";
-    const PropertyList a = generated(botNamed("cos"));
-    const PropertyList b = generated(second);
+    const PropertyList a = generated(bot("cos"));
+    const PropertyList b = generated(bot("cos", {.label = labelOf("other")}));
     EXPECT_NE(a.label, b.label);
     EXPECT_EQ(a.programArguments, b.programArguments);
     EXPECT_EQ(a.standardOutPath, b.standardOutPath);
@@ -178,22 +172,22 @@ TEST_F(GeneratePlist, TwoLabelsWithOneRoleShareLogAndDataFolder) {
 
 TEST_F(GeneratePlist, APlaceThatTakesNoFileStillGivesThePath) {
     home.write(constants.launchAgentsDir, "a file where a folder should be");
-    EXPECT_EQ(generatePlist(context, botNamed("cos")), plistOf("cos"));
+    EXPECT_EQ(generatePlist(context, bot("cos")), plistOf("cos"));
     EXPECT_EQ(home.read(constants.launchAgentsDir), "a file where a folder should be");
 }
 
 TEST_F(GeneratePlist, AFolderInThePlaceOfTheFileStillGivesThePath) {
     home.makeFolder(plistOf("cos"));
-    EXPECT_EQ(generatePlist(context, botNamed("cos")), plistOf("cos"));
+    EXPECT_EQ(generatePlist(context, bot("cos")), plistOf("cos"));
     EXPECT_TRUE(fs::is_directory(plistOf("cos")));
 }
 
 TEST_F(GeneratePlist, TextThatNoFileCanCarryGivesNoneAndLeavesTheOldFile) {
-    generatePlist(context, botNamed("cos"));
+    generatePlist(context, bot("cos"));
     const std::string before = home.read(plistOf("cos"));
-    BotConfig bot = botNamed("cos");
-    bot.token = "bad\x01token";
-    EXPECT_EQ(generatePlist(context, bot), std::nullopt);
+    BotConfig agent = withToken();
+    agent.token = "bad\x01token";
+    EXPECT_EQ(generatePlist(context, agent), std::nullopt);
     EXPECT_EQ(home.read(plistOf("cos")), before);
     EXPECT_FALSE(before.empty());
 }
@@ -201,7 +195,7 @@ TEST_F(GeneratePlist, TextThatNoFileCanCarryGivesNoneAndLeavesTheOldFile) {
 TEST_F(GeneratePlist, WritesOverTheOldFileInPlace) {
     home.write(plistOf("cos"), std::string(100000, 'x'));
     ::chmod(plistOf("cos").c_str(), 0600);
-    generatePlist(context, botNamed("cos"));
+    generatePlist(context, bot("cos"));
     struct stat found {};
     ASSERT_EQ(::stat(plistOf("cos").c_str(), &found), 0);
     EXPECT_EQ(found.st_mode & 07777U, 0600U);
@@ -209,17 +203,17 @@ TEST_F(GeneratePlist, WritesOverTheOldFileInPlace) {
 }
 
 TEST_F(GeneratePlist, DoesNotMakeTheAgentsDataFolder) {
-    generatePlist(context, botNamed("cos"));
+    generatePlist(context, bot("cos"));
     EXPECT_FALSE(fs::exists(constants.appSupportDir + "/data"));
 }
 
 TEST_F(GeneratePlist, RunsNoChildProcess) {
-    generatePlist(context, botNamed("cos"));
+    generatePlist(context, bot("cos"));
     EXPECT_TRUE(fake.record.empty());
 }
 
 TEST_F(GeneratePlist, RegeneratingWritesEveryStartableAgentThatIsNotPaused) {
-    writeBots({botNamed("cos"), pausedBot("cto"), governor(), botNamed("ea")});
+    writeBots({bot("cos"), bot("cto", {.isPaused = true}), governorBot(), bot("ea")});
     regenerateAllPlists(context);
     EXPECT_TRUE(fs::exists(plistOf("cos")));
     EXPECT_FALSE(fs::exists(plistOf("cto")));

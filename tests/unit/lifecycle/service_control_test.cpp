@@ -64,7 +64,7 @@ TEST_F(ServiceControl, RestartKicksTheServiceTargetWithoutWaiting) {
 }
 
 TEST_F(ServiceControl, RestartDoesNotWriteAPropertyList) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     restartDaemon(context, "com.ostrelleai.cos.telegramd");
     EXPECT_FALSE(fs::exists(constants.launchAgentsDir));
 }
@@ -76,7 +76,7 @@ TEST_F(ServiceControl, StopNamesTheBareLabelWithoutWaiting) {
 }
 
 TEST_F(ServiceControl, TogglingARunningAgentUnloadsItAndWritesNothing) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     toggleDaemon(context, "com.ostrelleai.cos.telegramd", true);
     EXPECT_EQ(onlyChild(true), launchctlWith({"bootout", "gui/501/com.ostrelleai.cos.telegramd"},
                                              Stream::inherited));
@@ -84,7 +84,7 @@ TEST_F(ServiceControl, TogglingARunningAgentUnloadsItAndWritesNothing) {
 }
 
 TEST_F(ServiceControl, TogglingAnAgentThatDoesNotRunLoadsItFromAFreshFile) {
-    writeBots({botNamed("ea"), botNamed("cos")});
+    writeBots({bot("ea"), bot("cos", {.token = "token-cos"})});
     home.write(plistOf("cos"), "old");
     toggleDaemon(context, "com.ostrelleai.cos.telegramd", false);
     EXPECT_EQ(onlyChild(true), loading(plistOf("cos")));
@@ -93,7 +93,7 @@ TEST_F(ServiceControl, TogglingAnAgentThatDoesNotRunLoadsItFromAFreshFile) {
 }
 
 TEST_F(ServiceControl, TheFileIsWrittenBeforeItIsLoaded) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     bool there = false;
     fake.answer = [&](const ProcessRequest&) {
         there = fs::exists(plistOf("cos"));
@@ -104,7 +104,7 @@ TEST_F(ServiceControl, TheFileIsWrittenBeforeItIsLoaded) {
 }
 
 TEST_F(ServiceControl, ACrashedAgentIsLoadedNotUnloaded) {
-    writeBots({botNamed("cos")});
+    writeBots({bot("cos")});
     const std::string label = "com.ostrelleai.cos.telegramd";
     const DaemonStatus status = statusOf(parseJobList("-\t78\t" + label + "\n"), label);
     ASSERT_EQ(status, DaemonStatus::crashed);
@@ -113,7 +113,7 @@ TEST_F(ServiceControl, ACrashedAgentIsLoadedNotUnloaded) {
 }
 
 TEST_F(ServiceControl, ALabelThatLeftTheBotsFileIsLoadedFromThePathOfItsName) {
-    writeBots({botNamed("ea")});
+    writeBots({bot("ea")});
     toggleDaemon(context, "com.ostrelleai.gone.telegramd", false);
     EXPECT_EQ(onlyChild(true), loading(plistOf("gone")));
     EXPECT_FALSE(fs::exists(plistOf("gone")));
@@ -127,14 +127,14 @@ TEST_F(ServiceControl, ALabelOfTheLeftoverFileKeepsThatFileAsItIs) {
 }
 
 TEST_F(ServiceControl, ALabelWithoutTheEndingIsLoadedFromThePathOfItsName) {
-    writeBots({governor()});
+    writeBots({governorBot()});
     toggleDaemon(context, "com.ostrelleai.governor", false);
     EXPECT_EQ(onlyChild(true), loading(plistPath("com.ostrelleai.governor")));
     EXPECT_FALSE(fs::exists(plistPath("com.ostrelleai.governor")));
 }
 
 TEST_F(ServiceControl, TheToggleDoesNotLookAtPauses) {
-    writeBots({pausedBot("cos")});
+    writeBots({bot("cos", {.isPaused = true})});
     const std::string before = home.read(constants.botsConfigFile);
     toggleDaemon(context, "com.ostrelleai.cos.telegramd", false);
     EXPECT_EQ(onlyChild(true), loading(plistOf("cos")));
@@ -143,9 +143,7 @@ TEST_F(ServiceControl, TheToggleDoesNotLookAtPauses) {
 }
 
 TEST_F(ServiceControl, OfTwoRecordsWithOneLabelTheFirstCounts) {
-    BotConfig second = botNamed("cos");
-    second.token = "second-token";
-    writeBots({botNamed("cos"), second});
+    writeBots({bot("cos", {.token = "token-cos"}), bot("cos", {.token = "second-token"})});
     toggleDaemon(context, "com.ostrelleai.cos.telegramd", false);
     EXPECT_NE(home.read(plistOf("cos")).find("token-cos"), std::string::npos);
     EXPECT_EQ(home.read(plistOf("cos")).find("second-token"), std::string::npos);

@@ -2,14 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include "support/records.h"
+
 namespace varnhold::testing {
 namespace {
 
 using ::testing::ElementsAre;
-
-AIModelItem row(const std::string& id, std::optional<std::string> uniqueId = std::nullopt) {
-    return {.uniqueId = std::move(uniqueId), .id = id, .name = id};
-}
 
 std::vector<std::string> idsAfter(RowMove move, ModelRows rows) {
     apply(move, rows);
@@ -21,26 +19,26 @@ std::vector<std::string> idsAfter(RowMove move, ModelRows rows) {
 }
 
 TEST(ModelRows, AreFoundByTheirUidAlone) {
-    const ModelRows rows{row("a", "1"), row("b"), row("c", "b")};
+    const ModelRows rows{model("a", "1"), model("b"), model("c", "b")};
     EXPECT_EQ(rowOf(rows, "1"), 0U);
     EXPECT_EQ(rowOf(rows, "a"), std::nullopt);
     EXPECT_EQ(rowOf(rows, "b"), 1U);
 }
 
 TEST(ModelRows, AnswerADropByUidOrId) {
-    const ModelRows rows{row("a", "1"), row("b", "a")};
+    const ModelRows rows{model("a", "1"), model("b", "a")};
     EXPECT_EQ(rowNamed(rows, "a"), 0U);
     EXPECT_EQ(rowNamed(rows, "b"), 1U);
     EXPECT_EQ(rowNamed(rows, "c"), std::nullopt);
 }
 
 TEST(ModelRows, CountAnEmptyUniqueIdAsTheUid) {
-    EXPECT_EQ(rowOf({row("a", "")}, ""), 0U);
-    EXPECT_EQ(rowOf({row("a", "")}, "a"), std::nullopt);
+    EXPECT_EQ(rowOf({model("a", "")}, ""), 0U);
+    EXPECT_EQ(rowOf({model("a", "")}, "a"), std::nullopt);
 }
 
 TEST(InsertionPlace, IsTheEndUnlessAPlaceWithinTheListIsAskedFor) {
-    const ModelRows rows{row("a"), row("b")};
+    const ModelRows rows{model("a"), model("b")};
     EXPECT_EQ(insertionPlace(rows, std::nullopt), 2U);
     EXPECT_EQ(insertionPlace(rows, 0), 0U);
     EXPECT_EQ(insertionPlace(rows, 1), 1U);
@@ -50,7 +48,7 @@ TEST(InsertionPlace, IsTheEndUnlessAPlaceWithinTheListIsAskedFor) {
 }
 
 TEST(MoveOnto, CountsItsOffsetBeforeTheRowIsTakenOut) {
-    const ModelRows rows{row("a"), row("b"), row("c")};
+    const ModelRows rows{model("a"), model("b"), model("c")};
     EXPECT_EQ(moveOnto(rows, "a", "c"), (RowMove{0, 3}));
     EXPECT_EQ(moveOnto(rows, "c", "a"), (RowMove{2, 0}));
     EXPECT_EQ((RowMove{0, 3}.place()), 2U);
@@ -58,14 +56,14 @@ TEST(MoveOnto, CountsItsOffsetBeforeTheRowIsTakenOut) {
 }
 
 TEST(MoveOnto, IsNothingOntoItselfOrWhereEitherRowIsMissing) {
-    const ModelRows rows{row("a"), row("b")};
+    const ModelRows rows{model("a"), model("b")};
     EXPECT_EQ(moveOnto(rows, "a", "a"), std::nullopt);
     EXPECT_EQ(moveOnto(rows, "a", "x"), std::nullopt);
     EXPECT_EQ(moveOnto(rows, "x", "a"), std::nullopt);
 }
 
 TEST(RowMove, PutsTheRowInThePlaceOfTheOther) {
-    const ModelRows rows{row("a"), row("b"), row("c"), row("d")};
+    const ModelRows rows{model("a"), model("b"), model("c"), model("d")};
     EXPECT_THAT(idsAfter({0, 3}, rows), ElementsAre("b", "c", "a", "d"));
     EXPECT_THAT(idsAfter({3, 1}, rows), ElementsAre("a", "d", "b", "c"));
     EXPECT_THAT(idsAfter({1, 3}, rows), ElementsAre("a", "c", "b", "d"));

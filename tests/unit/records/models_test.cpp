@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "support/records.h"
+
 namespace varnhold {
 namespace {
 
@@ -18,7 +20,8 @@ const AIModelItem full{.uniqueId = "U",
                        .provider_key = "claude"};
 
 AIModelItem modelOfColor(std::string color) {
-    return {.id = "i", .name = "n", .family = "f", .color = std::move(color)};
+    return testing::model(
+        "i", {.name = "n", .family = "f", .color = std::move(color), .type = std::nullopt});
 }
 
 TEST(Model, HasItsIdAsUidWhereNoUniqueIdStands) {

@@ -47,7 +47,7 @@ TEST(BotDrop, OfALabelAlreadyInTheChainChangesAndSavesNothing) {
 
 TEST(BotDrop, OfTextFromOutsideAssignsTheBotWithThatLabelAlone) {
     Bots settings;
-    settings.view->workerModels = {libraryModel("m")};
+    settings.view->workerModels = {model("m")};
     for (const char* foreign : {"hello", "", "ops", "m", "com.ostrelleai.ops.telegramd "}) {
         settings.dropBot(foreign, TargetList::worker);
     }
@@ -69,7 +69,7 @@ TEST(BotDrop, IsTakenAtOnceAndHandledLater) {
 
 TEST(BotDrop, GivesTheDraggedModelAndTheDraggedLabelNoPart) {
     Bots settings;
-    settings.view->draggingItem = libraryModel("m");
+    settings.view->draggingItem = model("m");
     settings.view->draggingBotLabel = "x";
     settings.dropBot(settings.ops, TargetList::worker);
     EXPECT_TRUE(settings.view->draggingItem);

@@ -10,9 +10,7 @@ using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
 BotConfig ops(const std::string& token = "1:a") {
-    BotConfig record = bot("ops");
-    record.token = token;
-    return record;
+    return bot("ops", {.token = token});
 }
 
 std::vector<std::string> titles(const std::vector<BotMenuItem>& menu) {

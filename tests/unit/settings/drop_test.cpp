@@ -9,7 +9,7 @@ using ::testing::SizeIs;
 
 TEST(Drop, TwiceOfALibraryRowWithAUniqueIdInsertsItTwice) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m", "ROW")};
+    settings.view->directModels = {model("m", "ROW")};
     settings.drop("ROW", TargetList::worker);
     settings.drop("ROW", TargetList::worker);
     const auto& rows = settings.view->workerModels;
@@ -21,7 +21,7 @@ TEST(Drop, TwiceOfALibraryRowWithAUniqueIdInsertsItTwice) {
 
 TEST(Drop, TwiceOfALibraryRowWithoutUniqueIdInsertsItOnce) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     settings.drop("m", TargetList::worker);
     settings.drop("m", TargetList::worker);
     EXPECT_THAT(settings.view->workerModels, SizeIs(1));
@@ -31,7 +31,7 @@ TEST(Drop, TwiceOfALibraryRowWithoutUniqueIdInsertsItOnce) {
 
 TEST(Drop, OfARowOnItsOwnChainDoesNothing) {
     Editing settings;
-    settings.view->workerModels = {libraryModel("a", "A"), libraryModel("b", "B")};
+    settings.view->workerModels = {model("a", "A"), model("b", "B")};
     EXPECT_TRUE(settings.drop("B", TargetList::worker, 0));
     EXPECT_TRUE(settings.drop("A", TargetList::worker));
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "b"));
@@ -40,7 +40,7 @@ TEST(Drop, OfARowOnItsOwnChainDoesNothing) {
 
 TEST(Drop, OfACerebrasModelFromAnotherChainIsNotChecked) {
     Editing settings;
-    AIModelItem item = libraryModel("qwen-3", "Q");
+    AIModelItem item = model("qwen-3", "Q");
     item.family = "Cerebras";
     item.provider_key = "cerebras";
     settings.view->architectModels = {item};
@@ -53,7 +53,7 @@ TEST(Drop, OfACerebrasModelFromAnotherChainIsNotChecked) {
 
 TEST(Drop, FromAnotherChainNeedsNobodySignedIn) {
     Editing settings;
-    AIModelItem item = libraryModel("sonnet", "S");
+    AIModelItem item = model("sonnet", "S");
     item.provider_key = "claude";
     settings.view->photoModels = {item};
     EXPECT_FALSE(settings.view->checkAuthFor(item));
@@ -64,7 +64,7 @@ TEST(Drop, FromAnotherChainNeedsNobodySignedIn) {
 
 TEST(Drop, OnAnEmptyChainGivesTheFirstPlaceWithOrWithoutAPlace) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     settings.drop("m", TargetList::photo, 0);
     settings.drop("m", TargetList::video);
     EXPECT_THAT(settings.ids(TargetList::photo), ElementsAre("m"));
@@ -73,9 +73,8 @@ TEST(Drop, OnAnEmptyChainGivesTheFirstPlaceWithOrWithoutAPlace) {
 
 TEST(Drop, GoesToTheHeadTheEndOrThePlaceAskedFor) {
     Editing settings;
-    settings.view->directModels = {libraryModel("head"), libraryModel("end"), libraryModel("mid"),
-                                   libraryModel("far")};
-    settings.view->workerModels = {libraryModel("a"), libraryModel("b")};
+    settings.view->directModels = {model("head"), model("end"), model("mid"), model("far")};
+    settings.view->workerModels = {model("a"), model("b")};
     settings.drop("head", TargetList::worker, 0);
     settings.drop("end", TargetList::worker);
     settings.drop("mid", TargetList::worker, 2);
@@ -86,7 +85,7 @@ TEST(Drop, GoesToTheHeadTheEndOrThePlaceAskedFor) {
 
 TEST(Drop, GivesTheCopyAFreshIdentityInCapitals) {
     Editing settings;
-    const AIModelItem original = libraryModel("m", "row");
+    const AIModelItem original = model("m", "row");
     settings.view->directModels = {original};
     settings.drop("row", TargetList::worker);
     AIModelItem copy = settings.view->workerModels.at(0);
@@ -100,8 +99,8 @@ TEST(Drop, GivesTheCopyAFreshIdentityInCapitals) {
 
 TEST(Drop, IsRefusedWhereTheChainHoldsTheIdUnderAnotherUid) {
     Editing settings;
-    settings.view->workerModels = {libraryModel("m", "OTHER")};
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->workerModels = {model("m", "OTHER")};
+    settings.view->directModels = {model("m")};
     settings.drop("m", TargetList::worker);
     EXPECT_THAT(settings.view->workerModels, SizeIs(1));
     EXPECT_EQ(settings.newSaves(), 0);
@@ -109,8 +108,8 @@ TEST(Drop, IsRefusedWhereTheChainHoldsTheIdUnderAnotherUid) {
 
 TEST(Drop, TakesARowOfAnotherChainByItsUidNotByItsId) {
     Editing settings;
-    settings.view->architectModels = {libraryModel("m", "UID")};
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->architectModels = {model("m", "UID")};
+    settings.view->directModels = {model("m")};
     settings.drop("m", TargetList::worker);
     EXPECT_THAT(settings.view->architectModels, SizeIs(1));
     ASSERT_THAT(settings.view->workerModels, SizeIs(1));
@@ -119,8 +118,8 @@ TEST(Drop, TakesARowOfAnotherChainByItsUidNotByItsId) {
 
 TEST(Drop, TakesTheRowFromTheFirstOtherChainThatHasIt) {
     Editing settings;
-    settings.view->workerModels = {libraryModel("w", "TWIN")};
-    settings.view->governorModels = {libraryModel("g", "TWIN")};
+    settings.view->workerModels = {model("w", "TWIN")};
+    settings.view->governorModels = {model("g", "TWIN")};
     settings.drop("TWIN", TargetList::photo);
     EXPECT_THAT(settings.ids(TargetList::photo), ElementsAre("w"));
     EXPECT_THAT(settings.view->workerModels, IsEmpty());
@@ -129,7 +128,7 @@ TEST(Drop, TakesTheRowFromTheFirstOtherChainThatHasIt) {
 
 TEST(Drop, SearchesTheLibraryInItsFixedOrder) {
     const auto named = [](const std::string& name) {
-        AIModelItem item = libraryModel("same");
+        AIModelItem item = model("same");
         item.name = name;
         return item;
     };
@@ -166,8 +165,8 @@ TEST(Drop, OfALocalToolOrOfForeignTextDoesNothing) {
 
 TEST(Drop, IsSavedAndAnnouncedAsANewRow) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
-    settings.view->workerModels = {libraryModel("a")};
+    settings.view->directModels = {model("m")};
+    settings.view->workerModels = {model("a")};
     settings.drop("m", TargetList::worker, 0);
     // The cleared drag, the new row, and the toast of the save.
     EXPECT_THAT(settings.animations,
@@ -177,17 +176,17 @@ TEST(Drop, IsSavedAndAnnouncedAsANewRow) {
 
 TEST(Drop, FromAnotherChainMovesTheRowThatKeepsItsIdentity) {
     Editing settings;
-    settings.view->workerModels = {libraryModel("a", "A"), libraryModel("b", "B")};
-    settings.view->voiceModels = {libraryModel("v", "V")};
+    settings.view->workerModels = {model("a", "A"), model("b", "B")};
+    settings.view->voiceModels = {model("v", "V")};
     settings.drop("B", TargetList::voice);
-    EXPECT_EQ(settings.view->voiceModels.at(1), libraryModel("b", "B"));
+    EXPECT_EQ(settings.view->voiceModels.at(1), model("b", "B"));
     EXPECT_EQ(settings.fileOf(TargetList::voice), encodeChain(settings.view->voiceModels));
     EXPECT_EQ(settings.fileOf(TargetList::worker), encodeChain(settings.view->workerModels));
 }
 
 TEST(Drop, OnAChainBeyondTheSixIsTheGovernors) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     const auto beyond = static_cast<TargetList>(17);
     settings.drop("m", beyond);
     EXPECT_THAT(settings.ids(TargetList::governor), ElementsAre("m"));

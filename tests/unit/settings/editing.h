@@ -22,13 +22,6 @@ private:
     platform::PayloadReceiver receiver_;
 };
 
-inline AIModelItem libraryModel(const std::string& id,
-                                std::optional<std::string> uniqueId = std::nullopt) {
-    AIModelItem item = model(id);
-    item.uniqueId = std::move(uniqueId);
-    return item;
-}
-
 // An open settings state on which rows are dragged about.
 struct Editing : SettingsHome {
     std::vector<Animation> animations;

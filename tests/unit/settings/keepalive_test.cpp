@@ -15,9 +15,7 @@ using ::testing::IsEmpty;
 using ::testing::Pair;
 
 AIModelItem ofFamily(const std::string& family) {
-    AIModelItem item = model(family);
-    item.family = family;
-    return item;
+    return model(family, {.family = family});
 }
 
 struct Keepalive : Editing {

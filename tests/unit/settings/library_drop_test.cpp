@@ -33,19 +33,19 @@ private:
 
 TEST(LibraryDrop, TakesTheRowOutOfItsChainAndSaves) {
     Editing settings;
-    settings.view->videoModels = {libraryModel("a", "A"), libraryModel("b", "B")};
-    settings.view->draggingItem = libraryModel("b", "B");
+    settings.view->videoModels = {model("a", "A"), model("b", "B")};
+    settings.view->draggingItem = model("b", "B");
     EXPECT_TRUE(settings.dropOnLibrary("B"));
     EXPECT_FALSE(settings.view->draggingItem);
     EXPECT_THAT(settings.ids(TargetList::video), ElementsAre("a"));
     EXPECT_EQ(settings.newSaves(), 1);
-    EXPECT_EQ(settings.fileOf(TargetList::video), encodeChain({libraryModel("a", "A")}));
+    EXPECT_EQ(settings.fileOf(TargetList::video), encodeChain({model("a", "A")}));
 }
 
 TEST(LibraryDrop, OfARowThatStandsInTheLibraryOnlyChangesNothing) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m", "ROW")};
-    settings.view->workerModels = {libraryModel("m", "COPY")};
+    settings.view->directModels = {model("m", "ROW")};
+    settings.view->workerModels = {model("m", "COPY")};
     settings.dropOnLibrary("ROW");
     settings.dropOnLibrary("m");
     EXPECT_THAT(settings.view->directModels, SizeIs(1));
@@ -58,7 +58,7 @@ TEST(LibraryDrop, RemovesOnlyTheCopyInTheEarliestChainWorkerFirst) {
     const std::array order{TargetList::worker, TargetList::architect, TargetList::photo,
                            TargetList::video,  TargetList::voice,     TargetList::governor};
     for (const TargetList list : order) {
-        settings.view->chainBinding(list) = {libraryModel("m", "TWIN")};
+        settings.view->chainBinding(list) = {model("m", "TWIN")};
     }
     for (const TargetList list : order) {
         settings.dropOnLibrary("TWIN");
@@ -68,8 +68,7 @@ TEST(LibraryDrop, RemovesOnlyTheCopyInTheEarliestChainWorkerFirst) {
 
 TEST(LibraryDrop, OfTwoRowsWithOneUidInAChainRemovesTheFirst) {
     Editing settings;
-    settings.view->workerModels = {libraryModel("x"), libraryModel("a", "TWIN"),
-                                   libraryModel("b", "TWIN")};
+    settings.view->workerModels = {model("x"), model("a", "TWIN"), model("b", "TWIN")};
     settings.dropOnLibrary("TWIN");
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("x", "b"));
 }
@@ -86,36 +85,35 @@ struct Library : Editing {
 
 TEST(DeleteLibraryModel, OnAChainRowDeletesFromTheFileAndLeavesTheChain) {
     Library settings;
-    settings.store({libraryModel("m"), libraryModel("n")});
+    settings.store({model("m"), model("n")});
     settings.drop("m", TargetList::worker);
     const auto row = settings.view->modelRow(settings.view->workerModels[0]);
     EXPECT_EQ(settings.newSaves(), 1);
     row.onDelete();
-    EXPECT_THAT(settings.stored(), ElementsAre(libraryModel("n")));
-    EXPECT_THAT(settings.view->directModels, ElementsAre(libraryModel("n")));
+    EXPECT_THAT(settings.stored(), ElementsAre(model("n")));
+    EXPECT_THAT(settings.view->directModels, ElementsAre(model("n")));
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("m"));
     EXPECT_EQ(settings.newSaves(), 0);
 }
 
 TEST(DeleteLibraryModel, TakesAllEntriesOfTheModelAndAllWithTheUid) {
     Library settings;
-    settings.store({libraryModel("m", "1"), libraryModel("keep", "2"), libraryModel("m", "3"),
-                    libraryModel("other", "1"), libraryModel("m")});
-    settings.view->deleteLibraryModel(libraryModel("m", "1"));
-    EXPECT_THAT(settings.stored(), ElementsAre(libraryModel("keep", "2")));
+    settings.store(
+        {model("m", "1"), model("keep", "2"), model("m", "3"), model("other", "1"), model("m")});
+    settings.view->deleteLibraryModel(model("m", "1"));
+    EXPECT_THAT(settings.stored(), ElementsAre(model("keep", "2")));
 }
 
 TEST(DeleteLibraryModel, WritesOneCompactLine) {
     Library settings;
-    settings.store({libraryModel("m"), libraryModel("n")});
-    settings.view->deleteLibraryModel(libraryModel("m"));
-    EXPECT_EQ(settings.read(settings.constants.modelLibraryFile),
-              encodeLibrary({{libraryModel("n")}}));
+    settings.store({model("m"), model("n")});
+    settings.view->deleteLibraryModel(model("m"));
+    EXPECT_EQ(settings.read(settings.constants.modelLibraryFile), encodeLibrary({{model("n")}}));
 }
 
 TEST(DeleteLibraryModel, OfTheLastLeavesAnEmptyLibrary) {
     Library settings;
-    settings.store({libraryModel("m")});
+    settings.store({model("m")});
     settings.view->deleteLibraryModel(settings.view->directModels[0]);
     EXPECT_EQ(settings.read(settings.constants.modelLibraryFile), R"({"models":[]})");
     EXPECT_THAT(settings.view->directModels, IsEmpty());
@@ -123,10 +121,10 @@ TEST(DeleteLibraryModel, OfTheLastLeavesAnEmptyLibrary) {
 
 TEST(DeleteLibraryModel, WithAnUnreadableFileDoesNotEvenRefresh) {
     Library settings;
-    settings.store({libraryModel("m")});
+    settings.store({model("m")});
     settings.home.write(settings.home.at(".claude.json"), "");
     settings.write(settings.constants.modelLibraryFile, "{broken");
-    settings.view->deleteLibraryModel(libraryModel("m"));
+    settings.view->deleteLibraryModel(model("m"));
     EXPECT_FALSE(settings.view->oauthStatuses.at("claude"));
     EXPECT_EQ(settings.read(settings.constants.modelLibraryFile), "{broken");
     EXPECT_THAT(settings.view->directModels, SizeIs(1));
@@ -134,11 +132,11 @@ TEST(DeleteLibraryModel, WithAnUnreadableFileDoesNotEvenRefresh) {
 
 TEST(DeleteLibraryModel, RefreshesAlsoWhenTheFileCannotBeWritten) {
     Library settings;
-    settings.store({libraryModel("m"), libraryModel("n")});
+    settings.store({model("m"), model("n")});
     settings.home.write(settings.home.at(".claude.json"), "");
     {
         const FullDisk disk;
-        settings.view->deleteLibraryModel(libraryModel("m"));
+        settings.view->deleteLibraryModel(model("m"));
     }
     EXPECT_TRUE(settings.view->oauthStatuses.at("claude"));
     EXPECT_THAT(settings.stored(), SizeIs(2));
@@ -148,9 +146,9 @@ TEST(DeleteLibraryModel, RefreshesAlsoWhenTheFileCannotBeWritten) {
 TEST(ModelRow, ShowsADownloadOnEveryRowOfTheModel) {
     Editing settings;
     settings.view->downloadingModels = {"llama3"};
-    EXPECT_TRUE(settings.view->modelRow(libraryModel("llama3")).isDownloading);
-    EXPECT_TRUE(settings.view->modelRow(libraryModel("llama3", "COPY")).isDownloading);
-    EXPECT_FALSE(settings.view->modelRow(libraryModel("other", "llama3")).isDownloading);
+    EXPECT_TRUE(settings.view->modelRow(model("llama3")).isDownloading);
+    EXPECT_TRUE(settings.view->modelRow(model("llama3", "COPY")).isDownloading);
+    EXPECT_FALSE(settings.view->modelRow(model("other", "llama3")).isDownloading);
 }
 
 } // namespace

@@ -12,12 +12,6 @@ using ::testing::Not;
 
 constexpr const char* pathText = "export PATH=$PATH:/usr/local/bin:/opt/homebrew/bin; ";
 
-AIModelItem ollamaModel(const std::string& id) {
-    AIModelItem item = model(id);
-    item.type = "ollama";
-    return item;
-}
-
 struct Ollama : Editing {
     std::string listing;
 
@@ -71,7 +65,7 @@ TEST(Ollama, LeavesAQuoteInTheIdAsItIs) {
 
 TEST(Ollama, IsCheckedAfterAFreshDropWhenTheChainIsSaved) {
     Ollama settings;
-    settings.view->ollamaModels = {ollamaModel("llama3")};
+    settings.view->ollamaModels = {model("llama3", {.type = "ollama"})};
     settings.drop("llama3", TargetList::worker);
     EXPECT_THAT(settings.platform.children, IsEmpty());
     EXPECT_THAT(settings.platform.priorities, ElementsAre(platform::Priority::userInitiated));
@@ -83,7 +77,7 @@ TEST(Ollama, IsCheckedAfterAFreshDropWhenTheChainIsSaved) {
 
 TEST(Ollama, IsNotCheckedWhenARowMovesBetweenChains) {
     Ollama settings;
-    settings.view->workerModels = {ollamaModel("llama3")};
+    settings.view->workerModels = {model("llama3", {.type = "ollama"})};
     settings.drop("llama3", TargetList::photo);
     settings.platform.settle();
     EXPECT_THAT(settings.ids(TargetList::photo), ElementsAre("llama3"));
@@ -93,9 +87,9 @@ TEST(Ollama, IsNotCheckedWhenARowMovesBetweenChains) {
 
 TEST(Ollama, IsNotCheckedForOtherTypesOrRefusedDrops) {
     Ollama settings;
-    AIModelItem refused = ollamaModel("refused");
+    AIModelItem refused = model("refused", {.type = "ollama"});
     refused.provider_key = "openai";
-    AIModelItem capital = ollamaModel("capital");
+    AIModelItem capital = model("capital", {.type = "ollama"});
     capital.type = "Ollama";
     AIModelItem byKey = model("key");
     byKey.provider_key = "ollama";
@@ -110,7 +104,7 @@ TEST(Ollama, IsNotCheckedForOtherTypesOrRefusedDrops) {
 TEST(Ollama, IsNotPulledIfTheModelIsListed) {
     Ollama settings;
     settings.listing = "llama3:latest 365c0bd3c000 4.7 GB\n";
-    settings.view->checkOllamaDownload(ollamaModel("llama3"));
+    settings.view->checkOllamaDownload(model("llama3", {.type = "ollama"}));
     settings.platform.settle();
     EXPECT_EQ(settings.shellTexts().size(), 1U);
     EXPECT_THAT(settings.view->downloadingModels, IsEmpty());
@@ -120,7 +114,7 @@ TEST(Ollama, IsNotPulledIfTheModelIsListed) {
 TEST(Ollama, IsPulledIfTheAnswerIsNoText) {
     Ollama settings;
     settings.listing = "llama3 \xff";
-    settings.view->checkOllamaDownload(ollamaModel("llama3"));
+    settings.view->checkOllamaDownload(model("llama3", {.type = "ollama"}));
     settings.platform.settle();
     EXPECT_EQ(settings.shellTexts().size(), 2U);
 }
@@ -128,7 +122,7 @@ TEST(Ollama, IsPulledIfTheAnswerIsNoText) {
 TEST(Ollama, IsPulledEvenIfNoShellStarts) {
     Ollama settings;
     settings.platform.answer = [](const auto&) { return platform::ProcessResult{}; };
-    settings.view->checkOllamaDownload(ollamaModel("llama3"));
+    settings.view->checkOllamaDownload(model("llama3", {.type = "ollama"}));
     settings.platform.settle();
     EXPECT_EQ(settings.shellTexts().size(), 2U);
     EXPECT_THAT(settings.view->downloadingModels, IsEmpty());
@@ -142,8 +136,8 @@ TEST(Ollama, ShowsTheDownloadFromItsStartToItsEndWhateverComesOut) {
         failed.status = 1;
         return failed;
     };
-    settings.view->workerModels = {ollamaModel("llama3")};
-    settings.view->downloadOllama(ollamaModel("llama3"));
+    settings.view->workerModels = {model("llama3", {.type = "ollama"})};
+    settings.view->downloadOllama(model("llama3", {.type = "ollama"}));
     EXPECT_THAT(settings.view->downloadingModels, ElementsAre("llama3"));
     EXPECT_TRUE(settings.view->modelRow(settings.view->workerModels[0]).isDownloading);
     EXPECT_THAT(settings.platform.priorities, ElementsAre(platform::Priority::background));
@@ -159,19 +153,19 @@ TEST(Ollama, ShowsTheDownloadFromItsStartToItsEndWhateverComesOut) {
 
 TEST(Ollama, ShowsTheDownloadInEveryRowOfTheModelWhateverTheRowsOwnName) {
     Ollama settings;
-    AIModelItem inAChain = ollamaModel("llama3");
+    AIModelItem inAChain = model("llama3", {.type = "ollama"});
     inAChain.uniqueId = "row-1";
-    AIModelItem other = ollamaModel("other");
+    AIModelItem other = model("other", {.type = "ollama"});
     other.uniqueId = "llama3";
-    settings.view->downloadOllama(ollamaModel("llama3"));
+    settings.view->downloadOllama(model("llama3", {.type = "ollama"}));
     EXPECT_TRUE(settings.view->modelRow(inAChain).isDownloading);
     EXPECT_FALSE(settings.view->modelRow(other).isDownloading);
 }
 
 TEST(Ollama, GoesOnPullingForAWindowThatHasGone) {
     Ollama settings;
-    settings.view->downloadOllama(ollamaModel("llama3"));
-    settings.view->checkOllamaDownload(ollamaModel("other"));
+    settings.view->downloadOllama(model("llama3", {.type = "ollama"}));
+    settings.view->checkOllamaDownload(model("other", {.type = "ollama"}));
     settings.view.reset();
     settings.platform.settle();
     // The second was asked about, but there is nobody left to pull it for.
@@ -181,8 +175,8 @@ TEST(Ollama, GoesOnPullingForAWindowThatHasGone) {
 
 TEST(Ollama, DroppedAgainDuringAPullIsPulledAgainAndTheFirstEndClears) {
     Ollama settings;
-    settings.view->downloadOllama(ollamaModel("llama3"));
-    settings.view->checkOllamaDownload(ollamaModel("llama3"));
+    settings.view->downloadOllama(model("llama3", {.type = "ollama"}));
+    settings.view->checkOllamaDownload(model("llama3", {.type = "ollama"}));
     settings.platform.runBackground();
     settings.platform.runMain();
     EXPECT_EQ(settings.shellTexts().size(), 2U) << "the second pull still waits for its turn";
@@ -194,8 +188,8 @@ TEST(Ollama, DroppedAgainDuringAPullIsPulledAgainAndTheFirstEndClears) {
 
 TEST(Ollama, AnsweringAfterTheStateHasGoneIsLeftAlone) {
     Ollama settings;
-    settings.view->checkOllamaDownload(ollamaModel("a"));
-    settings.view->downloadOllama(ollamaModel("b"));
+    settings.view->checkOllamaDownload(model("a", {.type = "ollama"}));
+    settings.view->downloadOllama(model("b", {.type = "ollama"}));
     settings.view.reset();
     settings.platform.settle();
     EXPECT_THAT(settings.shellTexts(), ElementsAre(ollamaCheckRequest("a").arguments[1],

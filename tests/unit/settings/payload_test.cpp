@@ -9,7 +9,7 @@ using ::testing::IsEmpty;
 
 TEST(Payload, IsHandledOnALaterTurnOfTheMainThread) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     EXPECT_TRUE(settings.view->handleDrop({textPayload("m")}, TargetList::worker));
     EXPECT_THAT(settings.view->workerModels, IsEmpty());
     settings.platform.runMain();
@@ -18,9 +18,9 @@ TEST(Payload, IsHandledOnALaterTurnOfTheMainThread) {
 
 TEST(Payload, ArrivesLateAndOffTheMainThread) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     LatePayload payload;
-    settings.view->draggingItem = libraryModel("m");
+    settings.view->draggingItem = model("m");
     EXPECT_TRUE(settings.view->handleDrop({payload.provider()}, TargetList::worker));
     EXPECT_TRUE(payload.wanted());
     EXPECT_FALSE(settings.view->draggingItem) << "the drag is over before its text is there";
@@ -33,7 +33,7 @@ TEST(Payload, ArrivesLateAndOffTheMainThread) {
 
 TEST(Payload, EndsTheDragOnlyAfterAllLoadsHaveBegun) {
     Editing settings;
-    settings.view->draggingItem = libraryModel("m");
+    settings.view->draggingItem = model("m");
     std::vector<bool> dragging;
     const platform::PayloadProvider provider = [&](const platform::PayloadReceiver&) {
         dragging.push_back(settings.view->draggingItem.has_value());
@@ -45,7 +45,7 @@ TEST(Payload, EndsTheDragOnlyAfterAllLoadsHaveBegun) {
 
 TEST(Payload, OfSeveralIsHandledInTheOrderOfArrival) {
     Editing settings;
-    settings.view->directModels = {libraryModel("a"), libraryModel("b"), libraryModel("c")};
+    settings.view->directModels = {model("a"), model("b"), model("c")};
     LatePayload first, second, third;
     settings.view->handleDrop({first.provider(), second.provider(), third.provider()},
                               TargetList::photo);
@@ -61,7 +61,7 @@ TEST(Payload, OfSeveralIsHandledInTheOrderOfArrival) {
 TEST(Payload, WithoutTextIsIgnored) {
     Editing settings;
     settings.view->userBots.push_back(bot("ops"));
-    settings.view->workerModels = {libraryModel("", "")};
+    settings.view->workerModels = {model("", "")};
     LatePayload drop, removal, assignment;
     EXPECT_TRUE(settings.view->handleDrop({drop.provider()}, TargetList::photo));
     EXPECT_TRUE(settings.view->handleLibraryDrop({removal.provider()}));
@@ -77,7 +77,7 @@ TEST(Payload, WithoutTextIsIgnored) {
 
 TEST(Payload, ThatIsNoTextDoesNotSpoilTheOthersOfItsDrop) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     LatePayload none;
     settings.view->handleDrop({none.provider(), textPayload("m")}, TargetList::photo);
     none.arrive(std::nullopt);
@@ -87,7 +87,7 @@ TEST(Payload, ThatIsNoTextDoesNotSpoilTheOthersOfItsDrop) {
 
 TEST(Payload, ThatArrivesAfterTheStateHasGoneIsDropped) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m")};
+    settings.view->directModels = {model("m")};
     LatePayload late, posted;
     settings.view->handleDrop({late.provider(), posted.provider()}, TargetList::worker);
     settings.view->handleDrop({textPayload("m")}, TargetList::photo);
@@ -100,10 +100,10 @@ TEST(Payload, ThatArrivesAfterTheStateHasGoneIsDropped) {
 
 TEST(Payload, IsJudgedByTheStateAtItsArrival) {
     Editing settings;
-    settings.view->directModels = {libraryModel("m", "ROW")};
+    settings.view->directModels = {model("m", "ROW")};
     LatePayload payload;
     settings.view->handleDrop({payload.provider()}, TargetList::worker, 1);
-    settings.view->workerModels = {libraryModel("a"), libraryModel("b")};
+    settings.view->workerModels = {model("a"), model("b")};
     payload.arrive("ROW");
     settings.platform.runMain();
     EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("a", "m", "b"));
@@ -111,10 +111,10 @@ TEST(Payload, IsJudgedByTheStateAtItsArrival) {
 
 TEST(Payload, WithNoProviderAtAllStillEndsTheDrag) {
     Editing settings;
-    settings.view->draggingItem = libraryModel("m");
+    settings.view->draggingItem = model("m");
     EXPECT_TRUE(settings.view->handleDrop({}, TargetList::worker));
     EXPECT_FALSE(settings.view->draggingItem);
-    settings.view->draggingItem = libraryModel("m");
+    settings.view->draggingItem = model("m");
     EXPECT_TRUE(settings.view->handleLibraryDrop({}));
     EXPECT_FALSE(settings.view->draggingItem);
 }

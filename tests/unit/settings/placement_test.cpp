@@ -13,9 +13,7 @@ constexpr const char* cerebrasAlert =
     "media. Place them in the Architect or Governor chain only.";
 
 AIModelItem of(std::optional<std::string> providerKey, const std::string& id = "m") {
-    AIModelItem item = model(id);
-    item.provider_key = std::move(providerKey);
-    return item;
+    return model(id, {.provider_key = std::move(providerKey)});
 }
 
 struct Placing : Editing {

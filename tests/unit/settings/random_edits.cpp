@@ -175,7 +175,7 @@ void RandomEdits::dragAboutAndRelease() {
         }
     }
     if (!last.empty() && random_.below(3) != 0) {
-        real_.view->chain(list).dropDelegate(libraryModel("row", last))->performDrop();
+        real_.view->chain(list).dropDelegate(model("row", last))->performDrop();
         rules_.releaseOnRow(list);
     }
 }

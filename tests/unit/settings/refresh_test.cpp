@@ -10,7 +10,7 @@ using ::testing::SizeIs;
 
 AIModelItem entry(const std::string& id, const std::optional<std::string>& type,
                   const std::string& family = "F") {
-    return {.id = id, .name = id, .family = family, .color = "blue", .type = type};
+    return model(id, {.family = family, .type = type});
 }
 
 std::vector<std::string> ids(const std::vector<AIModelItem>& models) {

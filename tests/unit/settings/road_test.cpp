@@ -18,7 +18,7 @@ TEST(TheRoadOfOneEdit, LeadsFromADropToAllFilesOnDisk) {
     Editing settings;
     const Constants& files = settings.constants;
     ModelSelectorView& view = settings.open();
-    AIModelItem sonnet = libraryModel("claude-sonnet", "ROW");
+    AIModelItem sonnet = model("claude-sonnet", "ROW");
     sonnet.provider_key = "claude";
     settings.home.write(settings.home.at(".claude.json"), "{}");
     settings.write(files.modelLibraryFile, encodeLibrary({{sonnet, model("other")}}));

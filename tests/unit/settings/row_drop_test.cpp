@@ -9,9 +9,8 @@ using ::testing::IsEmpty;
 
 struct RowDrops : Editing {
     RowDrops() {
-        view->workerModels = {libraryModel("a", "A"), libraryModel("b", "B"),
-                              libraryModel("c", "C")};
-        view->photoModels = {libraryModel("p", "P")};
+        view->workerModels = {model("a", "A"), model("b", "B"), model("c", "C")};
+        view->photoModels = {model("p", "P")};
     }
 
     std::string drag(const AIModelItem& item) { return view->modelRow(item).onDrag(); }
@@ -26,9 +25,9 @@ struct RowDrops : Editing {
 TEST(Drag, GivesTheUidAndMarksTheRow) {
     RowDrops settings;
     EXPECT_EQ(settings.drag(settings.view->workerModels[0]), "A");
-    EXPECT_EQ(settings.drag(libraryModel("plain")), "plain");
-    EXPECT_EQ(settings.view->draggingItem, libraryModel("plain"));
-    EXPECT_TRUE(settings.view->modelRow(libraryModel("plain")).isDragging);
+    EXPECT_EQ(settings.drag(model("plain")), "plain");
+    EXPECT_EQ(settings.view->draggingItem, model("plain"));
+    EXPECT_TRUE(settings.view->modelRow(model("plain")).isDragging);
     EXPECT_FALSE(settings.view->modelRow(settings.view->workerModels[0]).isDragging);
 }
 
@@ -117,8 +116,8 @@ TEST(RowDrop, IsSavedWhereTheDraggedRowBelongs) {
 
 TEST(RowDrop, OfALibraryRowOrAnotherChainsRowInsertsNothing) {
     RowDrops settings;
-    settings.view->directModels = {libraryModel("m")};
-    for (const AIModelItem& item : {libraryModel("m"), settings.view->photoModels[0]}) {
+    settings.view->directModels = {model("m")};
+    for (const AIModelItem& item : {model("m"), settings.view->photoModels[0]}) {
         settings.drag(item);
         settings.enter(1);
         settings.animations.clear();
@@ -169,7 +168,7 @@ TEST(RowDrop, ProposesTheMoveOperation) {
 }
 
 TEST(RowDrop, WorksOnAnyListWithoutWatchers) {
-    std::vector<AIModelItem> rows{libraryModel("x"), libraryModel("y")};
+    std::vector<AIModelItem> rows{model("x"), model("y")};
     std::optional<AIModelItem> dragging = rows[0];
     int saves = 0;
     RealTimeDropDelegate row{
@@ -186,14 +185,12 @@ TEST(RowDrop, ReleasedOutsideAnyRowIsWrittenByTheNextSave) {
     settings.view->save();
     settings.drag(settings.view->workerModels[0]);
     settings.enter(2);
-    EXPECT_EQ(
-        settings.fileOf(TargetList::worker),
-        encodeChain({libraryModel("a", "A"), libraryModel("b", "B"), libraryModel("c", "C")}));
+    EXPECT_EQ(settings.fileOf(TargetList::worker),
+              encodeChain({model("a", "A"), model("b", "B"), model("c", "C")}));
     settings.platform.advance(2s);
     settings.view->save();
-    EXPECT_EQ(
-        settings.fileOf(TargetList::worker),
-        encodeChain({libraryModel("b", "B"), libraryModel("c", "C"), libraryModel("a", "A")}));
+    EXPECT_EQ(settings.fileOf(TargetList::worker),
+              encodeChain({model("b", "B"), model("c", "C"), model("a", "A")}));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "support/records.h"
+
 namespace varnhold::testing {
 
 using namespace std::chrono_literals;
@@ -10,14 +12,12 @@ namespace {
 
 Kind kind(const std::string& id, const std::string& family, const std::string& type,
           std::optional<std::string> providerKey, const std::string& need, bool thinkingOnly) {
-    return {{.id = id,
-             .name = "",
-             .family = family,
-             .color = "red",
-             .type = type,
-             .provider_key = std::move(providerKey)},
-            need,
-            thinkingOnly};
+    return {model(id, {.name = "",
+                       .family = family,
+                       .color = "red",
+                       .type = type,
+                       .provider_key = std::move(providerKey)}),
+            need, thinkingOnly};
 }
 
 int indexOf(const Rows& rows, const std::string& uid) {

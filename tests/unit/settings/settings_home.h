@@ -9,6 +9,7 @@
 
 #include "settings/settings_state.h"
 #include "support/fake_platform.h"
+#include "support/records.h"
 #include "support/temporary_home.h"
 
 namespace varnhold::testing {
@@ -53,17 +54,6 @@ struct SettingsHome {
 
     [[nodiscard]] std::vector<BotConfig> botsOnDisk() const { return loadBots(constants); }
 };
-
-inline AIModelItem model(const std::string& id) {
-    return {.id = id, .name = "Model " + id, .family = "Family", .color = "blue", .type = "cli"};
-}
-
-inline BotConfig bot(const std::string& role) {
-    return {.icon = "🤖",
-            .title = role,
-            .role = role,
-            .launchdLabel = "com.ostrelleai." + role + ".telegramd"};
-}
 
 // Something in every field that is saved.
 inline void fill(ModelSelectorView& view) {

@@ -4,22 +4,13 @@
 #include <optional>
 
 #include "support/fake_platform.h"
+#include "support/records.h"
 
 namespace varnhold::testing {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-BotConfig botWith(const std::string& token, const std::string& title = "Old",
-                  BotService service = BotService::telegram) {
-    return {.icon = "🤖",
-            .title = title,
-            .token = token,
-            .role = title,
-            .launchdLabel = "com.ostrelleai." + title + ".telegramd",
-            .service = service};
-}
 
 std::string reply(const std::string& name) {
     return R"({"ok":true,"result":{"id":1,"is_bot":true,"first_name":")" + name + R"("}})";
@@ -47,7 +38,8 @@ struct Fetch {
 
 TEST(TelegramNames, AskForEveryBotAtOnceAtTheTokensOwnAddress) {
     Fetch fetch;
-    fetch.start({botWith("1:a"), botWith("2:b"), botWith("3:c")});
+    fetch.start(
+        {bot("Old", {.token = "1:a"}), bot("Old", {.token = "2:b"}), bot("Old", {.token = "3:c"})});
     EXPECT_THAT(fetch.platform.http.urls, ElementsAre("https://api.telegram.org/bot1:a/getMe",
                                                       "https://api.telegram.org/bot2:b/getMe",
                                                       "https://api.telegram.org/bot3:c/getMe"));
@@ -55,7 +47,7 @@ TEST(TelegramNames, AskForEveryBotAtOnceAtTheTokensOwnAddress) {
 
 TEST(TelegramNames, ASlackRecordIsNeverAskedAboutEvenWithAToken) {
     Fetch fetch;
-    fetch.start({botWith("xoxb-1", "Slack", BotService::slack), botWith("", "Bare")});
+    fetch.start({bot("Slack", {.token = "xoxb-1", .service = BotService::slack}), bot("Bare")});
     EXPECT_THAT(fetch.platform.http.urls, IsEmpty());
     fetch.platform.settle();
     EXPECT_THAT(fetch.titles(), ElementsAre("Slack", "Bare"));
@@ -63,7 +55,8 @@ TEST(TelegramNames, ASlackRecordIsNeverAskedAboutEvenWithAToken) {
 
 TEST(TelegramNames, PutEachAnswerInItsPlaceWhateverTheOrderOfArrival) {
     Fetch fetch;
-    fetch.start({botWith("1"), botWith("", "Bare"), botWith("2"), botWith("3")});
+    fetch.start({bot("Old", {.token = "1"}), bot("Bare"), bot("Old", {.token = "2"}),
+                 bot("Old", {.token = "3"})});
     fetch.platform.http.answer(2, reply("Three"));
     fetch.platform.http.answer(0, reply("One"));
     fetch.platform.http.answer(1, reply("Two"));
@@ -73,19 +66,19 @@ TEST(TelegramNames, PutEachAnswerInItsPlaceWhateverTheOrderOfArrival) {
 
 TEST(TelegramNames, ChangeNothingButTheTitle) {
     Fetch fetch;
-    BotConfig bot = botWith("1");
-    bot.prompt = "p";
-    bot.isPaused = true;
-    fetch.start({bot});
+    BotConfig agent = bot("Old", {.token = "1"});
+    agent.prompt = "p";
+    agent.isPaused = true;
+    fetch.start({agent});
     fetch.platform.http.answer(0, reply("New"));
     fetch.platform.settle();
-    bot.title = "New";
-    EXPECT_THAT(fetch.result, ElementsAre(bot));
+    agent.title = "New";
+    EXPECT_THAT(fetch.result, ElementsAre(agent));
 }
 
 TEST(TelegramNames, CompleteOnceAndOnlyWhenAllHaveAnswered) {
     Fetch fetch;
-    fetch.start({botWith("1"), botWith("2")});
+    fetch.start({bot("Old", {.token = "1"}), bot("Old", {.token = "2"})});
     fetch.platform.http.answer(1, reply("Two"));
     fetch.platform.settle();
     EXPECT_EQ(fetch.completions, 0);
@@ -108,7 +101,7 @@ TEST(TelegramNames, CompleteLaterEvenWhereThereIsNobodyToAskFor) {
 
 TEST(TelegramNames, AnEmptyNameIsANameAndLeavesTheTitleEmpty) {
     Fetch fetch;
-    fetch.start({botWith("1")});
+    fetch.start({bot("Old", {.token = "1"})});
     fetch.platform.http.answer(0, reply(""));
     fetch.platform.settle();
     EXPECT_THAT(fetch.titles(), ElementsAre(""));
@@ -117,11 +110,12 @@ TEST(TelegramNames, AnEmptyNameIsANameAndLeavesTheTitleEmpty) {
 TEST(TelegramNames, TwoFetchesDoNotMixTheirAnswers) {
     Fetch first;
     int second = 0;
-    first.start({botWith("1", "A")});
-    fetchTelegramNames(first.platform.interfaces, {botWith("2", "B")}, [&](const auto& bots) {
-        ++second;
-        EXPECT_EQ(bots.front().title, "Second");
-    });
+    first.start({bot("A", {.token = "1"})});
+    fetchTelegramNames(first.platform.interfaces, {bot("B", {.token = "2"})},
+                       [&](const auto& bots) {
+                           ++second;
+                           EXPECT_EQ(bots.front().title, "Second");
+                       });
     first.platform.http.answer(1, reply("Second"));
     first.platform.http.answer(0, reply("First"));
     first.platform.settle();

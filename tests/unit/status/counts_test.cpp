@@ -5,13 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "support/records.h"
+
 namespace varnhold {
 namespace {
 
 std::vector<BotConfig> botsLabelled(const std::vector<std::string>& labels) {
-    std::vector<BotConfig> bots(labels.size());
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        bots[i].launchdLabel = labels[i];
+    std::vector<BotConfig> bots;
+    for (const std::string& label : labels) {
+        bots.push_back(testing::bot(label, {.label = label}));
     }
     return bots;
 }

@@ -2,21 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "status/fleet_picture.h"
+#include "support/records.h"
 
 namespace varnhold::testing {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-BotConfig bot(const std::string& role, bool paused = false) {
-    return {.icon = "🤖",
-            .title = "Bot " + role,
-            .token = "",
-            .role = role,
-            .launchdLabel = "com.ostrelleai." + role + ".telegramd",
-            .isPaused = paused ? std::optional(true) : std::nullopt};
-}
 
 std::vector<std::string> titlesOf(const std::vector<MenuRow>& rows) {
     std::vector<std::string> titles;
@@ -62,7 +54,8 @@ TEST(StatusMenu, RowsHaveTheirKeysAndActions) {
 }
 
 TEST(StatusMenu, WithEveryBotPausedHasTheHeaderAlone) {
-    const auto rows = statusMenuRows({.bots = {bot("a", true), bot("b", true)}});
+    const auto rows =
+        statusMenuRows({.bots = {bot("a", {.isPaused = true}), bot("b", {.isPaused = true})}});
     EXPECT_THAT(titlesOf(rows),
                 ElementsAre("⚙️ Preferences...", "-", "🟢 Start All Agents",
                             "🔄 Restart All Agents", "-", "── Bots ──", "-", "Quit"));
@@ -71,15 +64,15 @@ TEST(StatusMenu, WithEveryBotPausedHasTheHeaderAlone) {
 }
 
 TEST(StatusMenu, BotRowsTellStateAndLastModelAndCarryTheLabel) {
-    FleetPicture sources{.bots = {bot("a"), bot("paused", true), bot("b"), bot("c")},
+    FleetPicture sources{.bots = {bot("a"), bot("paused", {.isPaused = true}), bot("b"), bot("c")},
                          .models = {{"a", "opus"}, {"paused", "x"}}};
     sources.statuses = {{bot("a").launchdLabel, DaemonStatus::running},
                         {bot("b").launchdLabel, DaemonStatus::crashed},
                         {bot("c").launchdLabel, DaemonStatus::running}};
     const auto rows = statusMenuRows(sources);
-    EXPECT_EQ(rows[6].title, "🟢 🤖 Bot a (opus)");
-    EXPECT_EQ(rows[7].title, "🔴 🤖 Bot b (Idle)");
-    EXPECT_EQ(rows[8].title, "🟢 🤖 Bot c (Idle)");
+    EXPECT_EQ(rows[6].title, "🟢 🤖 a (opus)");
+    EXPECT_EQ(rows[7].title, "🔴 🤖 b (Idle)");
+    EXPECT_EQ(rows[8].title, "🟢 🤖 c (Idle)");
     EXPECT_EQ(rows[6].action, MenuAction::toggleDaemon);
     EXPECT_EQ(rows[6].value, "com.ostrelleai.a.telegramd");
     EXPECT_EQ(rows[6].key, "");
@@ -88,7 +81,7 @@ TEST(StatusMenu, BotRowsTellStateAndLastModelAndCarryTheLabel) {
 TEST(StatusMenu, ABotUnknownToTheServiceManagerShowsTheWhiteDisc) {
     const auto rows = statusMenuRows(
         {.bots = {bot("a")}, .statuses = {{"com.example.stale", DaemonStatus::running}}});
-    EXPECT_EQ(rows[6].title, "⚪️ 🤖 Bot a (Idle)");
+    EXPECT_EQ(rows[6].title, "⚪️ 🤖 a (Idle)");
 }
 
 TEST(StatusMenu, AnAlertTellsProviderAndDayInRed) {

@@ -55,10 +55,4 @@ inline std::vector<std::string> column(const KeyedListModel& rows, const char* n
     return values;
 }
 
-inline AIModelItem rowModel(const std::string& id, const std::string& uid) {
-    AIModelItem item = model(id);
-    item.uniqueId = uid;
-    return item;
-}
-
 } // namespace varnhold::testing

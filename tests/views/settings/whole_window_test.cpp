@@ -78,8 +78,10 @@ TEST_F(WholeWindow, HintsGoAndComeWithTheirSwitchAndNothingElseChanges) {
 TEST_F(WholeWindow, LeavesItsControlsOutOfTheWayOfScrollBars) {
     for (int i = 0; i < 40; ++i) {
         view->userBots.push_back(varnhold::testing::bot("bot" + std::to_string(i)));
-        view->directModels.push_back(rowModel("m" + std::to_string(i), "M" + std::to_string(i)));
-        view->governorModels.push_back(rowModel("g" + std::to_string(i), "G" + std::to_string(i)));
+        view->directModels.push_back(
+            testing::model("m" + std::to_string(i), "M" + std::to_string(i)));
+        view->governorModels.push_back(
+            testing::model("g" + std::to_string(i), "G" + std::to_string(i)));
     }
     view->customGroups = {CustomBotGroup{.name = "Crew", .models = view->governorModels},
                           CustomBotGroup{.name = "Reserve", .models = view->governorModels}};

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "status/fleet_picture.h"
+#include "support/records.h"
 
 namespace varnhold::testing {
 
@@ -24,10 +25,8 @@ std::vector<MenuRow> menuRows() {
     sources.alerts = {{"gemini", "2026-03-04"}};
     const auto add = [&](const char* icon, const char* title, const char* role,
                          DaemonStatus status) {
-        const std::string label = std::string("com.ostrelleai.") + role + ".telegramd";
-        sources.bots.push_back(
-            {.icon = icon, .title = title, .token = "", .role = role, .launchdLabel = label});
-        sources.statuses[label] = status;
+        sources.bots.push_back(bot(role, {.icon = icon, .title = title}));
+        sources.statuses[labelOf(role)] = status;
     };
     add("🧭", "Planner", "planner", DaemonStatus::running);
     add("🔬", "Research & Review", "researcher", DaemonStatus::running);

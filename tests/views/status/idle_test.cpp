@@ -7,6 +7,7 @@
 
 #include "app/app_delegate.h"
 #include "support/fake_platform.h"
+#include "support/records.h"
 #include "support/temporary_home.h"
 #include "views/qt_presentation.h"
 #include "views/status/status_strip.h"
@@ -49,9 +50,7 @@ struct ShownSupervisor {
             }
             return result;
         };
-        BotConfig bot{
-            .icon = "🤖", .title = "Bot", .token = "", .role = role, .launchdLabel = label};
-        home.write(constants.botsConfigFile, encodeBots({bot}));
+        home.write(constants.botsConfigFile, encodeBots({bot(role, {.label = label})}));
         delegate.applicationDidFinishLaunching();
         platform.settle();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(strip()));

@@ -10,6 +10,7 @@
 
 #include "fleets.h"
 #include "status/fleet_picture.h"
+#include "support/records.h"
 #include "views/status/exported_menu.h"
 #include "views/status/menu_opener.h"
 #include "views/status/status_menu.h"
@@ -136,11 +137,8 @@ TEST(Menu, ShowsAlertsInRedAndNothingElse) {
 
 TEST(Menu, IsWideEnoughForItsLongestRow) {
     FleetPicture sources;
-    sources.bots = {{.icon = "🤖",
-                     .title = "A bot with a long name & a longer story to tell about itself",
-                     .token = "",
-                     .role = "long",
-                     .launchdLabel = "x"}};
+    sources.bots = {
+        bot("long", {.title = "A bot with a long name & a longer story to tell about itself"})};
     sources.models = {{"long", "provider/a-model-with-a-very-long-name-indeed-2026-11-21"}};
     StatusMenu menu(statusMenuRows(sources), [](MenuAction, const std::string&) {});
     const QFontMetricsF metrics(menu.font());

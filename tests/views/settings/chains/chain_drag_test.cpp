@@ -24,8 +24,9 @@ const QString photoTop = QStringLiteral("Top of Photo Chain");
 
 struct ChainDrags : ShownChains {
     ChainDrags() {
-        view->workerModels = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")};
-        view->directModels = {testing::model("x"), rowModel("y", "Y")};
+        view->workerModels = {testing::model("a", "A"), testing::model("b", "B"),
+                              testing::model("c", "C")};
+        view->directModels = {testing::model("x"), testing::model("y", "Y")};
         view->openrouterKey = "key";
         for (AIModelItem& each : view->directModels) {
             each.provider_key = "openrouter";
@@ -132,7 +133,7 @@ TEST(ChainDrag, IsRefusedWithAnAlertWhereNobodyIsSignedIn) {
 TEST(ChainDrag, OfACerebrasModelIsRefusedFromTheLibraryButMovesBetweenChains) {
     ChainDrags settings;
     settings.view->directModels[0].family = "Cerebras";
-    settings.view->governorModels = {rowModel("z", "Z")};
+    settings.view->governorModels = {testing::model("z", "Z")};
     settings.view->governorModels[0].family = "Cerebras";
     settings.show();
     settings.dropFree("Z", codingModels);
@@ -146,7 +147,7 @@ TEST(ChainDrag, OfACerebrasModelIsRefusedFromTheLibraryButMovesBetweenChains) {
 
 TEST(ChainDrag, ReleasedOnARowOfAnotherChainIsConsumedThere) {
     ChainDrags settings;
-    settings.view->photoModels = {rowModel("p", "P")};
+    settings.view->photoModels = {testing::model("p", "P")};
     settings.show();
     settings.dropAt(settings.row("p"), QStringLiteral("A"));
     settings.dropAt(settings.row("p"), QStringLiteral("x"));
@@ -221,7 +222,7 @@ TEST(ChainDrag, ReordersHoweverLongItTakes) {
 
 TEST(ChainDrag, MarksWhereTheRowWouldLand) {
     ChainDrags settings;
-    settings.view->photoModels = {rowModel("p", "P")};
+    settings.view->photoModels = {testing::model("p", "P")};
     settings.show();
     const auto landing = [&](const QString& zone) {
         return settings.named(zone)->parentItem()->findChild<QQuickItem*>(
@@ -371,7 +372,7 @@ TEST(ChainDrag, InAChainOfAHundredMovesOneRow) {
     settings.view->workerModels.clear();
     for (int i = 0; i < 100; ++i) {
         const std::string number = std::to_string(i);
-        settings.view->workerModels.push_back(rowModel("m" + number, "M" + number));
+        settings.view->workerModels.push_back(testing::model("m" + number, "M" + number));
     }
     settings.show();
     KeyedListModel& rows = *settings.chain(TargetList::worker).models();

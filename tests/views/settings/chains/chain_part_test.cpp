@@ -11,7 +11,8 @@ using ::testing::IsEmpty;
 
 struct Chains : ModelledSettings {
     Chains() {
-        view->workerModels = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")};
+        view->workerModels = {testing::model("a", "A"), testing::model("b", "B"),
+                              testing::model("c", "C")};
         view->userBots = {bot("ops"), bot("cto")};
         modelled();
     }
@@ -143,7 +144,7 @@ TEST(ChainPart, ReordersUnderTheDraggedRowAndSavesAtTheDrop) {
 
 TEST(ChainPart, PutsWhatIsDroppedAtTheEndOrAtTheHead) {
     Chains settings;
-    settings.view->photoModels = {rowModel("p", "P")};
+    settings.view->photoModels = {testing::model("p", "P")};
     settings.chain(TargetList::photo).dropOnTop(QStringLiteral("C"));
     settings.platform.runMain();
     settings.chain(TargetList::photo).dropOnModels(QStringLiteral("A"));
@@ -165,7 +166,7 @@ TEST(ChainPart, PassesOverRowsThatHaveGone) {
 TEST(ChainPart, DeletesFromTheLibraryAlone) {
     Chains settings;
     settings.write(settings.constants.modelLibraryFile,
-                   encodeLibrary({.models = {model("a"), model("b")}}));
+                   encodeLibrary({.models = {testing::model("a"), testing::model("b")}}));
     settings.coding().deleteModel(QStringLiteral("A"));
     EXPECT_THAT(settings.read(settings.constants.modelLibraryFile),
                 ::testing::Not(HasSubstr("Model a")));

@@ -26,7 +26,7 @@ bool shows(const QQuickItem* under, const QString& beginning) {
 
 struct Section : ShownChains {
     Section() {
-        view->workerModels = {rowModel("a", "A"), rowModel("b", "B")};
+        view->workerModels = {testing::model("a", "A"), testing::model("b", "B")};
         view->userBots = {bot("ops"), bot("cto")};
         view->chainBotAssignments = {{"worker", {bot("ops").launchdLabel}}};
     }
@@ -268,7 +268,7 @@ TEST(ChainModels, SaysWhereToDropInAnEmptyChainButNotInAudio) {
 
 TEST(ChainModels, OfAudioBeginWithTheToolsOfThisMachine) {
     Section settings;
-    settings.view->voiceModels = {rowModel("v", "V")};
+    settings.view->voiceModels = {testing::model("v", "V")};
     settings.show();
     const QQuickItem* whisper =
         settings.named(QStringLiteral("Whisper (transcription, free/local)"), audio);
@@ -284,7 +284,7 @@ TEST(ChainModels, OfAudioBeginWithTheToolsOfThisMachine) {
 TEST(ChainModels, AreDeletedFromTheLibraryAndStayInTheChain) {
     Section settings;
     settings.write(settings.constants.modelLibraryFile,
-                   encodeLibrary({.models = {model("a"), model("b")}}));
+                   encodeLibrary({.models = {testing::model("a"), testing::model("b")}}));
     settings.show();
     settings.click(QStringLiteral("Remove from library"), QStringLiteral("Model a"));
     EXPECT_THAT(settings.read(settings.constants.modelLibraryFile), Not(HasSubstr("Model a")));

@@ -18,9 +18,10 @@ struct GroupDrags : ShownChains {
     GroupDrags() {
         view->customGroups = {
             CustomBotGroup{.name = "Crew",
-                           .models = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")}}};
-        view->allLibraryModels = {testing::model("x"), rowModel("y", "Y")};
-        view->workerModels = {rowModel("w", "W")};
+                           .models = {testing::model("a", "A"), testing::model("b", "B"),
+                                      testing::model("c", "C")}}};
+        view->allLibraryModels = {testing::model("x"), testing::model("y", "Y")};
+        view->workerModels = {testing::model("w", "W")};
         view->userBots = {bot("ops"), bot("cto")};
     }
 

@@ -18,9 +18,10 @@ const QString editor = QStringLiteral("Objectives of Crew");
 
 struct Column : ShownChains {
     Column() {
-        view->customGroups = {CustomBotGroup{.name = "Crew",
-                                             .models = {rowModel("a", "A"), rowModel("b", "B")},
-                                             .colorHex = "FFD6D6"}};
+        view->customGroups = {
+            CustomBotGroup{.name = "Crew",
+                           .models = {testing::model("a", "A"), testing::model("b", "B")},
+                           .colorHex = "FFD6D6"}};
         view->userBots = {bot("ops"), bot("cto")};
     }
 

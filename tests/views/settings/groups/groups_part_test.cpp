@@ -17,7 +17,8 @@ struct Groups : ModelledSettings {
     Groups() {
         view->customGroups = {
             CustomBotGroup{.name = "Crew",
-                           .models = {rowModel("a", "A"), rowModel("b", "B"), rowModel("c", "C")},
+                           .models = {testing::model("a", "A"), testing::model("b", "B"),
+                                      testing::model("c", "C")},
                            .colorHex = "FFD6D6"},
             CustomBotGroup{.name = "Others"}};
         view->allLibraryModels = {testing::model("x"), testing::model("y")};
