@@ -78,6 +78,16 @@ TEST_F(GeneratePlist, HasNoOtherKeys) {
     EXPECT_EQ(keys, 8U);
 }
 
+TEST_F(GeneratePlist, WritesTheFileInPlaceSoThatItsOtherNamesSeeIt) {
+    home.write(plistOf("cos"), "old");
+    const std::string other = home.at("kept-elsewhere.plist");
+    fs::create_hard_link(plistOf("cos"), other);
+    ASSERT_EQ(generatePlist(context, bot("cos")), plistOf("cos"));
+    EXPECT_TRUE(fs::equivalent(plistOf("cos"), other));
+    EXPECT_EQ(home.read(other), home.read(plistOf("cos")));
+    EXPECT_NE(home.read(other), "old");
+}
+
 TEST_F(GeneratePlist, ABundleWithDaemonCodeIsItsOwnResourceFolder) {
     const std::string inside = fake.bundle + "/Contents/Resources/daemon";
     home.makeFolder(inside);

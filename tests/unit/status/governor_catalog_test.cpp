@@ -125,6 +125,18 @@ TEST_F(GovernorCatalogQuery, NothingOfItIsLeftAfterItsEnd) {
     EXPECT_EQ(sqlite3_memory_used(), before);
 }
 
+TEST_F(GovernorCatalogQuery, ALockedDatabaseGivesNoRowsWithoutAWait) {
+    GovernorCatalog catalog(path);
+    EXPECT_EQ(rowsOf(catalog, "PRAGMA busy_timeout"), (Rows{{"0"}}));
+    rowsOf(catalog, "CREATE TABLE t (a)");
+    GovernorCatalog writer(path);
+    rowsOf(writer, "INSERT INTO t VALUES ('before')");
+    rowsOf(writer, "BEGIN EXCLUSIVE");
+    EXPECT_THAT(rowsOf(catalog, "SELECT a FROM t"), IsEmpty());
+    rowsOf(writer, "COMMIT");
+    EXPECT_EQ(rowsOf(catalog, "SELECT a FROM t"), (Rows{{"before"}}));
+}
+
 TEST_F(GovernorCatalogQuery, NoReadLockOutlivesAQuery) {
     EventDatabase daemons(path);
     daemons.makeTable();
