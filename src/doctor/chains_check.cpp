@@ -17,8 +17,8 @@ namespace {
 
 class ChainsCheck {
 public:
-    explicit ChainsCheck(const SettingsFields& fields)
-        : fields_(fields), stacks_(stacksOf(fields)) {}
+    ChainsCheck(const SettingsFields& fields, bool botsAreKnown)
+        : fields_(fields), botsAreKnown_(botsAreKnown), stacks_(stacksOf(fields)) {}
 
     [[nodiscard]] Section section() && {
         section_.data["chains"] = json::Value::array();
@@ -90,7 +90,9 @@ private:
         const std::string bots = counted(stack.labels.size(), "bot", "bots");
         if (stack.models->empty()) {
             add(ids::chainEmpty, level, stack, "There is no model in it.",
-                bots + " that are assigned to it have nobody to answer for them.",
+                counted(stack.labels.size(), "bot that is assigned to it has",
+                        "bots that are assigned to it have") +
+                    " nobody to answer.",
                 "Drag models into it.");
             return;
         }
@@ -187,7 +189,7 @@ private:
     void checkBots(const ModelStack& stack) {
         std::vector<std::string> unknown;
         for (const std::string& label : stack.labels) {
-            if (!isBot(label)) {
+            if (botsAreKnown_ && !isBot(label)) {
                 unknown.push_back(label);
             }
         }
@@ -287,6 +289,7 @@ private:
     }
 
     const SettingsFields& fields_;
+    const bool botsAreKnown_;
     const std::vector<ModelStack> stacks_;
     // Provider to its models and where they stand.
     std::map<std::string, std::vector<std::string>> unconnected_;
@@ -295,8 +298,8 @@ private:
 
 } // namespace
 
-Section checkChains(const SettingsFields& fields) {
-    return ChainsCheck(fields).section();
+Section checkChains(const SettingsFields& fields, bool botsAreKnown) {
+    return ChainsCheck(fields, botsAreKnown).section();
 }
 
 } // namespace varnhold::doctor

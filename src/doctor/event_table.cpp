@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <sqlite3.h>
+#include <sys/types.h>
 
 #include "base/files.h"
 #include "base/unicode.h"
@@ -42,8 +43,32 @@ std::string asAddress(const std::string& path) {
     }
     // While a daemon writes, what is new stands beside the file, together with an index of it that
     // everybody shares. Where there is none the file is all there is.
-    const bool isShared = files::exists(path + "-shm");
+    const bool isShared = files::exists(path + "-shm") && files::exists(path + "-wal");
     return out + (isShared ? "?mode=ro&readonly_shm=1" : "?mode=ro&immutable=1");
+}
+
+// The usual way to files, except that nothing is ever opened for writing: by itself the library
+// would open what stands beside a database so, and make it where it is missing.
+const char* readOnlyFiles() {
+    static const char* const name = [] {
+        static sqlite3_vfs files = *sqlite3_vfs_find(nullptr);
+        files.zName = "read-only";
+        files.pNext = nullptr;
+        files.xOpen = [](sqlite3_vfs*, sqlite3_filename path, sqlite3_file* file, int flags,
+                         int* given) {
+            sqlite3_vfs* usual = sqlite3_vfs_find(nullptr);
+            const int reading =
+                (flags & ~(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) | SQLITE_OPEN_READONLY;
+            return usual->xOpen(usual, path, file, reading, given);
+        };
+        // Root would give what stands beside a database to the database's owner.
+        const auto changeNothing = [](int, uid_t, gid_t) { return 0; };
+        int (*const stillOwner)(int, uid_t, gid_t) = changeNothing;
+        files.xSetSystemCall(&files, "fchown", reinterpret_cast<sqlite3_syscall_ptr>(stillOwner));
+        sqlite3_vfs_register(&files, 0);
+        return files.zName;
+    }();
+    return name;
 }
 
 int giveUpAt(void* end) {
@@ -91,7 +116,7 @@ Result<std::optional<EventTable>> readEvents(const std::string& path) {
     }
     sqlite3* raw = nullptr;
     const int opened = sqlite3_open_v2(asAddress(path).c_str(), &raw,
-                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
+                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, readOnlyFiles());
     const Database database(raw);
     if (opened != SQLITE_OK) {
         return failure(raw == nullptr ? "out of memory" : sqlite3_errmsg(raw));

@@ -83,7 +83,8 @@ Examination examine(const Surroundings& surroundings, const Command& command) {
         add(checkFleet(surroundings, jobs));
     }
     if (asksFor("chains")) {
-        add(checkChains(window.fields()));
+        const bool botsAreKnown = readBots(surroundings.constants.botsConfigFile).has_value();
+        add(checkChains(window.fields(), botsAreKnown));
     }
     if (asksFor("keepalive")) {
         add(checkKeepalive(window.fields(), surroundings));

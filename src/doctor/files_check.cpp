@@ -7,6 +7,7 @@
 #include "doctor/catalogue.h"
 #include "doctor/file_state.h"
 #include "doctor/json_place.h"
+#include "doctor/property_list_check.h"
 #include "doctor/settings_files.h"
 #include "doctor/words.h"
 
@@ -36,6 +37,7 @@ public:
         for (const SettingsFile& file : settingsFiles()) {
             look(file);
         }
+        gatherMissing();
         compareBackup();
         checkPermissions();
         checkRoom();
@@ -88,17 +90,24 @@ private:
         row["readable"] = state.kind == FileState::Kind::read && holds != rejected;
         row["holds"] = isThere ? holds : "";
         rows_.push_back(row);
-        if (isThere || level) {
-            section_.table.rows.push_back(
-                {level,
-                 !level,
-                 {row["file"], holds, isThere ? sizeInWords(state.size) : "",
-                  isThere ? dayOf(state.changed) : ""}});
+        if (!isThere && !level) {
+            return;
         }
+        // Of what stands in a file's place they would tell nothing.
+        const bool isFile =
+            state.kind == FileState::Kind::read || state.kind == FileState::Kind::tooLarge;
+        section_.table.rows.push_back({level,
+                                       !level,
+                                       {row["file"], holds, isFile ? sizeInWords(state.size) : "",
+                                        isFile ? dayOf(state.changed) : ""}});
     }
 
     void missing(const SettingsFile& file, const std::string& path) {
         if (file.whenMissing.empty()) {
+            return;
+        }
+        if (file.levelWhenMissing == Level::note) { // told in one for all of them
+            missing_.push_back(fileName(path));
             return;
         }
         add({.id = ids::fileMissing,
@@ -107,6 +116,17 @@ private:
              .sentence = "The file isn't there.",
              .consequence = std::string(file.whenMissing),
              .place = Place{path}});
+    }
+
+    void gatherMissing() {
+        if (!missing_.empty()) {
+            add({.id = ids::fileMissing,
+                 .level = Level::note,
+                 .subject = counted(missing_.size(), "file", "files"),
+                 .sentence = "Not there: " + enumerated(missing_) + ".",
+                 .consequence = "Chains and lists read as empty and preferences as their defaults, "
+                                "until the settings window is first opened."});
+        }
     }
 
     std::string unreadable(const SettingsFile& file, const std::string& path,
@@ -130,8 +150,8 @@ private:
             finding.command.clear();
         } else if (state.kind == FileState::Kind::tooLarge) {
             finding.id = ids::fileTooLarge;
-            finding.sentence = "The file has " + sizeInWords(state.size) + ", and more than " +
-                               sizeInWords(largestFile) + " isn't read.";
+            finding.sentence =
+                "The file has " + sizeInWords(state.size) + ", and beyond 64 MiB nothing is read.";
             finding.remedy = "Move it away, and start with a copy that is smaller.";
             finding.command.clear();
         }
@@ -339,6 +359,7 @@ private:
     const Surroundings& around_;
     Section section_{.check = "files", .summary = {}};
     json::Value rows_ = json::Value::array();
+    std::vector<std::string> missing_;
     std::size_t there_ = 0;
     std::size_t read_ = 0;
     std::uint64_t needed_ = 0;

@@ -23,7 +23,9 @@ public:
     [[nodiscard]] Section section() && {
         section_.data["bots"] = json::Value::array();
         if (!bots_) {
-            section_.summary = "no fleet: bots.json can't be used";
+            section_.summary = files::exists(around_.constants.botsConfigFile)
+                                   ? "no fleet: bots.json can't be used"
+                                   : "no fleet yet";
             add({.id = ids::fleetEmpty,
                  .level = Level::warning,
                  .subject = "bots.json",

@@ -1,6 +1,7 @@
 #include "doctor/json_place.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/json.h"
 #include "base/text.h"
@@ -73,7 +74,8 @@ std::string inWords(const std::string& message) {
         what += " after " + reading;
     }
     if (expected != std::string::npos) {
-        what += ", where " + message.substr(expected + 11) + " should stand";
+        const std::string wanted = message.substr(expected + 11);
+        what += ", where " + (wanted == "string literal" ? "a text" : wanted) + " should stand";
     }
     return what;
 }
@@ -235,6 +237,24 @@ bool isPlainWord(std::string_view text) {
            });
 }
 
+// The library has names of its own for what people call otherwise.
+std::string inPlainWords(std::string what) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 5> names{{
+        {"found array", "found a list"},
+        {"found object", "found an object"},
+        {"found string", "found text"},
+        {"found number", "found a number"},
+        {"found boolean", "found true or false"},
+    }};
+    for (const auto& [name, word] : names) {
+        if (what.ends_with(name)) {
+            what.replace(what.size() - name.size(), name.size(), word);
+            break;
+        }
+    }
+    return what;
+}
+
 // A value that stands in the wrong field may be a secret from the right one; a word isn't.
 std::string withoutValue(const std::string& what) {
     const std::size_t quote = what.find(": \"");
@@ -272,13 +292,16 @@ std::optional<Fault> syntaxFault(std::string_view text) {
     if (finder.isTooDeep()) {
         return Fault{{}, "nested deeper than " + std::to_string(json::maximumDepth) + " levels"};
     }
-    const std::size_t read = std::min(finder.position(), text.size() + 1);
+    if (finder.position() > text.size()) {
+        return Fault{placeAt(text, text.size()), "the file ends too early"};
+    }
+    const std::size_t read = finder.position();
     return Fault{placeAt(text, read == 0 ? 0 : read - 1), inWords(finder.message())};
 }
 
 Fault decodingFault(std::string_view text, const Value& document, std::string_view reason) {
     Fault fault = Descent(text, document, reason).fault();
-    fault.what = withoutValue(fault.what);
+    fault.what = inPlainWords(withoutValue(fault.what));
     return fault;
 }
 

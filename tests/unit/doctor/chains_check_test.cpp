@@ -164,6 +164,8 @@ TEST(ChainsCheck, WhatIsTwiceOrGoneIsTold) {
     EXPECT_EQ(findingsOf(section, ids::modelNotInLibrary).at(0).sentence,
               "Not in the library any more: N x.");
     EXPECT_EQ(findingsOf(section, ids::chainBotUnknown).at(0).subject, "Audio chain");
+    const WindowState window(chains.around);
+    EXPECT_THAT(idsOf(checkChains(window.fields(), false)), Not(Contains(ids::chainBotUnknown)));
     EXPECT_THAT(findingsOf(section, ids::chainUnknown).at(0).sentence, HasSubstr("viola"));
     EXPECT_THAT(idsOf(section), Contains(ids::budgetNegative));
 }

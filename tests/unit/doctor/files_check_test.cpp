@@ -45,7 +45,10 @@ TEST(FilesCheck, AHomeWithoutAnythingLacksItsFolder) {
 TEST(FilesCheck, AMissingFleetIsAWarningAndMissingChainsANote) {
     const DoctorHome home;
     EXPECT_EQ(findingsAbout(home, "bots.json").at(0).level, Level::warning);
-    EXPECT_EQ(findingsAbout(home, "photo_preferences.json").at(0).level, Level::note);
+    const auto rest = findingsAbout(home, "13 files");
+    ASSERT_THAT(rest, SizeIs(1));
+    EXPECT_EQ(rest[0].level, Level::note);
+    EXPECT_THAT(rest[0].sentence, HasSubstr("photo_preferences.json"));
     EXPECT_THAT(findingsAbout(home, "custom_groups.json"), IsEmpty());
     EXPECT_THAT(findingsAbout(home, "PROMPT.md"), IsEmpty());
 }
