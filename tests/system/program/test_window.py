@@ -238,6 +238,32 @@ class WindowTest(unittest.TestCase):
             wait_until("the menu is gone", lambda: find(PROGRAM, "Undo", "menu item") is None)
         wait_until("all is as it was", lambda: self.prompt() == before)
 
+    def pixels(self, area):
+        return subprocess.run(["import", "-window", "root", "-crop",
+                               f"{area.width}x{area.height}+{area.x}+{area.y}", "-depth", "8",
+                               "rgb:-"], env=self.session.environment, capture_output=True,
+                              check=True).stdout
+
+    def test_what_is_scrolled_away_is_painted_nowhere_as_it_changes(self):
+        prompt = self.place_of("Master Prompt Injection", "text")
+        name = "Objectives of Launch Crew"
+        def editor():
+            return next(area_of(each) for each in everything(PROGRAM) if each.get_name() == name)
+        self.scroll_to("Objectives")
+        self.click("Objectives")
+        wait_until("the editor", lambda: self.focused_name() == name)
+        self.session.tool("xdotool", "mousemove", WHEEL_AT[0], WHEEL_AT[1])
+        for _ in range(MOST_STEPS):
+            if editor().y < prompt.y + 60:
+                break
+            self.session.tool("xdotool", "click", "5", "sleep", "0.05")
+        before = self.pixels(prompt)
+        self.assertTrue(before)
+        for letter in "789":  # the next one is saved after the last one was painted
+            self.key(letter)
+            wait_until("it is saved", lambda letter=letter: letter in self.group()["objectives"])
+        self.assertTrue(self.pixels(prompt) == before, "something is painted over the prompt")
+
     def test_a_window_that_is_hidden_saves_nothing_when_it_comes_back(self):
         choice = self.session.support / ".preferred-provider.json"  # says when it was written
         saved = choice.read_text()

@@ -1,8 +1,5 @@
-#include <QApplication>
-
 #include "settings/chain_sections.h"
 #include "shown_sheets.h"
-#include "views/desktop/colours.h"
 
 namespace varnhold::testing {
 namespace {
@@ -119,32 +116,6 @@ TEST_F(WholeWindow, ObjectivesBeginWithTheirEditor) {
     EXPECT_EQ(view->customGroups.front().objectives, "x");
     click("Hide Objectives");
     EXPECT_FALSE(shows("Objectives of Crew"));
-}
-
-TEST_F(WholeWindow, PaintsNothingOfWhatIsScrolledAwayWhenTheColoursChange) {
-    view->customGroups = {CustomBotGroup{.name = "Crew", .objectives = "Ship it by spring."}};
-    view->masterPrompt = "Be kind.";
-    show();
-    group(0).toggleObjectives();
-    platform.settle();
-    for (QQuickItem* area : page->rootObject()->findChildren<QQuickItem*>()) {
-        if (area->inherits("QQuickFlickable")) {
-            const qreal beyond =
-                area->property("contentHeight").toReal() - area->property("height").toReal();
-            area->setProperty("contentY", std::max<qreal>(0, beyond));
-        }
-    }
-    const auto painted = [this] {
-        QCoreApplication::processEvents();
-        static_cast<void>(page->grabFramebuffer());
-        return page->grabFramebuffer();
-    };
-    const QImage light = painted();
-    QApplication::setPalette(darkPalette());
-    const QImage dark = painted();
-    QApplication::setPalette(lightPalette());
-    EXPECT_NE(light, dark);
-    EXPECT_EQ(painted(), light);
 }
 
 TEST_F(WholeWindow, TheLibrarysPlusOpensTheForm) {

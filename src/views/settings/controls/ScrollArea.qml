@@ -42,6 +42,36 @@ Flickable {
 
     readonly property WheelArea wheelArea: WheelArea { area: root }
 
+    // What is scrolled out of the areas around this one is not drawn at all: drawn by software, what
+    // changes there would be painted over whatever stands in its place.
+    readonly property Flickable around: areaAround(root)
+    property bool inSight: true
+
+    function areaAround(item: Item): Flickable {
+        for (let above = item.parent; above; above = above.parent) {
+            if (above instanceof Flickable)
+                return above;
+        }
+        return null;
+    }
+
+    function isInSight(): bool {
+        for (let area = around; area; area = areaAround(area)) {
+            const place = root.mapToItem(area, 0, 0);
+            if (place.y >= area.height || place.y + height <= 0 || place.x >= area.width || place.x + width <= 0)
+                return false;
+        }
+        return true;
+    }
+
+    Connections {
+        target: root.around ? root.Window.window : null
+
+        // Before each frame, when everything has its place.
+        function onAfterAnimating() { root.inSight = root.isInSight(); }
+    }
+
+    contentItem.opacity: inSight ? 1 : 0
     clip: true
     interactive: false
     contentWidth: width
