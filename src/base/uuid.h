@@ -24,7 +24,7 @@ public:
     // The canonical form of this program and the daemons: capitals, with hyphens.
     [[nodiscard]] std::string text() const;
 
-    auto operator<=>(const Uuid&) const = default;
+    auto operator<=>(const Uuid&) const = default; // NOLINT(modernize-use-nullptr): the check errs
 
 private:
     std::array<std::uint8_t, 16> bytes_{};

@@ -26,7 +26,7 @@ void shedInheritedState() {
     openStandardStreams();
     sigset_t none;
     ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::pthread_sigmask(SIG_SETMASK, &none, nullptr);
     // Without it the ends of children can't be waited for.
     static_cast<void>(std::signal(SIGCHLD, SIG_DFL));
     ::unsetenv("COLUMNS"); // NOLINT(concurrency-mt-unsafe): there is one thread yet

@@ -122,6 +122,7 @@ double botColorHue(const Constants& constants, const std::string& role) {
 std::vector<double> botColorHues(const Constants& constants, const std::vector<BotConfig>& bots) {
     const std::vector<std::string> roles = botRolesInOrder(constants);
     std::vector<double> hues;
+    hues.reserve(bots.size());
     for (const BotConfig& bot : bots) {
         hues.push_back(hueAmong(roles, bot.role, constants.RAINBOW_END));
     }

@@ -10,7 +10,7 @@ void resetSignals() {
     }
     sigset_t none{};
     ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::pthread_sigmask(SIG_SETMASK, &none, nullptr);
 }
 
 } // namespace varnhold::services

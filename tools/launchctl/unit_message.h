@@ -53,7 +53,7 @@ public:
     }
 
 private:
-    sd_bus_error error_ = SD_BUS_ERROR_NULL;
+    sd_bus_error error_{}; // what the library says in a way that only C has
 };
 
 void appendTexts(const Message& message, const std::vector<std::string>& texts);

@@ -2,10 +2,14 @@
 
 #include <QPointer>
 #include <QSocketNotifier>
+#include <cstddef>
 #include <cstdlib>
 #include <xcb/xcb.h>
 
 // The header names a field "explicit", as C may.
+#if defined(__clang__)
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicit_field
 #include <xcb/xinput.h>
 #undef explicit
@@ -37,7 +41,7 @@ xcb_keycode_t findEscape(xcb_connection_t* x) {
         return usualEscape;
     }
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
-    for (int i = 0; i < count; ++i) {
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
         if (symbols[i * map->keysyms_per_keycode] == escapeSymbol) {
             return static_cast<xcb_keycode_t>(setup->min_keycode + i);
         }

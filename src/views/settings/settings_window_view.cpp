@@ -56,7 +56,7 @@ bool isOtherPrograms(MainMenuAction action) {
 } // namespace
 
 SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
-                                       Choose choose, std::function<void()> closed)
+                                       const Choose& choose, std::function<void()> closed)
     : page_(new SettingsPage(model, this)), closed_(std::move(closed)) {
     setWindowTitle(QStringLiteral("Varnhold"));
     setCentralWidget(page_);

@@ -15,8 +15,8 @@ public:
     using Choose = std::function<void(MainMenuAction action)>;
 
     // The model must outlive the window.
-    SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model, Choose choose,
-                       std::function<void()> closed);
+    SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
+                       const Choose& choose, std::function<void()> closed);
 
     // That its page has its whole size beside the menu bar, or as much of it as the screen has room
     // for.

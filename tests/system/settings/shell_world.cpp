@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <ranges>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -39,11 +40,11 @@ esac
 } // namespace
 
 Environment::~Environment() {
-    for (auto each = before_.rbegin(); each != before_.rend(); ++each) {
-        if (each->second) {
-            ::setenv(each->first.c_str(), each->second->c_str(), 1);
+    for (const auto& [name, value] : std::views::reverse(before_)) {
+        if (value) {
+            ::setenv(name.c_str(), value->c_str(), 1);
         } else {
-            ::unsetenv(each->first.c_str());
+            ::unsetenv(name.c_str());
         }
     }
 }

@@ -51,6 +51,8 @@ using varnhold::testing::refuse;
 
 extern "C" {
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's own names
+
 int __real_close(int file);
 int __real_fallocate(int file, int mode, off_t offset, off_t length);
 int __real_fsync(int file);
@@ -132,5 +134,7 @@ int __wrap_renameat2(int oldFolder, const char* from, int newFolder, const char*
     }
     return __real_renameat2(oldFolder, from, newFolder, to, flags);
 }
+
+// NOLINTEND(bugprone-reserved-identifier)
 
 } // extern "C"

@@ -25,8 +25,7 @@ const std::string malformed[] = {
     "\xF4\x90\x80\x80", // beyond the last code point
     "\xF5\x80\x80\x80", // the same
     "\xFF",
-    "a\xFE"
-    "b",
+    "a\xFE\x62", // a "b" would pass for a digit
 };
 
 TEST(ValidUtf8, MalformedSequencesAreFoundWhereverTheyStand) {

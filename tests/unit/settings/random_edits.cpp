@@ -118,7 +118,7 @@ std::optional<std::size_t> RandomEdits::anyPlace() {
 // The uid that the real state made up is taken over, once it is seen to be a proper fresh one.
 std::string RandomEdits::givenUid(TargetList list, std::size_t place) {
     const Rows& rows = real_.view->chainArray(list);
-    const std::string uid = place < rows.size() ? rows[place].uid() : "";
+    std::string uid = place < rows.size() ? rows[place].uid() : "";
     const auto parsed = Uuid::parse(uid);
     wellGiven_ = wellGiven_ && parsed && parsed->text() == uid && given_.insert(uid).second;
     return uid;

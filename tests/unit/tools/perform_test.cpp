@@ -44,7 +44,7 @@ protected:
     }
 
     std::string writeList(const std::string& labelToWrite) {
-        const std::string path = home.at(labelToWrite + ".plist");
+        std::string path = home.at(labelToWrite + ".plist");
         home.write(path, encodePropertyList(listOf(labelToWrite)).value());
         return path;
     }

@@ -22,6 +22,7 @@ KeyedListModel::Row shown(const KeyRow& row) {
 template <class Rows>
 std::vector<KeyedListModel::Row> allShown(const Rows& rows) {
     std::vector<KeyedListModel::Row> all;
+    all.reserve(rows.size());
     for (const auto& row : rows) {
         all.push_back(shown(row));
     }

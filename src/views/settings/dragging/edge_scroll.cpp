@@ -6,6 +6,7 @@
 #include <QQuickRenderControl>
 #include <algorithm>
 #include <chrono>
+#include <ranges>
 
 namespace varnhold {
 
@@ -75,8 +76,8 @@ Scrolling scrollingAt(QQuickItem* under, const QPointF& scenePoint, const Axis& 
         return {};
     }
     const QList<QQuickItem*> children = under->childItems();
-    for (auto child = children.rbegin(); child != children.rend(); ++child) {
-        if (const Scrolling found = scrollingAt(*child, scenePoint, axis); found.area != nullptr) {
+    for (QQuickItem* child : std::views::reverse(children)) {
+        if (const Scrolling found = scrollingAt(child, scenePoint, axis); found.area != nullptr) {
             return found;
         }
     }
