@@ -1,6 +1,6 @@
 #pragma once
 
-#include "agent_exec/job_files.h"
+#include "jobs/job_files.h"
 
 namespace varnhold::services {
 

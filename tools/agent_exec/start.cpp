@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "agent_exec/log_file.h"
-#include "agent_exec/signals.h"
+#include "jobs/signals.h"
 
 namespace varnhold::services {
 

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "agent_exec/job_files.h"
+#include "jobs/job_files.h"
 #include "lifecycle/property_list.h"
 
 namespace varnhold::services {

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 #include "launchctl/known_jobs.h"
 #include "launchctl/s6_manager.h"
 #include "launchctl/systemd_manager.h"

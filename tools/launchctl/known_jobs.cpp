@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "launchctl/label_name.h"
+#include "jobs/label_name.h"
 #include "launchctl/process_handle.h"
 
 namespace varnhold::services {

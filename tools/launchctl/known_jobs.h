@@ -1,6 +1,6 @@
 #pragma once
 
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 #include "launchctl/service_manager.h"
 
 namespace varnhold::services {

@@ -6,7 +6,7 @@
 #include <type_traits>
 
 #include "base/files.h"
-#include "launchctl/label_name.h"
+#include "jobs/label_name.h"
 #include "launchctl/listing.h"
 #include "lifecycle/property_list_check.h"
 #include "shell/version.h"

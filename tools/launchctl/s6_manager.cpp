@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "launchctl/label_name.h"
+#include "jobs/label_name.h"
+#include "jobs/tree_names.h"
 #include "launchctl/process_handle.h"
-#include "launchctl/tree_names.h"
 #include "launchctl/waiting.h"
 
 namespace varnhold::services {

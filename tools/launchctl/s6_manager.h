@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 #include "launchctl/s6_scanner.h"
 #include "launchctl/s6_tree.h"
 #include "launchctl/service_manager.h"

@@ -6,8 +6,8 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "agent_exec/signals.h"
-#include "launchctl/tree_names.h"
+#include "jobs/signals.h"
+#include "jobs/tree_names.h"
 #include "launchctl/waiting.h"
 
 namespace varnhold::services {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/result.h"
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 
 namespace varnhold::services {
 

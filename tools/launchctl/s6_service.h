@@ -4,7 +4,7 @@
 #include <string_view>
 #include <sys/types.h>
 
-#include "agent_exec/job_files.h"
+#include "jobs/job_files.h"
 
 namespace varnhold::services {
 

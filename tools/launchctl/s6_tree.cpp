@@ -6,8 +6,8 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "launchctl/label_name.h"
-#include "launchctl/tree_names.h"
+#include "jobs/label_name.h"
+#include "jobs/tree_names.h"
 
 namespace varnhold::services {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/result.h"
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 #include "launchctl/s6_service.h"
 
 // The links by which a scanner knows its jobs, and the jobs' folders. Jobs are named as in

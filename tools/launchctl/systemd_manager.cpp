@@ -7,8 +7,8 @@
 #include <sys/wait.h>
 
 #include "base/unicode.h"
+#include "jobs/label_name.h"
 #include "launchctl/known_jobs.h"
-#include "launchctl/label_name.h"
 #include "launchctl/process_handle.h"
 #include "launchctl/unit_name.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 #include "launchctl/service_manager.h"
 #include "launchctl/user_manager.h"
 

@@ -1,7 +1,7 @@
 #include "launchctl/unit_name.h"
 
 #include "base/text.h"
-#include "launchctl/label_name.h"
+#include "jobs/label_name.h"
 
 namespace varnhold::services {
 

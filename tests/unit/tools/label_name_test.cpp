@@ -1,4 +1,4 @@
-#include "launchctl/label_name.h"
+#include "jobs/label_name.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "agent_exec/signals.h"
+#include "jobs/signals.h"
 
 #include <csignal>
 

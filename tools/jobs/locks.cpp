@@ -1,4 +1,4 @@
-#include "launchctl/locks.h"
+#include "jobs/locks.h"
 
 #include <algorithm>
 #include <cerrno>

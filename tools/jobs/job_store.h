@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "agent_exec/job_files.h"
-#include "launchctl/locks.h"
+#include "jobs/job_files.h"
+#include "jobs/locks.h"
 #include "platform/private_folder.h"
 
 namespace varnhold::services {

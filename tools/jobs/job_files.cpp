@@ -1,4 +1,4 @@
-#include "agent_exec/job_files.h"
+#include "jobs/job_files.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
-#include "launchctl/job_store.h"
+#include "jobs/job_store.h"
 
 #include <algorithm>
 
-#include "launchctl/label_name.h"
-#include "launchctl/tree_names.h"
+#include "jobs/label_name.h"
+#include "jobs/tree_names.h"
 
 namespace varnhold::services {
 
