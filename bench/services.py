@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""How long launchctl takes to start a fleet and to list it, beside the managers' own tools.
+"""How long launchctl takes to start a fleet, to list it and to end it, beside the managers' own tools.
 
     bench/services.py BUILD_FOLDER [COUNT...]
 
@@ -79,11 +79,13 @@ def measure(tool, manager, count):
     for _ in range(ROUNDS):
         listings.append(timed(tool, "list"))
         others.append(timed(*other))
-    print(f"{manager:8} {count:5} {start_all:10.2f} {1000 * start_all / count:10.1f} "
-          f"{1000 * statistics.median(listings):10.1f} {1000 * statistics.median(others):10.1f}  {name}",
-          flush=True)
+    begin = time.perf_counter()
     for label, _ in fleet:
         run(tool, "bootout", f"{DOMAIN}/{label}")
+    end_all = time.perf_counter() - begin
+    print(f"{manager:8} {count:5} {start_all:10.2f} {1000 * start_all / count:10.1f} {end_all:10.2f} "
+          f"{1000 * statistics.median(listings):10.1f} {1000 * statistics.median(others):10.1f}  {name}",
+          flush=True)
 
 
 def inside(build, manager, counts):
@@ -100,8 +102,8 @@ def main():
     if rest[:1] == ["--inside"]:
         inside(build, rest[1], [int(count) for count in rest[2:]])
         return
-    print("manager  agents  start-all  per agent       list  own tool")
-    print("                         s         ms         ms        ms", flush=True)
+    print("manager  agents  start-all  per agent    end-all       list  own tool")
+    print("                         s         ms          s         ms        ms", flush=True)
     for manager, sandbox in SANDBOXES.items():
         done = subprocess.run([sandbox, sys.executable, HERE, build, "--inside", manager,
                                *(rest or map(str, COUNTS))], check=False)
