@@ -8,6 +8,9 @@
 namespace varnhold::services {
 
 AfterEnd waitForTurn(const JobFiles& job) {
+    if (job.isLeaving()) {
+        return AfterEnd::stayDown;
+    }
     const Result<PropertyList> definition = job.definition();
     const bool keepAlive = definition && definition->keepAlive;
     const std::chrono::nanoseconds since = job.sinceStart();

@@ -40,6 +40,9 @@ JobFiles jobAt(const std::string& folder) {
 }
 
 int start(const JobFiles& job) {
+    if (job.isLeaving()) {
+        return 0; // its unloading was cut short, and somebody was put in its supervisor's place
+    }
     job.forgetHurry();
     if (job.folder() && !job.noteStart()) {
         // Nobody could tell later when it started. So the pause comes before the start instead of

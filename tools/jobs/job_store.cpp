@@ -1,6 +1,9 @@
 #include "jobs/job_store.h"
 
 #include <algorithm>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
 
 #include "jobs/label_name.h"
 #include "jobs/tree_names.h"
@@ -31,6 +34,23 @@ void removeScan(const platform::PrivateFolder& root) {
 }
 
 } // namespace
+
+JobStore::JobLock::JobLock(FileLock lock, const platform::PrivateFolder& folder, std::string name)
+    : lock_(std::move(lock)),
+      folder_(::fcntl(folder.descriptor(), F_DUPFD_CLOEXEC, 0)),
+      name_(std::move(name)) {}
+
+JobStore::JobLock::JobLock(JobLock&& other) noexcept
+    : lock_(std::move(other.lock_)),
+      folder_(std::exchange(other.folder_, -1)),
+      name_(std::move(other.name_)) {}
+
+JobStore::JobLock::~JobLock() {
+    if (folder_ >= 0) {
+        ::unlinkat(folder_, name_.c_str(), 0); // while it is still held
+        ::close(folder_);
+    }
+}
 
 Result<JobStore> JobStore::open(const std::string& path) {
     JobStore store(path);
@@ -91,11 +111,19 @@ Result<JobStore::Locks> JobStore::lock(const std::string& name) {
     if (!label) {
         return failure(label.error());
     }
-    return Locks{*std::move(whole), *std::move(label)};
+    return Locks{*std::move(whole), JobLock(*std::move(label), *locks_, name)};
 }
 
-std::optional<FileLock> JobStore::tryLock(const std::string& name) const {
-    return locks_ ? FileLock::tryExclusive(*locks_, name) : std::nullopt;
+std::optional<JobStore::JobLock> JobStore::tryLock(const std::string& name) const {
+    auto lock = locks_ ? FileLock::tryExclusive(*locks_, name) : std::nullopt;
+    return lock ? std::optional<JobLock>(std::in_place, *std::move(lock), *locks_, name)
+                : std::nullopt;
+}
+
+std::vector<std::string> JobStore::marked() const {
+    auto names = locks_ ? locks_->names() : std::vector<std::string>();
+    std::erase_if(names, [](const std::string& name) { return !labelOfName(name); });
+    return names;
 }
 
 std::optional<FileLock> JobStore::tryAlone() {

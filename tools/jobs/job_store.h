@@ -18,9 +18,28 @@ namespace varnhold::services {
 // to the user are neither believed nor touched, and only what we have made is ever removed.
 class JobStore final {
 public:
+    // A job's lock. Its file goes with it, so that one which is there and not held is the mark of
+    // work that somebody was killed at.
+    class JobLock final {
+    public:
+        JobLock(FileLock lock, const platform::PrivateFolder& folder, std::string name);
+        JobLock(JobLock&& other) noexcept;
+        JobLock& operator=(JobLock&&) = delete;
+        JobLock(const JobLock&) = delete;
+        JobLock& operator=(const JobLock&) = delete;
+        ~JobLock();
+        // For work that goes on by itself and is to be looked after once more.
+        void leaveMark() { folder_ = -1; }
+
+    private:
+        FileLock lock_;
+        int folder_;
+        std::string name_;
+    };
+
     struct Locks {
         FileLock tree;
-        FileLock label;
+        JobLock label;
     };
 
     // Of a folder that isn't there yet. Fails if there is one that isn't private to the user.
@@ -40,7 +59,9 @@ public:
     // Waits for whoever changes this job. The runtime folder is made if it is missing.
     [[nodiscard]] Result<Locks> lock(const std::string& name);
     // None if somebody else changes this job. The tree's lock must be held.
-    [[nodiscard]] std::optional<FileLock> tryLock(const std::string& name) const;
+    [[nodiscard]] std::optional<JobLock> tryLock(const std::string& name) const;
+    // Jobs that somebody works on or was killed at.
+    [[nodiscard]] std::vector<std::string> marked() const;
     // The tree for oneself alone; none if somebody else is at work, or there is no tree.
     [[nodiscard]] std::optional<FileLock> tryAlone();
 

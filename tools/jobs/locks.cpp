@@ -5,6 +5,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/time.h>
 #include <system_error>
 #include <unistd.h>
@@ -83,6 +84,10 @@ Result<FileLock> FileLock::take(const platform::PrivateFolder& folder, const std
     const Alarm alarm(patience);
     while (lock.file_ >= 0) {
         if (::flock(lock.file_, operation) == 0) {
+            if (!lock.isCurrent()) {
+                lock = FileLock(openLock(folder, name));
+                continue;
+            }
             if (kind == Kind::exclusive) {
                 lock.noteHolder();
             }
@@ -101,10 +106,15 @@ Result<FileLock> FileLock::take(const platform::PrivateFolder& folder, const std
 std::optional<FileLock> FileLock::tryExclusive(const platform::PrivateFolder& folder,
                                                const std::string& name) {
     FileLock lock(openLock(folder, name));
-    if (lock.file_ < 0 || ::flock(lock.file_, LOCK_EX | LOCK_NB) != 0) {
+    if (lock.file_ < 0 || ::flock(lock.file_, LOCK_EX | LOCK_NB) != 0 || !lock.isCurrent()) {
         return std::nullopt;
     }
     return lock;
+}
+
+bool FileLock::isCurrent() const {
+    struct stat found {};
+    return ::fstat(file_, &found) == 0 && found.st_nlink > 0;
 }
 
 FileLock::FileLock(FileLock&& other) noexcept : file_(std::exchange(other.file_, -1)) {}

@@ -21,6 +21,9 @@ public:
     [[nodiscard]] static std::optional<FileLock> tryExclusive(const platform::PrivateFolder& folder,
                                                               const std::string& name);
 
+    // Whether the file still bears its name: its former holder may have taken it away.
+    [[nodiscard]] bool isCurrent() const;
+
     FileLock(FileLock&& other) noexcept;
     FileLock& operator=(FileLock&& other) noexcept;
     FileLock(const FileLock&) = delete;

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 #include <memory>
+#include <poll.h>
 #include <unistd.h>
 
 extern "C" { // this header of glibc 2.36 doesn't say so itself
@@ -48,6 +49,22 @@ ProcessHandle::~ProcessHandle() {
     if (handle_ >= 0) {
         ::close(handle_);
     }
+}
+
+void ProcessHandle::waitForEnd(std::chrono::milliseconds limit) const {
+    pollfd ended{.fd = handle_, .events = POLLIN, .revents = 0};
+    if (handle_ >= 0) {
+        ::poll(&ended, 1, static_cast<int>(limit.count()));
+    }
+}
+
+bool ProcessHandle::hasEnded() const {
+    pollfd ended{.fd = handle_, .events = POLLIN, .revents = 0};
+    return handle_ < 0 || ::poll(&ended, 1, 0) > 0;
+}
+
+void ProcessHandle::askToEnd() const {
+    ::pidfd_send_signal(handle_, SIGTERM, nullptr, 0);
 }
 
 void ProcessHandle::kill() const {

@@ -32,6 +32,13 @@ public:
     ProcessHandle& operator=(const ProcessHandle&) = delete;
     ~ProcessHandle();
 
+    // Returns when the process has ended, or the time is up.
+    void waitForEnd(std::chrono::milliseconds limit) const;
+
+    // Asks it politely.
+    void askToEnd() const;
+    [[nodiscard]] bool hasEnded() const;
+
     // Ends the process by force, unless it has ended by itself.
     void kill() const;
 

@@ -4,8 +4,8 @@
 
 #include "jobs/label_name.h"
 #include "jobs/tree_names.h"
+#include "launchctl/lost_supervisors.h"
 #include "launchctl/process_handle.h"
-#include "launchctl/waiting.h"
 
 namespace varnhold::services {
 
@@ -48,18 +48,20 @@ Result<JobStore::Locks> S6Manager::lock(const std::string& name) {
 // sees the job, and one whose scanner has been killed works on. A job that never had a supervisor
 // is one that somebody is about to load, or was when he was killed.
 bool S6Manager::isLoaded(const std::string& name) const {
+    return isLoaded(name, tree_.service(name));
+}
+
+bool S6Manager::isLoaded(const std::string& name, const S6Service& service) const {
     const S6Tree::Link link = tree_.linkOf(name);
-    if (link == S6Tree::Link::none) {
+    if (link == S6Tree::Link::none || service.files().isLeaving()) {
         return false;
     }
-    const S6Service service = tree_.service(name);
     return service.isSupervised() ||
            (link == S6Tree::Link::inSight && service.wasSupervised() && scanner_.isRunning());
 }
 
-JobState S6Manager::state(const std::string& name, const std::string& label) const {
+JobState S6Manager::state(const S6Service& service, const std::string& label) {
     JobState job{.label = label};
-    const S6Service service = tree_.service(name);
     const auto status = service.isSupervised() ? service.status() : std::nullopt;
     if (status) {
         job.process = status->process;
@@ -72,8 +74,8 @@ JobState S6Manager::state(const std::string& name, const std::string& label) con
 Result<std::vector<JobState>> S6Manager::jobs() {
     std::vector<JobState> jobs;
     for (const std::string& name : tree_.linkedJobs()) {
-        if (isLoaded(name)) {
-            jobs.push_back(state(name, labelOfName(name).value()));
+        if (const S6Service service = tree_.service(name); isLoaded(name, service)) {
+            jobs.push_back(state(service, labelOfName(name).value()));
         }
     }
     std::sort(jobs.begin(), jobs.end(),
@@ -89,8 +91,11 @@ bool S6Manager::hasJobs() const {
 
 Result<std::optional<JobState>> S6Manager::job(const std::string& label) {
     const auto name = nameOfLabel(label);
-    const bool loaded = name && isLoaded(*name);
-    return loaded ? std::optional(state(*name, label)) : std::nullopt;
+    if (!name) {
+        return std::nullopt;
+    }
+    const S6Service service = tree_.service(*name);
+    return isLoaded(*name, service) ? std::optional(state(service, label)) : std::nullopt;
 }
 
 Result<PropertyList> S6Manager::definition(const std::string& label) {
@@ -124,24 +129,48 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
     return done;
 }
 
-// Ends what a tool that was killed half-way has left: jobs that it hadn't quite loaded or had half
-// forgotten. Whoever is still at work on a job holds its lock. Doesn't wait for agents to end.
-void S6Manager::tidyUp() const {
-    for (const std::string& name : tree_.allJobs()) {
-        const auto alone = isLoaded(name) ? std::nullopt : store_.tryLock(name);
-        if (!alone || isLoaded(name)) {
-            continue;
-        }
+// Ends what a tool that was killed half-way has left of a job that it hadn't quite loaded or had
+// half forgotten. Whoever is still at work on it holds its lock. Doesn't wait for its agent to end.
+void S6Manager::tidyUp(const std::string& name) const {
+    if (isLoaded(name)) {
+        return;
+    }
+    auto alone = store_.tryLock(name);
+    if (!alone || isLoaded(name)) {
+        return;
+    }
+    if (tree_.linkOf(name) != S6Tree::Link::none) {
         tree_.unlink(name);
-        if (tree_.service(name).isSupervised()) {
-            tellToEnd(name);
+        scanner_.rescan();
+    }
+    if (tree_.service(name).isSupervised()) {
+        tellToEnd(name);
+        alone->leaveMark(); // for whoever comes next to take the folder away
+    } else {
+        tree_.remove(name);
+    }
+}
+
+void S6Manager::tidyUpMarked() const {
+    for (const std::string& name : store_.marked()) {
+        if (isLoaded(name)) {
+            static_cast<void>(store_.tryLock(name)); // its mark says nothing any more
         } else {
-            tree_.remove(name); // or else by whoever tidies up next
+            tidyUp(name);
         }
     }
 }
 
+void S6Manager::tidyUpAll() const {
+    for (const std::string& name : tree_.allJobs()) {
+        tidyUp(name);
+    }
+}
+
 Result<void> S6Manager::startScanner() {
+    if (scanner_.isRunning()) {
+        return {};
+    }
     const auto alone =
         FileLock::take(*store_.folder(), tree::scannerLock, FileLock::Kind::exclusive);
     if (!alone) {
@@ -150,6 +179,8 @@ Result<void> S6Manager::startScanner() {
     if (const auto made = tree_.make(); !made || scanner_.isRunning()) {
         return made;
     }
+    endLostSupervisors(store_.path());
+    tidyUpAll(); // or the scanner would bring up what is found there
     for (const std::string& name : tree_.linkedJobs()) {
         tree_.hide(name);
     }
@@ -163,15 +194,9 @@ Result<void> S6Manager::load(const std::string& name, bool starts) {
     }
     scanner_.rescan();
     const S6Service service = tree_.service(name);
-    if (!waitUntil(supervisorLimit, [&] { return service.isSupervised(); })) {
-        return failure("s6-supervise can't be started");
-    }
     // Whoever asks right after us should see the agent that we started.
-    if (starts) {
-        waitUntil(supervisorLimit, [&] {
-            const auto status = service.status();
-            return status && status->hasStarted;
-        });
+    if (!service.waitUntilSupervised(supervisorLimit, starts) && !service.isSupervised()) {
+        return failure("s6-supervise can't be started");
     }
     return {};
 }
@@ -189,7 +214,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
     if (isLoaded(*name)) {
         return Outcome::alreadyLoaded;
     }
-    tidyUp();                 // or the scanner would bring up what is found there
+    tidyUpMarked();
     auto done = unload(*name) // what a session that has ended or a tool that was killed has left
                     .and_then([&] { return writeJob(*name, list, content); })
                     .and_then([&] { return load(*name, list.runAtLoad || list.keepAlive); });
@@ -205,22 +230,24 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
 void S6Manager::tellToEnd(const std::string& name) const {
     const S6Service service = tree_.service(name);
     service.command("dx");
+    service.files().markLeaving();
     service.files().hurry();
 }
 
-// Once more if a supervisor came up while the folder went.
+// In this order, so that whoever is killed at it leaves an agent that ends by itself or a job that
+// is as loaded as before. A supervisor that ends before the scanner has lost sight of it is
+// replaced by one that finds the job leaving, starts nothing, and is told to end as well.
 Result<void> S6Manager::unload(const std::string& name) const {
-    if (tree_.linkOf(name) != S6Tree::Link::none) {
-        // First out of the scanner's sight, or it would replace the supervisor that ends.
-        tree_.unlink(name);
-        scanner_.rescan();
-    }
     for (int attempt = 0; attempt < 3; ++attempt) {
         const S6Service service = tree_.service(name);
         if (service.isSupervised()) {
             tellToEnd(name);
         }
-        if (!waitUntil(unloadLimit, [&] { return !service.isSupervised(); })) {
+        if (tree_.linkOf(name) != S6Tree::Link::none) {
+            tree_.unlink(name);
+            scanner_.rescan();
+        }
+        if (!service.waitUntilUnsupervised(unloadLimit)) {
             return failure("s6-supervise doesn't end");
         }
         if (tree_.remove(name)) {
@@ -230,7 +257,10 @@ Result<void> S6Manager::unload(const std::string& name) const {
     return failure("the supervisor of " + name + " comes up again and again");
 }
 
-Result<Outcome> S6Manager::bootout(const std::string& label) {
+// Looked at before the lock as well, so that nothing is made for a job that nobody has loaded.
+Result<Outcome>
+S6Manager::change(const std::string& label,
+                  const std::function<Result<Outcome>(const std::string& name)>& work) {
     const auto name = nameOfLabel(label);
     if (!name || tree_.linkOf(*name) == S6Tree::Link::none) {
         return Outcome::notLoaded;
@@ -240,47 +270,37 @@ Result<Outcome> S6Manager::bootout(const std::string& label) {
     if (!locks) {
         return failure(locks.error());
     }
-    if (!isLoaded(*name)) {
-        return Outcome::notLoaded;
-    }
-    if (const auto done = unload(*name); !done) {
-        return failure(done.error());
-    }
-    return Outcome::done;
+    return isLoaded(*name) ? work(*name) : Outcome::notLoaded;
+}
+
+Result<Outcome> S6Manager::bootout(const std::string& label) {
+    return change(label, [this](const std::string& name) {
+        return unload(name).map([] { return Outcome::done; });
+    });
 }
 
 Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
-    const auto name = nameOfLabel(label);
-    if (!name || tree_.linkOf(*name) == S6Tree::Link::none) {
-        return Outcome::notLoaded;
-    }
-    const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
-    if (!locks) {
-        return failure(locks.error());
-    }
-    if (!isLoaded(*name)) {
-        return Outcome::notLoaded;
-    }
-    const auto running = state(*name, label).process;
-    if (running && !kill) {
-        return Outcome::done;
-    }
-    const JobFiles job = store_.job(*name);
-    if (running) {
-        const auto before = identify(*running);
-        const ProcessHandle agent(*running);
-        const bool same =
-            before && identify(*running) == before && state(*name, label).process == running;
-        job.hurry();
-        if (same) { // and not a new one, which is what was asked for
-            agent.kill();
+    return change(label, [&](const std::string& name) -> Result<Outcome> {
+        const S6Service service = tree_.service(name);
+        const auto running = state(service, label).process;
+        if (running && !kill) {
+            return Outcome::done;
         }
-    } else {
-        job.hurry();
-    }
-    tree_.service(*name).command("u");
-    return Outcome::done;
+        if (running) {
+            const auto before = identify(*running);
+            const ProcessHandle agent(*running);
+            const bool same =
+                before && identify(*running) == before && state(service, label).process == running;
+            service.files().hurry();
+            if (same) { // and not a new one, which is what was asked for
+                agent.kill();
+            }
+        } else {
+            service.files().hurry();
+        }
+        service.command("u");
+        return Outcome::done;
+    });
 }
 
 Result<Outcome> S6Manager::stop(const std::string& label) {
@@ -299,7 +319,10 @@ void S6Manager::takeDownIfEmpty() {
     if (!alone || !tree_.look()) {
         return;
     }
-    tidyUp();
+    tidyUpMarked();
+    if (!scanner_.isRunning()) {
+        tidyUpAll();
+    }
     if (!tree_.linkedJobs().empty()) {
         return;
     }

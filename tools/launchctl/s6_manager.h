@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -43,13 +44,20 @@ private:
     S6Manager(JobStore store, std::string agentExec);
     [[nodiscard]] Result<JobStore::Locks> lock(const std::string& name);
     [[nodiscard]] bool isLoaded(const std::string& name) const;
-    [[nodiscard]] JobState state(const std::string& name, const std::string& label) const;
+    [[nodiscard]] bool isLoaded(const std::string& name, const S6Service& service) const;
+    [[nodiscard]] static JobState state(const S6Service& service, const std::string& label);
     [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
                                         const std::string& content) const;
-    void tidyUp() const;
+    void tidyUp(const std::string& name) const;
+    void tidyUpMarked() const;
+    void tidyUpAll() const;
     [[nodiscard]] Result<void> startScanner();
     [[nodiscard]] Result<void> load(const std::string& name, bool starts);
     [[nodiscard]] Result<void> unload(const std::string& name) const;
+    // Does the work on a loaded job while nobody else changes it.
+    [[nodiscard]] Result<Outcome>
+    change(const std::string& label,
+           const std::function<Result<Outcome>(const std::string& name)>& work);
     void tellToEnd(const std::string& name) const;
     void takeDownIfEmpty();
 

@@ -1,9 +1,11 @@
 #include "launchctl/s6_service.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 extern "C" {
@@ -12,6 +14,7 @@ extern "C" {
 
 #include "base/files.h"
 #include "base/text.h"
+#include "launchctl/folder_watch.h"
 #include "launchctl/process_handle.h"
 
 namespace varnhold::services {
@@ -21,6 +24,8 @@ namespace {
 constexpr const char* controlPipe = "control";
 constexpr const char* statusFile = "status";
 constexpr const char* lockFile = "lock";
+// Should its number be another's by then.
+constexpr std::chrono::milliseconds longestPause{500};
 
 // A pipe that nobody reads from can't be opened for writing.
 int openControl(const JobFiles::Folder& folder) {
@@ -40,8 +45,10 @@ pid_t supervisorOf(const JobFiles::Folder& folder) {
     return asked && lock.l_type != F_UNLCK ? lock.l_pid : 0;
 }
 
+} // namespace
+
 // A supervisor has one child, the agent or what looks after the agent's end.
-std::optional<pid_t> agentOf(pid_t supervisor) {
+std::optional<pid_t> S6Service::agentOf(pid_t supervisor) {
     const std::string own = std::to_string(supervisor);
     const auto children = files::read("/proc/" + own + "/task/" + own + "/children");
     const auto child =
@@ -55,8 +62,6 @@ std::optional<pid_t> agentOf(pid_t supervisor) {
     return gone || program.filename() == "agent-exec" ? std::nullopt
                                                       : std::optional(static_cast<pid_t>(*child));
 }
-
-} // namespace
 
 std::optional<pid_t> S6Service::checked(pid_t noted, const JobFiles::Folder& folder) {
     const pid_t supervisor = supervisorOf(folder);
@@ -98,6 +103,38 @@ std::optional<S6Status> S6Service::status() const {
         status.process = checked(read.pid, folder);
     }
     return status;
+}
+
+bool S6Service::waitUntilUnsupervised(std::chrono::milliseconds limit) const {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (isSupervised()) {
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        if (left <= std::chrono::milliseconds(0)) {
+            return false;
+        }
+        const auto folder = supervise();
+        const pid_t supervisor = folder ? supervisorOf(folder) : 0;
+        if (supervisor > 0) {
+            ProcessHandle(supervisor).waitForEnd(std::min(left, longestPause));
+        } else { // it has just come up, or is just about to go
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
+    return true;
+}
+
+bool S6Service::waitUntilSupervised(std::chrono::milliseconds limit, bool started) const {
+    FolderWatch watch;
+    watch.add(files_.path());
+    return watch.waitUntil(limit, [&] {
+        watch.add(files_.path() + "/" S6_SUPERVISE_CTLDIR);
+        if (!isSupervised()) {
+            return false;
+        }
+        const auto now = started ? status() : std::nullopt;
+        return !started || (now && now->hasStarted);
+    });
 }
 
 void S6Service::command(std::string_view letters) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string_view>
 #include <sys/types.h>
@@ -28,6 +29,14 @@ public:
     // The process is one that the supervisor really has: on a full disk it may have been unable to
     // write down the last.
     [[nodiscard]] std::optional<S6Status> status() const;
+
+    // False if somebody still supervises it when the time is up.
+    [[nodiscard]] bool waitUntilUnsupervised(std::chrono::milliseconds limit) const;
+    // Returns when there is a supervisor, and with `started` when it has started the agent once.
+    [[nodiscard]] bool waitUntilSupervised(std::chrono::milliseconds limit, bool started) const;
+
+    // The agent of a supervisor; none while it has none that runs.
+    [[nodiscard]] static std::optional<pid_t> agentOf(pid_t supervisor);
 
     // Letters as of s6-svc. Nothing happens if there is no supervisor to read them.
     void command(std::string_view letters) const;

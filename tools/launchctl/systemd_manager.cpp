@@ -231,33 +231,9 @@ Result<void> SystemdManager::end(const Unit& unit) {
     });
 }
 
-Result<Outcome> SystemdManager::bootout(const std::string& label) {
-    const auto before = find(label);
-    if (!before || !*before) {
-        return before.map([](const auto&) { return Outcome::notLoaded; });
-    }
-    const std::string name = *nameOfLabel(label);
-    const TakeDownAtEnd atEnd{*this};
-    const auto locks = store_.lock(name);
-    if (!locks) {
-        return failure(locks.error());
-    }
-    const auto loaded = find(label);
-    if (!loaded || !*loaded) {
-        return loaded.map([](const auto&) { return Outcome::notLoaded; });
-    }
-    return unload((*loaded)->unit, name).map([] { return Outcome::done; });
-}
-
-Result<SystemdManager::MainProcess> SystemdManager::mainProcess(const Unit& unit) {
-    std::vector<Question> questions{{unit.path, "MainPID"},
-                                    {unit.path, "ExecMainStartTimestampMonotonic"}};
-    return manager_.ask(questions).map([&] {
-        return MainProcess{static_cast<pid_t>(questions[0].answer), questions[1].answer};
-    });
-}
-
-Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
+// Looked at before the lock as well, so that nothing is made for a job that nobody has loaded.
+Result<Outcome> SystemdManager::change(const std::string& label,
+                                       const std::function<Result<Outcome>(const Loaded&)>& work) {
     const auto before = find(label);
     if (!before || !*before) {
         return before.map([](const auto&) { return Outcome::notLoaded; });
@@ -271,36 +247,63 @@ Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
     if (!loaded || !*loaded) {
         return loaded.map([](const auto&) { return Outcome::notLoaded; });
     }
-    const auto state = job(label);
-    if (!state || !*state) {
-        return state.map([](const auto&) { return Outcome::notLoaded; });
-    }
-    const auto running = (*state)->process;
-    if (running && !kill) {
-        return Outcome::done;
-    }
-    const JobFiles& files = (*loaded)->files;
-    const std::string& unit = (*loaded)->unit.name;
-    if (running) {
-        const auto noted = mainProcess((*loaded)->unit);
-        const ProcessHandle agent(*running);
-        const auto now = mainProcess((*loaded)->unit);
-        if (!noted || !now) {
-            return failure(noted ? now.error() : noted.error());
+    return work(**loaded);
+}
+
+Result<Outcome> SystemdManager::bootout(const std::string& label) {
+    return change(label, [&](const Loaded& loaded) {
+        return unload(loaded.unit, *nameOfLabel(label)).map([] { return Outcome::done; });
+    });
+}
+
+Result<SystemdManager::MainProcess> SystemdManager::mainProcess(const Unit& unit) {
+    std::vector<Question> questions{{unit.path, "MainPID"},
+                                    {unit.path, "ExecMainStartTimestampMonotonic"}};
+    return manager_.ask(questions).map([&] {
+        return MainProcess{static_cast<pid_t>(questions[0].answer), questions[1].answer};
+    });
+}
+
+Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
+    return change(label, [&](const Loaded& loaded) -> Result<Outcome> {
+        const auto state = job(label);
+        if (!state || !*state) {
+            return state.map([](const auto&) { return Outcome::notLoaded; });
         }
-        files.hurry();
-        if (*now == *noted && now->process == running) { // and not a new one, as was asked for
-            agent.kill();
+        const auto running = (*state)->process;
+        if (running && !kill) {
+            return Outcome::done;
         }
-    } else {
-        files.hurry();
+        if (running) {
+            if (const auto killed = killAgent(loaded, *running); !killed) {
+                return failure(killed.error());
+            }
+        } else {
+            loaded.files.hurry();
+        }
+        const auto list = loaded.files.definition();
+        if (list && list->keepAlive) {
+            return Outcome::done;
+        }
+        loaded.files.wakeFromRest();
+        // Nobody else would start it.
+        return manager_.restart(loaded.unit.name).map([](Reply) { return Outcome::done; });
+    });
+}
+
+// Only this one, and not one that has come since, which is what was asked for.
+Result<void> SystemdManager::killAgent(const Loaded& loaded, pid_t running) {
+    const auto noted = mainProcess(loaded.unit);
+    const ProcessHandle agent(running);
+    const auto now = mainProcess(loaded.unit);
+    if (!noted || !now) {
+        return failure(noted ? now.error() : noted.error());
     }
-    const auto list = files.definition();
-    if (list && list->keepAlive) {
-        return Outcome::done;
+    loaded.files.hurry();
+    if (*now == *noted && now->process == running) {
+        agent.kill();
     }
-    files.wakeFromRest();
-    return manager_.restart(unit).map([](Reply) { return Outcome::done; }); // nobody else would
+    return {};
 }
 
 Result<Outcome> SystemdManager::stop(const std::string& label) {
@@ -315,16 +318,24 @@ Result<Outcome> SystemdManager::stop(const std::string& label) {
 }
 
 // After the last job no file of ours is to be left. Somebody else who is at work holds the tree's
-// lock, and looks by himself when he is done.
+// lock, and looks by himself when he is done. Of a fleet one job is asked for: the first that the
+// manager has ends the question, and folders of those that it doesn't have are remains.
 void SystemdManager::takeDownIfEmpty() {
     const auto alone = store_.tryAlone();
     if (!alone) {
         return;
     }
-    const auto units = manager_.units({patternOfAllUnits});
-    if (units && units->empty()) {
-        store_.removeAll();
+    for (const std::string& name : store_.names()) {
+        const auto label = labelOfName(name);
+        const auto units = label ? unitsOf(*label) : std::vector<Unit>();
+        if (!units || !units->empty()) {
+            return;
+        }
+        if (label) {
+            store_.remove(name);
+        }
     }
+    store_.removeAll();
 }
 
 } // namespace varnhold::services

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "jobs/job_store.h"
@@ -56,6 +57,10 @@ private:
     [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
                                                  const std::string& content);
     [[nodiscard]] Result<Outcome> start(const PropertyList& list, const std::string& folder);
+    // Does the work on a loaded job while nobody else changes it.
+    [[nodiscard]] Result<Outcome> change(const std::string& label,
+                                         const std::function<Result<Outcome>(const Loaded&)>& work);
+    [[nodiscard]] Result<void> killAgent(const Loaded& loaded, pid_t running);
     void takeBack(const std::string& label, const std::string& name);
     [[nodiscard]] Result<void> unload(const Unit& unit, const std::string& name);
     [[nodiscard]] Result<void> end(const Unit& unit);

@@ -2,6 +2,7 @@
 them from outside. Only ever used inside a sandbox, where all processes are ours.
 """
 
+import ctypes
 import json
 import os
 import pathlib
@@ -39,6 +40,30 @@ def kill_after(seconds, tool):
     except subprocess.TimeoutExpired:
         tool.kill()
         tool.communicate()
+
+
+LIBC = ctypes.CDLL(None, use_errno=True)
+LIBC.ptrace.argtypes = (ctypes.c_long, ctypes.c_long, ctypes.c_void_p, ctypes.c_void_p)
+TRACE_ME, NEXT_CALL, SET_OPTIONS, END_WITH_US = 0, 24, 0x4200, 0x100000
+
+
+def kill_at_stop(number, command):
+    """Ends a tool by force at its Nth stop: it stops where it enters and leaves each system call.
+    False if it is done before."""
+    tool = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL,
+                            preexec_fn=lambda: LIBC.ptrace(TRACE_ME, 0, None, None))
+    os.waitpid(tool.pid, 0)
+    LIBC.ptrace(SET_OPTIONS, tool.pid, None, END_WITH_US)
+    for _ in range(number):
+        LIBC.ptrace(NEXT_CALL, tool.pid, None, None)
+        _, status = os.waitpid(tool.pid, 0)
+        if not os.WIFSTOPPED(status):
+            tool.returncode = os.waitstatus_to_exitcode(status)
+            return False
+    tool.kill()
+    tool.wait()
+    return True
 
 
 def processes():

@@ -23,11 +23,13 @@ def newest_process():
 
 class LeftoversTest(ServicesCase):
     def forget_halfway(self, job):
-        """As a tool does that is killed after the first step of a bootout."""
+        """As a tool does that is killed in the midst of a bootout."""
+        (self.runtime / "locks" / job.label).touch()
         (self.runtime / "scan" / job.label).unlink()
 
     def load_halfway(self, job, model):
         """As a tool does that is killed before the last step of a bootstrap."""
+        (self.runtime / "locks" / job.label).touch()
         folder = self.runtime / "jobs" / job.label
         folder.mkdir(mode=0o700)
         for file in (self.runtime / "jobs" / model.label).iterdir():

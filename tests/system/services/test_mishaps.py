@@ -9,8 +9,8 @@ import shutil
 import signal
 import subprocess
 
-from harness import (ALREADY_LOADED, DOMAIN, SILENT, ServicesCase, is_alive, kill_after, main, only,
-                     processes, send, wait_until)
+from harness import (ALREADY_LOADED, DOMAIN, SILENT, ServicesCase, is_alive, kill_after,
+                     kill_at_stop, main, only, processes, send, wait_until)
 
 S6_ONLY = "systemd has no such process"
 S6_HAS_NONE = "s6 has no such manager"
@@ -97,6 +97,24 @@ class MishapsTest(ServicesCase):
         self.assertEqual(set(self.jobs()), {new.label})
         self.assertEqual(len(old.starts()), before)
         self.assertEqual(self.bootout(new), SILENT)
+        self.assert_nothing_is_left()
+
+    @only("s6", S6_ONLY)
+    def test_jobs_whose_folders_were_cleaned_away_run_once_when_loaded_again(self):
+        deaf = self.job("com.example.deaf")
+        deaf.ask("ignore-term")
+        jobs = [self.load("com.example.one"), self.load("com.example.two"), deaf]
+        self.assertEqual(self.bootstrap(deaf), SILENT)
+        self.await_up(deaf)
+        shutil.rmtree(self.runtime)
+        deaf.ask_no_more("ignore-term")
+        self.assertEqual(self.jobs(), {})
+        self.assertEqual(self.bootstrap(*jobs), SILENT)
+        pids = {self.await_up(job) for job in jobs}
+        self.assertEqual(self.agents(), pids)
+        self.assertEqual(len(self.find("s6-svscan")), 1)
+        for job in jobs:
+            self.assertEqual(self.bootout(job), SILENT)
         self.assert_nothing_is_left()
 
     @only("s6", S6_ONLY)
@@ -328,6 +346,30 @@ class MishapsTest(ServicesCase):
         wait_until("no unit is left", lambda: not subprocess.run(
             left, check=True, capture_output=True).stdout)
         self.assert_nothing_is_left()
+
+    def assert_is_listed_or_gone(self):
+        """Also without another verb: what was told to end does so by itself."""
+        wait_until("the agent is listed or gone",
+                   lambda: self.agents() <= {row[0] for row in self.jobs().values()}, 8)
+
+    @only("s6", S6_ONLY)
+    def test_a_bootout_that_is_killed_at_any_call_leaves_no_agent_that_is_not_listed(self):
+        job = self.job()
+        stop = 1
+        killed = True
+        while killed:
+            self.assertEqual(self.bootstrap(job), SILENT)
+            self.await_row_with_process(job)
+            killed = kill_at_stop(stop, self.command("bootout", job.target))
+            self.assert_is_listed_or_gone()
+            self.assertIn(self.bootout(job).code, (0, 3))
+            wait_until("the agent is gone", lambda: not self.agents(), 8)
+            stop += 7  # an odd number, so that both ends of calls come up
+        self.assertGreater(stop, 100)
+        self.assert_nothing_is_left()
+
+    def await_row_with_process(self, job):
+        wait_until("the agent runs", lambda: (self.row(job) or (None,))[0] in self.agents())
 
     # -- both -------------------------------------------------------------------------------------
 
