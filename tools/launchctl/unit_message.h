@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include <systemd/sd-bus.h>
-
+#include "launchctl/sd_bus.h"
 #include "launchctl/user_manager.h"
 
 // Messages to a systemd user manager and from it, as bytes.
@@ -33,7 +32,7 @@ public:
 
 private:
     struct Deleter {
-        void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+        void operator()(sd_bus_message* message) const { sdBus().message_unref(message); }
     };
     std::unique_ptr<sd_bus_message, Deleter> message_;
 };
@@ -43,10 +42,10 @@ public:
     BusError() = default;
     BusError(const BusError&) = delete;
     BusError& operator=(const BusError&) = delete;
-    ~BusError() { sd_bus_error_free(&error_); }
+    ~BusError() { sdBus().error_free(&error_); }
     [[nodiscard]] sd_bus_error* get() { return &error_; }
     [[nodiscard]] bool is(const char* name) const {
-        return sd_bus_error_has_name(&error_, name) > 0;
+        return sdBus().error_has_name(&error_, name) > 0;
     }
     [[nodiscard]] std::string message() const {
         return error_.message == nullptr ? std::string() : error_.message;

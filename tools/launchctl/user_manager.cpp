@@ -5,7 +5,6 @@
 #include <cstring>
 #include <set>
 #include <sys/stat.h>
-#include <systemd/sd-bus.h>
 #include <unistd.h>
 
 #include "launchctl/unit_message.h"
@@ -22,7 +21,7 @@ constexpr const char* manager = "org.freedesktop.systemd1.Manager";
 constexpr std::chrono::microseconds jobLimit = 30s; // the exit timeout and a loaded machine
 
 struct BusDeleter {
-    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+    void operator()(sd_bus* bus) const { sdBus().close_unref(bus); }
 };
 using Bus = std::unique_ptr<sd_bus, BusDeleter>;
 
@@ -55,31 +54,31 @@ std::string addressOf(const std::string& path) {
 
 Bus open(const std::string& socket, bool isBus, std::chrono::microseconds limit) {
     sd_bus* raw = nullptr;
-    if (!isOwnSocket(socket) || sd_bus_new(&raw) < 0) {
+    if (!isOwnSocket(socket) || !hasSdBus() || sdBus().make(&raw) < 0) {
         return nullptr;
     }
     Bus bus(raw);
     const bool started =
-        sd_bus_set_address(raw, addressOf(socket).c_str()) >= 0 &&
-        sd_bus_set_bus_client(raw, isBus ? 1 : 0) >= 0 && sd_bus_set_trusted(raw, 1) >= 0 &&
-        sd_bus_start(raw) >= 0 &&
-        sd_bus_set_method_call_timeout(raw, static_cast<std::uint64_t>(limit.count())) >= 0;
+        sdBus().set_address(raw, addressOf(socket).c_str()) >= 0 &&
+        sdBus().set_bus_client(raw, isBus ? 1 : 0) >= 0 && sdBus().set_trusted(raw, 1) >= 0 &&
+        sdBus().start(raw) >= 0 &&
+        sdBus().set_method_call_timeout(raw, static_cast<std::uint64_t>(limit.count())) >= 0;
     return started ? std::move(bus) : nullptr;
 }
 
 // Asking for a name's owner starts nobody, unlike a call to the name.
 bool hasManager(sd_bus* bus) {
     Message reply;
-    return sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                              "org.freedesktop.DBus", "GetNameOwner", nullptr, reply.out(), "s",
-                              service) >= 0;
+    return sdBus().call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                               "org.freedesktop.DBus", "GetNameOwner", nullptr, reply.out(), "s",
+                               service) >= 0;
 }
 
 // A connection to the manager's own socket is made also while nobody is there to read from it.
 bool answers(sd_bus* bus) {
     Message reply;
-    return sd_bus_call_method(bus, service, object, "org.freedesktop.DBus.Peer", "Ping", nullptr,
-                              reply.out(), nullptr) >= 0;
+    return sdBus().call_method(bus, service, object, "org.freedesktop.DBus.Peer", "Ping", nullptr,
+                               reply.out(), nullptr) >= 0;
 }
 
 } // namespace
@@ -91,7 +90,7 @@ struct UserManager::Connection {
 
     static int onJobRemoved(sd_bus_message* message, void* self, sd_bus_error*) {
         const char* path = nullptr;
-        if (sd_bus_message_read(message, "uoss", nullptr, &path, nullptr, nullptr) >= 0) {
+        if (sdBus().message_read(message, "uoss", nullptr, &path, nullptr, nullptr) >= 0) {
             static_cast<Connection*>(self)->finished.insert(path);
         }
         return 0;
@@ -102,28 +101,28 @@ struct UserManager::Connection {
         if (!listens) {
             listens = true;
             // Without a sender, which a connection that goes round the bus doesn't tell.
-            sd_bus_match_signal_async(bus.get(), nullptr, nullptr, object, manager, "JobRemoved",
-                                      onJobRemoved, nullptr, this);
-            sd_bus_call_method_async(bus.get(), nullptr, service, object, manager, "Subscribe",
-                                     nullptr, nullptr, nullptr);
+            sdBus().match_signal_async(bus.get(), nullptr, nullptr, object, manager, "JobRemoved",
+                                       onJobRemoved, nullptr, this);
+            sdBus().call_method_async(bus.get(), nullptr, service, object, manager, "Subscribe",
+                                      nullptr, nullptr, nullptr);
         }
     }
 
     Result<Message> newCall(const char* member) const {
         Message message;
-        const int made = sd_bus_message_new_method_call(bus.get(), message.out(), service, object,
-                                                        manager, member);
+        const int made = sdBus().message_new_method_call(bus.get(), message.out(), service, object,
+                                                         manager, member);
         if (made < 0) {
             return failure(reasonOf(made));
         }
-        sd_bus_message_set_auto_start(message.get(), 0);
+        sdBus().message_set_auto_start(message.get(), 0);
         return message;
     }
 
     // A reply, or none where there is no such unit or process, or one too many.
     Result<Reply> call(const Message& message, Message& reply) const {
         BusError error;
-        const int code = sd_bus_call(bus.get(), message.get(), 0, error.get(), reply.out());
+        const int code = sdBus().call(bus.get(), message.get(), 0, error.get(), reply.out());
         if (code >= 0) {
             return Reply::done;
         }
@@ -145,7 +144,7 @@ struct UserManager::Connection {
         const auto replied = call(message, reply);
         const char* path = nullptr;
         if (!replied || *replied != Reply::done ||
-            sd_bus_message_read(reply.get(), "o", &path) < 0) {
+            sdBus().message_read(reply.get(), "o", &path) < 0) {
             return replied;
         }
         const std::string job = path;
@@ -153,7 +152,7 @@ struct UserManager::Connection {
         while (!finished.contains(job)) {
             const auto left = std::chrono::duration_cast<std::chrono::microseconds>(
                 end - std::chrono::steady_clock::now());
-            const int worked = sd_bus_process(bus.get(), nullptr);
+            const int worked = sdBus().process(bus.get(), nullptr);
             if (worked < 0) {
                 return failure(reasonOf(worked));
             }
@@ -161,7 +160,7 @@ struct UserManager::Connection {
                 return failure("the user manager doesn't get done");
             }
             if (worked == 0) {
-                sd_bus_wait(bus.get(), static_cast<std::uint64_t>(left.count()));
+                sdBus().wait(bus.get(), static_cast<std::uint64_t>(left.count()));
             }
         }
         return Reply::done;
@@ -173,7 +172,7 @@ struct UserManager::Connection {
         if (!message) {
             return failure(message.error());
         }
-        sd_bus_message_append(message->get(), "ss", unit.c_str(), "replace");
+        sdBus().message_append(message->get(), "ss", unit.c_str(), "replace");
         return callAndWait(*message);
     }
 };
@@ -226,9 +225,9 @@ Result<void> UserManager::ask(std::vector<Question>& questions) {
     const auto onReply = [](sd_bus_message* reply, void* data, sd_bus_error*) {
         const auto* pending = static_cast<Pending*>(data);
         --*pending->open;
-        const sd_bus_error* error = sd_bus_message_get_error(reply);
-        if (sd_bus_error_has_name(error, SD_BUS_ERROR_NO_REPLY) > 0 ||
-            sd_bus_error_has_name(error, SD_BUS_ERROR_TIMEOUT) > 0) {
+        const sd_bus_error* error = sdBus().message_get_error(reply);
+        if (sdBus().error_has_name(error, SD_BUS_ERROR_NO_REPLY) > 0 ||
+            sdBus().error_has_name(error, SD_BUS_ERROR_TIMEOUT) > 0) {
             *pending->silent = true;
         }
         readNumber(reply, pending->question->answer);
@@ -238,7 +237,7 @@ Result<void> UserManager::ask(std::vector<Question>& questions) {
     pending.reserve(questions.size());
     for (Question& question : questions) {
         pending.push_back({&question, &open, &silent});
-        const int sent = sd_bus_call_method_async(
+        const int sent = sdBus().call_method_async(
             connection_->bus.get(), nullptr, service, question.path.c_str(),
             "org.freedesktop.DBus.Properties", "Get", onReply, &pending.back(), "ss",
             "org.freedesktop.systemd1.Service", question.property.c_str());
@@ -247,12 +246,12 @@ Result<void> UserManager::ask(std::vector<Question>& questions) {
         }
     }
     while (open > 0) {
-        const int worked = sd_bus_process(connection_->bus.get(), nullptr);
+        const int worked = sdBus().process(connection_->bus.get(), nullptr);
         if (worked < 0) {
             return failure(reasonOf(worked));
         }
         if (worked == 0) {
-            sd_bus_wait(connection_->bus.get(), UINT64_MAX);
+            sdBus().wait(connection_->bus.get(), UINT64_MAX);
         }
     }
     return silent ? failure(reasonOf(-ETIMEDOUT)) : Result<void>();
@@ -281,7 +280,7 @@ Result<Reply> UserManager::kill(const std::string& unit, int signal) {
     if (!message) {
         return failure(message.error());
     }
-    sd_bus_message_append(message->get(), "ssi", unit.c_str(), "main", signal);
+    sdBus().message_append(message->get(), "ssi", unit.c_str(), "main", signal);
     Message reply;
     return connection_->call(*message, reply);
 }
@@ -291,7 +290,7 @@ Result<Reply> UserManager::forgetFailure(const std::string& unit) {
     if (!message) {
         return failure(message.error());
     }
-    sd_bus_message_append(message->get(), "s", unit.c_str());
+    sdBus().message_append(message->get(), "s", unit.c_str());
     Message reply;
     return connection_->call(*message, reply);
 }
