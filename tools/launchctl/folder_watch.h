@@ -25,8 +25,7 @@ public:
 
     // Looks at once, and whenever something has happened in the folders. True if the condition
     // held before the time was up.
-    [[nodiscard]] bool waitUntil(std::chrono::milliseconds limit,
-                                 const std::function<bool()>& condition) const;
+    bool waitUntil(std::chrono::milliseconds limit, const std::function<bool()>& condition) const;
 
 private:
     sigset_t signal_{};

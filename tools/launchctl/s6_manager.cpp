@@ -188,17 +188,26 @@ Result<void> S6Manager::startScanner() {
 }
 
 Result<void> S6Manager::load(const std::string& name, bool starts) {
-    auto linked = startScanner().and_then([&] { return tree_.link(name); });
-    if (!linked) {
-        return linked;
-    }
-    scanner_.rescan();
     const S6Service service = tree_.service(name);
-    // Whoever asks right after us should see the agent that we started.
-    if (!service.waitUntilSupervised(supervisorLimit, starts) && !service.isSupervised()) {
-        return failure("s6-supervise can't be started");
+    // A scanner that somebody who was killed has told to end may go on for a moment.
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        auto linked = startScanner().and_then([&] { return tree_.link(name); });
+        if (!linked) {
+            return linked;
+        }
+        scanner_.rescan();
+        // Whoever asks right after us should see the agent that we started.
+        service.waitUntilSupervised(supervisorLimit, starts,
+                                    [this] { return !scanner_.isRunning(); });
+        if (service.isSupervised()) {
+            return {};
+        }
+        if (scanner_.isRunning()) {
+            break;
+        }
+        tree_.unlink(name);
     }
-    return {};
+    return failure("s6-supervise can't be started");
 }
 
 Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string& content) {

@@ -124,13 +124,14 @@ bool S6Service::waitUntilUnsupervised(std::chrono::milliseconds limit) const {
     return true;
 }
 
-bool S6Service::waitUntilSupervised(std::chrono::milliseconds limit, bool started) const {
+void S6Service::waitUntilSupervised(std::chrono::milliseconds limit, bool started,
+                                    const std::function<bool()>& isHopeless) const {
     FolderWatch watch;
     watch.add(files_.path());
-    return watch.waitUntil(limit, [&] {
+    watch.waitUntil(limit, [&] {
         watch.add(files_.path() + "/" S6_SUPERVISE_CTLDIR);
         if (!isSupervised()) {
-            return false;
+            return isHopeless();
         }
         const auto now = started ? status() : std::nullopt;
         return !started || (now && now->hasStarted);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <sys/types.h>
@@ -32,8 +33,10 @@ public:
 
     // False if somebody still supervises it when the time is up.
     [[nodiscard]] bool waitUntilUnsupervised(std::chrono::milliseconds limit) const;
-    // Returns when there is a supervisor, and with `started` when it has started the agent once.
-    [[nodiscard]] bool waitUntilSupervised(std::chrono::milliseconds limit, bool started) const;
+    // Returns when there is a supervisor, and with `started` when it has started the agent once; or
+    // when the time is up or there is no hope.
+    void waitUntilSupervised(std::chrono::milliseconds limit, bool started,
+                             const std::function<bool()>& isHopeless) const;
 
     // The agent of a supervisor; none while it has none that runs.
     [[nodiscard]] static std::optional<pid_t> agentOf(pid_t supervisor);
