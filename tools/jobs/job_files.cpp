@@ -39,6 +39,7 @@ constexpr const char* startsFile = "starts";
 constexpr const char* readyFile = "notification-fd";
 constexpr const char* readyDescriptor = "3";
 constexpr std::size_t noteLength = 64;
+constexpr std::size_t countLength = 1; // it only grows, so nothing of the last is left behind it
 constexpr const char* none = "-";
 constexpr std::array filesOfS6{"run", "finish", "timeout-kill", "timeout-finish", "down"};
 constexpr std::array foldersOfS6{"supervise", "event"};
@@ -67,13 +68,13 @@ std::optional<std::int64_t> JobFiles::readNumber(const char* name) const {
 
 // Notes only make listings and pauses better; an agent runs without them as well.
 // They are written over one another in the room that was made for them at first.
-bool JobFiles::note(const char* name, const std::string& text) const {
+bool JobFiles::note(const char* name, const std::string& text, std::size_t length) const {
     const int file = folder_ ? folder_->open(name, O_WRONLY | O_CREAT | O_NONBLOCK) : -1;
     if (file < 0) {
         return false;
     }
     std::string padded = text;
-    padded.resize(noteLength, ' ');
+    padded.resize(std::max(padded.size(), length), ' ');
     const bool written =
         ::pwrite(file, padded.data(), padded.size(), 0) == static_cast<ssize_t>(padded.size());
     ::close(file);
@@ -98,7 +99,8 @@ Result<PropertyList> JobFiles::definition() const {
 
 Result<void> JobFiles::setDefinition(const std::string& content) const {
     return write(definitionFile, content).and_then([this]() -> Result<void> {
-        return note(lastStartFile, none) && note(lastEndFile, none) && note(startsFile, "0")
+        return note(lastStartFile, none, noteLength) && note(lastEndFile, none, noteLength) &&
+                       note(startsFile, "0", countLength)
                    ? Result<void>()
                    : failure(path() + ": " + std::system_category().message(errno));
     });
@@ -110,13 +112,14 @@ std::optional<int> JobFiles::lastEnd() const {
 }
 
 void JobFiles::noteEnd(int waitStatus) const {
-    note(lastEndFile, std::to_string(waitStatus));
+    note(lastEndFile, std::to_string(waitStatus), noteLength);
 }
 
 bool JobFiles::noteStart() const {
-    note(startsFile, std::to_string(starts() + 1));
+    note(startsFile, std::to_string(starts() + 1), countLength);
     return note(lastStartFile,
-                std::to_string(machineTime().count()) + " " + std::to_string(::getpid()));
+                std::to_string(machineTime().count()) + " " + std::to_string(::getpid()),
+                noteLength);
 }
 
 std::int64_t JobFiles::starts() const {

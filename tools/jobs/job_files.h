@@ -97,7 +97,7 @@ private:
     [[nodiscard]] Result<void> write(const char* name, const std::string& content) const;
     [[nodiscard]] Result<std::string> read(const char* name) const;
     [[nodiscard]] std::optional<std::int64_t> readNumber(const char* name) const;
-    bool note(const char* name, const std::string& text) const;
+    bool note(const char* name, const std::string& text, std::size_t length) const;
     void remove(const char* name) const;
     [[nodiscard]] int openPipe(int way) const;
 
