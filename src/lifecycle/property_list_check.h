@@ -7,7 +7,7 @@
 
 namespace varnhold {
 
-inline constexpr std::size_t largestPropertyList = 1024 * 1024; // bytes
+inline constexpr std::size_t largestPropertyList = std::size_t{1024} * 1024; // bytes
 
 // Whether a property list is one that its library can be trusted with. Lists come from folders that
 // anything may write to, and the library recurses as deep as they nest, follows shared references

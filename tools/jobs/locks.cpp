@@ -37,7 +37,7 @@ public:
         sigset_t own{};
         ::sigemptyset(&own);
         ::sigaddset(&own, SIGALRM);
-        ::sigprocmask(SIG_UNBLOCK, &own, &mask_); // whatever the caller has handed down
+        ::pthread_sigmask(SIG_UNBLOCK, &own, &mask_); // whatever the caller has handed down
         const itimerval timer{.it_interval = {.tv_sec = 0, .tv_usec = 100'000},
                               .it_value = {.tv_sec = seconds, .tv_usec = 0}};
         ::setitimer(ITIMER_REAL, &timer, nullptr);
@@ -47,7 +47,7 @@ public:
     ~Alarm() {
         const itimerval off{};
         ::setitimer(ITIMER_REAL, &off, nullptr);
-        ::sigprocmask(SIG_SETMASK, &mask_, nullptr);
+        ::pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
         ::sigaction(SIGALRM, &before_, nullptr);
     }
     [[nodiscard]] static bool hasRung() { return rung != 0; }

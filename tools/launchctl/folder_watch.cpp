@@ -20,7 +20,7 @@ int number() {
 FolderWatch::FolderWatch() {
     ::sigemptyset(&signal_);
     ::sigaddset(&signal_, number());
-    ::sigprocmask(SIG_BLOCK, &signal_, &maskBefore_);
+    ::pthread_sigmask(SIG_BLOCK, &signal_, &maskBefore_);
 }
 
 FolderWatch::~FolderWatch() {
@@ -29,7 +29,7 @@ FolderWatch::~FolderWatch() {
     }
     while (::sigtimedwait(&signal_, nullptr, &none) >= 0) { // or it would end this program now
     }
-    ::sigprocmask(SIG_SETMASK, &maskBefore_, nullptr);
+    ::pthread_sigmask(SIG_SETMASK, &maskBefore_, nullptr);
 }
 
 void FolderWatch::add(const std::string& path) {

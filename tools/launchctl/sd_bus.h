@@ -35,6 +35,7 @@ struct SdBus {
     X(set_trusted)                                                                                 \
     X(start)                                                                                       \
     X(wait)
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a member can't be declared in them
 #define VARNHOLD_SD_BUS_MEMBER(name) decltype(&::sd_bus_##name) name = nullptr;
     VARNHOLD_SD_BUS_FUNCTIONS(VARNHOLD_SD_BUS_MEMBER)
 #undef VARNHOLD_SD_BUS_MEMBER
