@@ -115,15 +115,15 @@ ObjectReader::ObjectReader(const Value& value) {
     }
 }
 
-const Value* ObjectReader::find(const char* key) const {
+const Value* ObjectReader::find(std::string_view key) const {
     if (object_ == nullptr) {
         return nullptr;
     }
-    const auto found = object_->find(key);
+    const auto found = object_->find(std::string(key));
     return found == object_->end() || found->is_null() ? nullptr : &*found;
 }
 
-void ObjectReader::fail(const char* key, const std::string& reason) {
+void ObjectReader::fail(std::string_view key, const std::string& reason) {
     if (!error_) {
         error_ = std::string(key) + ": " + reason;
     }

@@ -40,6 +40,14 @@ inline constexpr int maximumDepth = 512;
 [[nodiscard]] Result<std::vector<std::string>> asStrings(const Value& value);
 [[nodiscard]] Result<std::map<std::string, std::string>> asStringMap(const Value& value);
 
+// A member of that name for a field that is there; none for one that is absent.
+template <class Field>
+void setPresent(Value& out, std::string_view key, const std::optional<Field>& field) {
+    if (field) {
+        out[std::string(key)] = *field;
+    }
+}
+
 // Reads the fields of one object and remembers the first thing that was wrong.
 //
 // After a failure the getters give empty values, so a decoder reads all its fields in a row and
@@ -49,7 +57,7 @@ public:
     explicit ObjectReader(const Value& value);
 
     template <class Decode>
-    [[nodiscard]] auto required(const char* key, Decode decode) ->
+    [[nodiscard]] auto required(std::string_view key, Decode decode) ->
         typename std::invoke_result_t<Decode, const Value&>::value_type {
         if (const Value* found = find(key)) {
             if (auto value = take(key, decode(*found))) {
@@ -62,17 +70,17 @@ public:
     }
 
     template <class Decode>
-    [[nodiscard]] auto optional(const char* key, Decode decode)
+    [[nodiscard]] auto optional(std::string_view key, Decode decode)
         -> std::optional<typename std::invoke_result_t<Decode, const Value&>::value_type> {
         const Value* found = find(key);
         return found ? take(key, decode(*found)) : std::nullopt;
     }
 
-    [[nodiscard]] std::string string(const char* key) { return required(key, asString); }
-    [[nodiscard]] std::optional<std::string> optionalString(const char* key) {
+    [[nodiscard]] std::string string(std::string_view key) { return required(key, asString); }
+    [[nodiscard]] std::optional<std::string> optionalString(std::string_view key) {
         return optional(key, asString);
     }
-    [[nodiscard]] std::optional<bool> optionalBool(const char* key) {
+    [[nodiscard]] std::optional<bool> optionalBool(std::string_view key) {
         return optional(key, asBool);
     }
 
@@ -86,11 +94,11 @@ public:
 
 private:
     // The member under the key; null where it is missing or null.
-    [[nodiscard]] const Value* find(const char* key) const;
-    void fail(const char* key, const std::string& reason);
+    [[nodiscard]] const Value* find(std::string_view key) const;
+    void fail(std::string_view key, const std::string& reason);
 
     template <class T>
-    std::optional<T> take(const char* key, Result<T> result) {
+    std::optional<T> take(std::string_view key, Result<T> result) {
         if (!result) {
             fail(key, result.error());
             return std::nullopt;

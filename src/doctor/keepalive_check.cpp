@@ -8,6 +8,7 @@
 #include "doctor/property_list_check.h"
 #include "doctor/stacks_of_models.h"
 #include "doctor/words.h"
+#include "settings/chain_sections.h"
 #include "settings/keepalive.h"
 
 namespace varnhold::doctor {
@@ -73,9 +74,7 @@ private:
     // Empty if it is kept warm.
     [[nodiscard]] std::string whyNever(const ModelStack& stack,
                                        const std::vector<std::string>& roles) const {
-        const bool isListed = std::find(keepaliveLists.begin(), keepaliveLists.end(),
-                                        *stack.chain) != keepaliveLists.end();
-        if (!isListed) {
+        if (!chainSection(*stack.chain).keptWarm) {
             return "this chain never is";
         }
         if (stack.models->empty()) {

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "base/unicode.h"
-#include "settings/chain_parts.h"
 #include "settings/chain_sections.h"
 #include "settings/placement_checks.h"
 
@@ -39,25 +38,6 @@ const KnownProvider* findKnown(std::string_view key) {
     return found == providers.end() ? nullptr : found;
 }
 
-// As the window calls them.
-std::string_view nameOfChain(TargetList list) {
-    switch (list) {
-    case TargetList::architect:
-        return "Architect";
-    case TargetList::worker:
-        return "Coding";
-    case TargetList::photo:
-        return "Photo";
-    case TargetList::video:
-        return "Video";
-    case TargetList::voice:
-        return "Audio";
-    case TargetList::governor:
-        break;
-    }
-    return "Governor";
-}
-
 } // namespace
 
 std::vector<ModelStack> stacksOf(const SettingsFields& fields) {
@@ -65,10 +45,10 @@ std::vector<ModelStack> stacksOf(const SettingsFields& fields) {
     for (const TargetList list : allTargetLists) {
         const ChainSection& section = chainSection(list);
         const auto assigned = fields.chainBotAssignments.find(std::string(chainKey(list)));
-        stacks.push_back({.name = std::string(nameOfChain(list)) + " chain",
+        stacks.push_back({.name = std::string(section.name) + " chain",
                           .key = std::string(chainKey(list)),
                           .chain = list,
-                          .models = &(fields.*partsOf(list).models),
+                          .models = &(fields.*section.models),
                           .labels = assigned == fields.chainBotAssignments.end()
                                         ? std::vector<std::string>()
                                         : assigned->second,

@@ -60,15 +60,10 @@ json::Value encode(const BotConfig& bot) {
     out["role"] = bot.role;
     out["launchdLabel"] = bot.launchdLabel;
     out["service"] = rawValue(bot.service);
-    const auto setPresent = [&out](const char* key, const auto& field) {
-        if (field) {
-            out[key] = *field;
-        }
-    };
-    setPresent("prompt", bot.prompt);
-    setPresent("isPaused", bot.isPaused);
-    setPresent("isSystem", bot.isSystem);
-    setPresent("keepaliveEnabled", bot.keepaliveEnabled);
+    json::setPresent(out, "prompt", bot.prompt);
+    json::setPresent(out, "isPaused", bot.isPaused);
+    json::setPresent(out, "isSystem", bot.isSystem);
+    json::setPresent(out, "keepaliveEnabled", bot.keepaliveEnabled);
     return out;
 }
 

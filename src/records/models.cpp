@@ -57,18 +57,13 @@ Result<AIModelItem> decodeModel(const json::Value& value) {
 
 json::Value encode(const AIModelItem& model) {
     json::Value out = json::Value::object();
-    const auto setPresent = [&out](const char* key, const std::optional<std::string>& field) {
-        if (field) {
-            out[key] = *field;
-        }
-    };
-    setPresent("uniqueId", model.uniqueId);
+    json::setPresent(out, "uniqueId", model.uniqueId);
     out["id"] = model.id;
     out["name"] = model.name;
     out["family"] = model.family;
     out["color"] = model.color;
-    setPresent("type", model.type);
-    setPresent("provider_key", model.provider_key);
+    json::setPresent(out, "type", model.type);
+    json::setPresent(out, "provider_key", model.provider_key);
     return out;
 }
 

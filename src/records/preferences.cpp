@@ -10,6 +10,11 @@ namespace varnhold {
 
 namespace {
 
+template <class... Cases>
+struct Overloaded : Cases... {
+    using Cases::operator()...;
+};
+
 template <class Cases>
 auto caseOf(const Cases& cases, std::string_view raw) -> std::optional<typename Cases::value_type> {
     const auto found =
@@ -28,31 +33,32 @@ Result<ResponseMode> decodeMode(const json::Value& value) {
 
 Result<EffortPrefs> decodeEfforts(const json::Value& value) {
     json::ObjectReader in(value);
-    EffortPrefs prefs{.architect = in.string("architect"),
-                      .worker = in.string("worker"),
-                      .photo = in.optionalString("photo"),
-                      .video = in.optionalString("video"),
-                      .voice = in.optionalString("voice"),
-                      .governor = in.optionalString("governor")};
+    EffortPrefs prefs;
+    for (const EffortKey& each : effortKeys) {
+        std::visit(Overloaded{[&](std::string EffortPrefs::*field) {
+                                  prefs.*field = in.string(each.chain);
+                              },
+                              [&](std::optional<std::string> EffortPrefs::*field) {
+                                  prefs.*field = in.optionalString(each.chain);
+                              }},
+                   each.field);
+    }
     return in.finish(std::move(prefs));
 }
 
 Result<ContextPrefs> decodeBudgets(const json::Value& value) {
     json::ObjectReader in(value);
-    ContextPrefs prefs{.architect = in.optional("architect", json::asInteger),
-                       .worker = in.optional("worker", json::asInteger),
-                       .photo = in.optional("photo", json::asInteger),
-                       .video = in.optional("video", json::asInteger),
-                       .voice = in.optional("voice", json::asInteger),
-                       .governor = in.optional("governor", json::asInteger)};
+    ContextPrefs prefs;
+    for (const ContextKey& each : contextKeys) {
+        prefs.*each.field = in.optional(each.chain, json::asInteger);
+    }
     return in.finish(prefs);
 }
 
-template <class Field>
-void setPresent(json::Value& out, const char* key, const std::optional<Field>& field) {
-    if (field) {
-        out[key] = *field;
-    }
+template <class Keys>
+auto keyOf(const Keys& keys, std::string_view chain) {
+    return std::find_if(keys.begin(), keys.end(),
+                        [chain](const auto& each) { return each.chain == chain; });
 }
 
 } // namespace
@@ -157,14 +163,26 @@ Result<EffortPrefs> decodeEffortPrefs(std::string_view text) {
     return json::parse(text).and_then(decodeEfforts);
 }
 
+std::optional<std::string> effortOf(const EffortPrefs& prefs, std::string_view chain) {
+    const auto* const key = keyOf(effortKeys, chain);
+    if (key == effortKeys.end()) {
+        return std::nullopt;
+    }
+    return std::visit([&prefs](auto field) { return std::optional<std::string>(prefs.*field); },
+                      key->field);
+}
+
+void setEffort(EffortPrefs& prefs, std::string_view chain, std::string_view raw) {
+    if (const auto* const key = keyOf(effortKeys, chain); key != effortKeys.end()) {
+        std::visit([&](auto field) { prefs.*field = std::string(raw); }, key->field);
+    }
+}
+
 std::string encodeEffortPrefs(const EffortPrefs& prefs) {
     json::Value out = json::Value::object();
-    out["architect"] = prefs.architect;
-    out["worker"] = prefs.worker;
-    setPresent(out, "photo", prefs.photo);
-    setPresent(out, "video", prefs.video);
-    setPresent(out, "voice", prefs.voice);
-    setPresent(out, "governor", prefs.governor);
+    for (const EffortKey& each : effortKeys) {
+        json::setPresent(out, each.chain, effortOf(prefs, each.chain));
+    }
     return json::compact(out);
 }
 
@@ -176,14 +194,22 @@ Result<ContextPrefs> decodeContextPrefs(std::string_view text) {
     return json::parse(text).and_then(decodeBudgets);
 }
 
+std::optional<std::int64_t> budgetOf(const ContextPrefs& prefs, std::string_view chain) {
+    const auto* const key = keyOf(contextKeys, chain);
+    return key == contextKeys.end() ? std::nullopt : prefs.*key->field;
+}
+
+void setBudget(ContextPrefs& prefs, std::string_view chain, std::int64_t tokens) {
+    if (const auto* const key = keyOf(contextKeys, chain); key != contextKeys.end()) {
+        prefs.*key->field = tokens;
+    }
+}
+
 std::string encodeContextPrefs(const ContextPrefs& prefs) {
     json::Value out = json::Value::object();
-    setPresent(out, "architect", prefs.architect);
-    setPresent(out, "worker", prefs.worker);
-    setPresent(out, "photo", prefs.photo);
-    setPresent(out, "video", prefs.video);
-    setPresent(out, "voice", prefs.voice);
-    setPresent(out, "governor", prefs.governor);
+    for (const ContextKey& each : contextKeys) {
+        json::setPresent(out, each.chain, prefs.*each.field);
+    }
     return json::compact(out);
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "base/json_fwd.h"
 #include "base/result.h"
@@ -57,6 +58,27 @@ struct EffortPrefs {
     bool operator==(const EffortPrefs&) const = default;
 };
 
+// Where a chain's effort is kept; some must be there, and some may be absent.
+using EffortField =
+    std::variant<std::string EffortPrefs::*, std::optional<std::string> EffortPrefs::*>;
+
+struct EffortKey {
+    std::string_view chain;
+    EffortField field;
+};
+
+// The chains in the order of the file.
+inline constexpr std::array<EffortKey, 6> effortKeys{{{"architect", &EffortPrefs::architect},
+                                                      {"worker", &EffortPrefs::worker},
+                                                      {"photo", &EffortPrefs::photo},
+                                                      {"video", &EffortPrefs::video},
+                                                      {"voice", &EffortPrefs::voice},
+                                                      {"governor", &EffortPrefs::governor}}};
+
+// By a chain's key. None, and nothing done, for a key that no chain has.
+[[nodiscard]] std::optional<std::string> effortOf(const EffortPrefs& prefs, std::string_view chain);
+void setEffort(EffortPrefs& prefs, std::string_view chain, std::string_view raw);
+
 [[nodiscard]] Result<EffortPrefs> decodeEffortPrefs(std::string_view text);
 [[nodiscard]] std::string encodeEffortPrefs(const EffortPrefs& prefs);
 [[nodiscard]] Result<EffortPrefs> readEffortPrefs(const std::string& path);
@@ -72,6 +94,24 @@ struct ContextPrefs {
 
     bool operator==(const ContextPrefs&) const = default;
 };
+
+struct ContextKey {
+    std::string_view chain;
+    std::optional<std::int64_t> ContextPrefs::*field;
+};
+
+// The chains in the order of the file.
+inline constexpr std::array<ContextKey, 6> contextKeys{{{"architect", &ContextPrefs::architect},
+                                                        {"worker", &ContextPrefs::worker},
+                                                        {"photo", &ContextPrefs::photo},
+                                                        {"video", &ContextPrefs::video},
+                                                        {"voice", &ContextPrefs::voice},
+                                                        {"governor", &ContextPrefs::governor}}};
+
+// By a chain's key. None, and nothing done, for a key that no chain has.
+[[nodiscard]] std::optional<std::int64_t> budgetOf(const ContextPrefs& prefs,
+                                                   std::string_view chain);
+void setBudget(ContextPrefs& prefs, std::string_view chain, std::int64_t tokens);
 
 [[nodiscard]] Result<ContextPrefs> decodeContextPrefs(std::string_view text);
 [[nodiscard]] std::string encodeContextPrefs(const ContextPrefs& prefs);

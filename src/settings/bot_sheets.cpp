@@ -51,17 +51,16 @@ std::optional<BotTokenSheet> tokenSheet(ModelSelectorView& view) {
     if (!view.tokenSheetBot) {
         return std::nullopt;
     }
-    return BotTokenSheet{
-        .bot = *view.tokenSheetBot,
-        .onSave =
-            [&view](const BotConfig& copy) {
-                if (replaceBot(view, copy)) {
-                    view.save();
-                    view.save(); // once more, on purpose: two writes are the known behaviour
-                }
-                close(view, &SettingsFields::tokenSheetBot);
-            },
-        .onCancel = [&view] { close(view, &SettingsFields::tokenSheetBot); }};
+    return BotTokenSheet{.bot = *view.tokenSheetBot,
+                         .onSave =
+                             [&view](const BotConfig& copy) {
+                                 if (replaceBot(view, copy)) {
+                                     view.save();
+                                     view.save(); // a token is written twice
+                                 }
+                                 close(view, &SettingsFields::tokenSheetBot);
+                             },
+                         .onCancel = [&view] { close(view, &SettingsFields::tokenSheetBot); }};
 }
 
 std::optional<BotPromptEditor> promptEditor(ModelSelectorView& view) {

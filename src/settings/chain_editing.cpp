@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/files.h"
-#include "settings/chain_parts.h"
 #include "settings/chain_sections.h"
 #include "settings/placement_checks.h"
 #include "settings/settings_state.h"
@@ -21,10 +20,6 @@ constexpr auto longestDrag = 2000ms;
 
 constexpr std::array libraryLists{&SettingsFields::ollamaModels, &SettingsFields::openRouterModels,
                                   &SettingsFields::directModels, &SettingsFields::cerebrasModels};
-
-// Not the order of the chains: the worker chain is searched first.
-constexpr std::array removalOrder{TargetList::worker, TargetList::architect, TargetList::photo,
-                                  TargetList::video,  TargetList::voice,     TargetList::governor};
 
 AIModelItem takeRow(ModelRows& rows, std::size_t row) {
     AIModelItem item = std::move(rows[row]);
@@ -44,11 +39,11 @@ const AIModelItem* findInLibrary(const SettingsFields& settings, const std::stri
 } // namespace
 
 const std::vector<AIModelItem>& ModelSelectorView::chainArray(TargetList list) const {
-    return this->*partsOf(list).models;
+    return this->*chainSection(list).models;
 }
 
 std::vector<AIModelItem>& ModelSelectorView::chainBinding(TargetList list) {
-    return this->*partsOf(list).models;
+    return this->*chainSection(list).models;
 }
 
 StackPolicy ModelSelectorView::chainPolicy() {
@@ -138,7 +133,7 @@ bool ModelSelectorView::handleLibraryDrop(const platform::PayloadProviders& prov
 }
 
 void ModelSelectorView::removeModel(const std::string& payload) {
-    for (const TargetList list : removalOrder) {
+    for (const TargetList list : chainFileOrder) {
         if (const auto row = rowOf(chainArray(list), payload)) {
             takeRow(chainBinding(list), *row);
             changed();
@@ -162,9 +157,10 @@ void ModelSelectorView::deleteLibraryModel(const AIModelItem& item) {
 }
 
 void ModelSelectorView::reset() {
-    for (auto* models :
-         {&workerModels, &architectModels, &photoModels, &videoModels, &governorModels}) {
-        models->clear();
+    for (const ChainSection& section : chainSections()) {
+        if (section.emptiedByReset) {
+            (this->*section.models).clear();
+        }
     }
     refresh();
     save();

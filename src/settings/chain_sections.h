@@ -5,31 +5,42 @@
 #include <vector>
 
 #include "records/groups.h"
+#include "records/model_rows.h"
 #include "settings/settings_state.h"
+#include "shell/constants.h"
 #include "stacks/stack.h"
 
-// The sections in which the window shows the six chains: what stands in their headers, and what the
-// controls there do.
+// The table of the six chains: for each, where its values are kept and how the window shows it.
+// Loading, saving, keepalive and the window all go by it.
 //
 // Main thread. Nothing here fails; a step beyond the end of a ladder does nothing.
 namespace varnhold {
 
-// One section. The pointers name where its values are kept; it holds none itself.
+// One chain. The pointers name where its values are kept; it holds none itself.
 struct ChainSection {
-    std::string_view title;
     TargetList list = TargetList::governor;
+    std::string_view name; // "Coding"
+    std::string_view title;
+    // Of those side by side in the window, from its top; the governor's row is 0.
+    int row = 0;
+    Color tint;
+    std::string Constants::*file = nullptr;
+    ModelRows SettingsFields::*models = nullptr;
     EffortLevel SettingsFields::*effort = nullptr;
     double SettingsFields::*contextTokens = nullptr;
     bool SettingsFields::*topTargeted = nullptr;
-    bool showEffort = true;
-    Color tint;
     ResponseMode SettingsFields::*responseMode = nullptr; // null: the chain has none
+    bool showEffort = true;
+    bool keptWarm = true; // its caches are kept from lapsing
+    bool emptiedByReset = true;
+    bool takesCerebras = false; // models that think only and use no tools
     std::string_view hint;
     std::string_view help = {}; // of the section as a whole
 };
 
 // In the order of the window.
-[[nodiscard]] const std::array<ChainSection, 6>& chainSections();
+[[nodiscard]] const std::array<ChainSection, chainCount>& chainSections();
+// The governor's for a number that is no chain's.
 [[nodiscard]] const ChainSection& chainSection(TargetList list);
 
 // How models come into a chain, line by line, for the menu of a section's title.

@@ -7,7 +7,6 @@
 #include "base/dates.h"
 #include "base/files.h"
 #include "base/unicode.h"
-#include "settings/chain_parts.h"
 #include "settings/chain_sections.h"
 #include "settings/settings_state.h"
 
@@ -95,9 +94,9 @@ void ModelSelectorView::startKeepaliveTimer() {
 
 void ModelSelectorView::tickKeepalive() {
     const auto now = platform_.clock.now();
-    for (const TargetList list : keepaliveLists) {
+    for (const TargetList list : allTargetLists) {
         const std::vector<AIModelItem>& models = chainArray(list);
-        if (models.empty()) {
+        if (models.empty() || !chainSection(list).keptWarm) {
             continue;
         }
         const std::string key(chainKey(list));

@@ -19,11 +19,6 @@
 // is left out without a word.
 namespace varnhold {
 
-// The chains that are kept warm, in this order; voice isn't one of them.
-inline constexpr std::array keepaliveLists{TargetList::architect, TargetList::worker,
-                                           TargetList::photo, TargetList::video,
-                                           TargetList::governor};
-
 // Seconds for which the whole chain's caches hold: those of the model that forgets soonest.
 [[nodiscard]] double cacheTTL(const Constants& constants, const std::vector<AIModelItem>& models);
 

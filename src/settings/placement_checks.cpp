@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/unicode.h"
+#include "settings/chain_sections.h"
 
 namespace varnhold {
 
@@ -104,8 +105,7 @@ std::optional<std::string> placementRefusal(const SettingsFields& settings, cons
     if (!checkAuthFor(settings, item)) {
         return "Auth required for " + item.family + ".";
     }
-    const bool canServe = list == TargetList::architect || list == TargetList::governor;
-    if (isCerebras(item) && !canServe) {
+    if (isCerebras(item) && !chainSection(list).takesCerebras) {
         return wrongChain;
     }
     return std::nullopt;

@@ -3,7 +3,7 @@
 #include "base/files.h"
 #include "base/unicode.h"
 #include "records/governor_choice.h"
-#include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 #include "settings/legacy_keys.h"
 #include "settings/settings_state.h"
 
@@ -31,7 +31,7 @@ auto findGovernor(Bots& bots) {
 
 } // namespace
 
-// The order is part of the contract with whoever watches the files.
+// Who watches the files sees them read in this order.
 ModelSelectorView::ModelSelectorView(platform::Platform& platform, const Constants& constants)
     : platform_(platform), constants_(constants) {
     for (const TargetList list : chainFileOrder) {
@@ -52,9 +52,9 @@ ModelSelectorView::ModelSelectorView(platform::Platform& platform, const Constan
 }
 
 void ModelSelectorView::loadChain(TargetList list) {
-    const ChainParts parts = partsOf(list);
-    if (auto models = readChain(constants_.*parts.file)) {
-        this->*parts.models = *std::move(models);
+    const ChainSection& section = chainSection(list);
+    if (auto models = readChain(constants_.*section.file)) {
+        this->*section.models = *std::move(models);
     }
 }
 
@@ -107,12 +107,10 @@ void ModelSelectorView::loadEfforts() {
     if (!prefs) {
         return;
     }
-    architectEffort = levelOr(prefs->architect, architectEffort);
-    workerEffort = levelOr(prefs->worker, workerEffort);
-    photoEffort = levelOr(prefs->photo, photoEffort);
-    videoEffort = levelOr(prefs->video, videoEffort);
-    voiceEffort = levelOr(prefs->voice, voiceEffort);
-    governorEffort = levelOr(prefs->governor, governorEffort);
+    for (const ChainSection& section : chainSections()) {
+        EffortLevel& effort = this->*section.effort;
+        effort = levelOr(effortOf(*prefs, chainKey(section.list)), effort);
+    }
 }
 
 void ModelSelectorView::loadBudgets() {
@@ -120,12 +118,9 @@ void ModelSelectorView::loadBudgets() {
     if (!prefs) {
         return;
     }
-    architectContextTokens = tokensOf(prefs->architect);
-    workerContextTokens = tokensOf(prefs->worker);
-    photoContextTokens = tokensOf(prefs->photo);
-    videoContextTokens = tokensOf(prefs->video);
-    voiceContextTokens = tokensOf(prefs->voice);
-    governorContextTokens = tokensOf(prefs->governor);
+    for (const ChainSection& section : chainSections()) {
+        this->*section.contextTokens = tokensOf(budgetOf(*prefs, chainKey(section.list)));
+    }
 }
 
 void ModelSelectorView::loadSettings() {

@@ -3,7 +3,7 @@
 #include "base/unicode.h"
 #include "records/governor_choice.h"
 #include "records/tokens.h"
-#include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 #include "settings/legacy_keys.h"
 #include "settings/settings_state.h"
 
@@ -22,11 +22,11 @@ void store(const std::string& path, const std::string& content) {
 
 } // namespace
 
-// Daemons watch these files, so the order of the sixteen steps is kept.
+// Daemons watch these files, so the order stays as it is.
 void ModelSelectorView::save() {
     for (const TargetList list : chainFileOrder) {
-        const ChainParts parts = partsOf(list);
-        store(constants_.*parts.file, encodeChain(this->*parts.models));
+        const ChainSection& section = chainSection(list);
+        store(constants_.*section.file, encodeChain(this->*section.models));
     }
     store(constants_.responseModeFile, encodeResponseMode(architectResponseMode));
     store(constants_.botsConfigFile, encodeBots(userBots));
@@ -99,23 +99,19 @@ void ModelSelectorView::saveSettings() {
 }
 
 void ModelSelectorView::saveEfforts() const {
-    const auto raw = [](EffortLevel level) { return std::string(rawValue(level)); };
-    store(constants_.effortPrefsFile, encodeEffortPrefs({.architect = raw(architectEffort),
-                                                         .worker = raw(workerEffort),
-                                                         .photo = raw(photoEffort),
-                                                         .video = raw(videoEffort),
-                                                         .voice = raw(voiceEffort),
-                                                         .governor = raw(governorEffort)}));
+    EffortPrefs prefs;
+    for (const ChainSection& section : chainSections()) {
+        setEffort(prefs, chainKey(section.list), rawValue(this->*section.effort));
+    }
+    store(constants_.effortPrefsFile, encodeEffortPrefs(prefs));
 }
 
 void ModelSelectorView::saveBudgets() const {
-    store(constants_.contextPrefsFile,
-          encodeContextPrefs({.architect = roundedTokens(architectContextTokens),
-                              .worker = roundedTokens(workerContextTokens),
-                              .photo = roundedTokens(photoContextTokens),
-                              .video = roundedTokens(videoContextTokens),
-                              .voice = roundedTokens(voiceContextTokens),
-                              .governor = roundedTokens(governorContextTokens)}));
+    ContextPrefs prefs;
+    for (const ChainSection& section : chainSections()) {
+        setBudget(prefs, chainKey(section.list), roundedTokens(this->*section.contextTokens));
+    }
+    store(constants_.contextPrefsFile, encodeContextPrefs(prefs));
 }
 
 // The file is shared: this is one key of it, and the others pass through.

@@ -24,7 +24,7 @@ struct ManageCustomGroupsSheet;
 // it.
 //
 // Made when the window is first opened and kept for the life of the process. There is no staging:
-// whoever changes a field calls save(), which rewrites every file. Main thread only; work for other
+// each edit ends in save(), which rewrites every file. Main thread only; work for other
 // threads is handed out with copies, and what comes back after the record has gone is dropped.
 // Nothing here reports a failure: a file that can't be read or decoded counts as missing, one that
 // can't be written stays as it was.

@@ -8,8 +8,8 @@
 //
 // One value is made on the main thread at the very start, from the home folder alone, and is only
 // read afterwards, from any thread. Members are initialised in the order in which they stand here;
-// one that builds on another uses its finished value. Nothing else in the program spells a path
-// out.
+// one that builds on another uses its finished value. A path that one place alone uses is
+// spelled out there.
 namespace varnhold {
 
 struct Constants {
@@ -25,33 +25,35 @@ struct Constants {
     std::string ostrelleAIDataDir;
     std::string VARNHOLD_VERSION;
     std::string appHome;
-    std::string appSupportDir;
-    std::string launchAgentsDir;
+    std::string appSupportDir = appHome + "/Library/Application Support/Varnhold";
+    std::string launchAgentsDir = appHome + "/Library/LaunchAgents";
 
-    std::string effortPrefsFile;
-    std::string contextPrefsFile;
-    std::string modelLibraryFile;
-    std::string modelPrefsFile;
-    std::string workerPrefsFile;
-    std::string architectPrefsFile;
-    std::string photoPrefsFile;
-    std::string videoPrefsFile;
-    std::string voicePrefsFile;
-    std::string responseModeFile;
+    std::string effortPrefsFile = appSupportDir + "/effort_preferences.json";
+    std::string contextPrefsFile = appSupportDir + "/context_preferences.json";
+    std::string modelLibraryFile = appSupportDir + "/model_library.json";
+    std::string modelPrefsFile = appSupportDir + "/model_preferences.json";
+    std::string workerPrefsFile = appSupportDir + "/worker_preferences.json";
+    std::string architectPrefsFile = appSupportDir + "/architect_preferences.json";
+    std::string photoPrefsFile = appSupportDir + "/photo_preferences.json";
+    std::string videoPrefsFile = appSupportDir + "/video_preferences.json";
+    std::string voicePrefsFile = appSupportDir + "/voice_preferences.json";
+    std::string responseModeFile = appSupportDir + "/response_mode.json";
     // The next two are crossed against what their names suggest; the daemons know them so.
-    std::string governorChainFile; // the governor's chain
-    std::string governorPrefsFile; // the provider that the governor prefers
-    std::string managerPrefsFile;
-    std::string authConfigFile;
-    std::string reauthAlertsFile;
-    std::string botsConfigFile;
-    std::string customGroupsFile;
-    std::string chainBotAssignmentsFile;
-    std::string promptFile;
-    std::string governorDBPath;
+    std::string governorChainFile =
+        appSupportDir + "/governor_preferences.json"; // the governor's chain
+    std::string governorPrefsFile =
+        appSupportDir + "/.preferred-provider.json"; // the provider that the governor prefers
+    std::string managerPrefsFile = appSupportDir + "/manager_preferences.json";
+    std::string authConfigFile = appSupportDir + "/auth_config.json";
+    std::string reauthAlertsFile = appSupportDir + "/reauth_alerts.json";
+    std::string botsConfigFile = appSupportDir + "/bots.json";
+    std::string customGroupsFile = appSupportDir + "/custom_groups.json";
+    std::string chainBotAssignmentsFile = appSupportDir + "/chain_bot_assignments.json";
+    std::string promptFile = appSupportDir + "/PROMPT.md";
+    std::string governorDBPath = appSupportDir + "/governor.db";
 
-    std::string iconDir;
-    std::string appIconFile;
+    std::string iconDir = appHome + "/Library/Application Support/Varnhold/icons";
+    std::string appIconFile = appHome + "/Library/Application Support/Varnhold/icon.png";
 
     // Context budgets in tokens that the steppers reach; 0 leaves the choice to the model.
     std::array<int, 10> contextLadder{0,      8000,   16000,  32000,   64000,

@@ -36,6 +36,8 @@ TEST(DoctrineFile, IsNoneWithAnotherExtensionWhateverItsName) {
 TEST(DoctrineFile, IsNoneForSpecAloneButOneForASpecOfSomething) {
     EXPECT_FALSE(qualifies("spec.md"));
     EXPECT_TRUE(qualifies("api.spec.md"));
+    EXPECT_FALSE(qualifies("api.spec.md.txt"));
+    EXPECT_FALSE(qualifies("api.spec.mdx"));
     EXPECT_TRUE(qualifies("API.SPEC.MD"));
     EXPECT_FALSE(qualifies("api.spec.txt"));
 }

@@ -151,6 +151,8 @@ TEST(TokenSheet, RefusesATokenOfBlanksThatTheFormAccepts) {
     EXPECT_FALSE(tokenSheet(*window.view)->canSave());
     window.view->tokenSheetBot->token = " 1 ";
     EXPECT_TRUE(tokenSheet(*window.view)->canSave());
+    window.view->tokenSheetBot->token = "\n\r\n";
+    EXPECT_TRUE(tokenSheet(*window.view)->canSave()) << "line breaks are no blanks";
 }
 
 TEST(TokenSheet, StoresTheTokenUntrimmedAndTheServiceAndSavesTwice) {

@@ -192,6 +192,19 @@ TEST(ChainContext, ClimbsTheWholeLadderAndSavesEachStep) {
     EXPECT_EQ(settings.newSaves(), 9);
 }
 
+TEST(ChainContext, BeyondAnEndStaysThereAndIsSavedAllTheSame) {
+    Sections settings;
+    settings.budget(2000000);
+    EXPECT_EQ(settings.stepped(StepDirection::right), 2000000);
+    settings.budget(5000000);
+    EXPECT_EQ(settings.stepped(StepDirection::right), 2000000);
+    settings.budget(0);
+    EXPECT_EQ(settings.stepped(StepDirection::left), 0);
+    settings.budget(-5);
+    EXPECT_EQ(settings.stepped(StepDirection::left), 0);
+    EXPECT_EQ(settings.newSaves(), 4);
+}
+
 TEST(ChainContext, CutsFractionsOffButIsInactiveOnlyAtExactlyNothing) {
     Sections settings;
     settings.budget(8000.9);

@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 
 namespace varnhold::testing {
 
@@ -55,7 +55,7 @@ std::vector<std::string> Editing::ids(TargetList list) const {
 }
 
 std::string Editing::fileOf(TargetList list) const {
-    return read(constants.*partsOf(list).file);
+    return read(constants.*chainSection(list).file);
 }
 
 } // namespace varnhold::testing

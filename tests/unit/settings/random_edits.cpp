@@ -3,7 +3,7 @@
 #include <array>
 #include <thread>
 
-#include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 #include "settings/ollama.h"
 
 namespace varnhold::testing {

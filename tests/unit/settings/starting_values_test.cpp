@@ -1,4 +1,4 @@
-#include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 #include "settings_home.h"
 
 namespace varnhold::testing {
@@ -17,7 +17,7 @@ TEST(StartingValues, WithoutAnyFileAreEmptyChainsAndPlainPreferences) {
     SettingsHome settings;
     const ModelSelectorView& view = settings.open();
     for (const TargetList list : allTargetLists) {
-        EXPECT_THAT(view.*partsOf(list).models, IsEmpty()) << chainKey(list);
+        EXPECT_THAT(view.*chainSection(list).models, IsEmpty()) << chainKey(list);
     }
     EXPECT_EQ(view.architectEffort, EffortLevel::medium);
     EXPECT_EQ(view.governorEffort, EffortLevel::medium);

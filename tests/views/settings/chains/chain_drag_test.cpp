@@ -3,7 +3,7 @@
 #include <QQmlEngine>
 #include <QSignalSpy>
 
-#include "settings/chain_parts.h"
+#include "settings/chain_sections.h"
 #include "shown_chains.h"
 #include "views/settings/dragging/drag_session.h"
 
@@ -45,7 +45,7 @@ struct ChainDrags : ShownChains {
     [[nodiscard]] std::vector<std::string> saved(TargetList list) const {
         std::vector<std::string> out;
         for (const AIModelItem& each :
-             valueOrEmpty(decodeChain(read(constants.*partsOf(list).file)))) {
+             valueOrEmpty(decodeChain(read(constants.*chainSection(list).file)))) {
             out.push_back(each.id);
         }
         return out;
