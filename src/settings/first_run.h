@@ -3,17 +3,13 @@
 #include <functional>
 #include <optional>
 
+#include "settings/first_run_keys.h"
 #include "settings/settings_state.h"
 
 // The two sheets that greet a new user: a welcome, and a tip on the library. Each comes on every
 // appearing of the window until it has been dismissed once. Main thread; the settings record must
 // outlive them.
 namespace varnhold {
-
-// Under these keys the user defaults remember what was dismissed, for good. A new key would bring
-// its sheet back to everybody.
-inline constexpr const char* welcomeSeenKey = "hasSeenWelcome_v7";
-inline constexpr const char* libraryTipSeenKey = "hasSeenLibraryTip_v1";
 
 struct WelcomeSheet {
     std::function<void()> onDismiss;

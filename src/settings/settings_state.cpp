@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "settings/first_run.h"
+#include "settings/first_run_keys.h"
 
 namespace varnhold {
 
