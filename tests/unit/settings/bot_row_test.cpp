@@ -29,6 +29,23 @@ void choose(const std::vector<BotMenuItem>& menu, const std::string& title) {
     found->perform();
 }
 
+TEST(BotRow, IsSelectedByItsLabelWhateverElseIsAlike) {
+    Window window;
+    BotConfig twin = ops();
+    twin.launchdLabel = "com.ostrelleai.twin.telegramd";
+    window.add(ops());
+    window.add(twin);
+    window.view->selectedBot = twin;
+    window.view->selectedBot->title = "Renamed meanwhile";
+    std::vector<std::string> selected;
+    for (const BotRow& row : botRows(*window.view)) {
+        if (row.isSelected) {
+            selected.push_back(row.bot.launchdLabel);
+        }
+    }
+    EXPECT_THAT(selected, ElementsAre(twin.launchdLabel));
+}
+
 TEST(BotMenu, HoldsItsItemsInOrder) {
     Window window;
     window.add(ops());

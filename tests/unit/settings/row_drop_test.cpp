@@ -31,6 +31,14 @@ TEST(Drag, GivesTheUidAndMarksTheRow) {
     EXPECT_FALSE(settings.view->modelRow(settings.view->workerModels[0]).isDragging);
 }
 
+TEST(Drag, MarksOnlyTheRowOfThatUidAmongSeveralOfOneModel) {
+    RowDrops settings;
+    settings.drag(model("a", "A"));
+    EXPECT_TRUE(settings.view->modelRow(model("a", "A")).isDragging);
+    EXPECT_FALSE(settings.view->modelRow(model("a", "ANOTHER")).isDragging);
+    EXPECT_TRUE(settings.view->modelRow(model("renamed", "A")).isDragging);
+}
+
 TEST(Drag, ThatIsGivenUpEndsAfterTwoSecondsAndFadesIn) {
     RowDrops settings;
     settings.drag(settings.view->workerModels[0]);
