@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 
 #include "views/status/menu_opener.h"
+#include "views/status/notifier_item.h"
 #include "views/status/status_strip.h"
 #include "views/status/tray_icon.h"
 
@@ -40,9 +41,8 @@ void redrawStrip(benchmark::State& state) {
 void redrawTray(benchmark::State& state) {
     const BarImage bars = barsOf(static_cast<int>(state.range(0)));
     for (auto step : state) {
-        const QIcon icon = trayIcon(bars);
-        for (const QSize& size : icon.availableSizes()) {
-            benchmark::DoNotOptimize(icon.pixmap(size, qreal(1)).toImage().bits());
+        for (const int side : NotifierItem::sides()) {
+            benchmark::DoNotOptimize(trayImage(bars, side).constBits());
         }
     }
 }

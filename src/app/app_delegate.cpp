@@ -143,6 +143,7 @@ void AppDelegate::updateTitle() {
     setOrder(bars_, rolesOf(picture_.bots));
     statusItem_->setImage(drawBarImage());
     statusItem_->setTitle(statusTitle(counts_), spokenStatus(counts_));
+    statusItem_->setAttention(counts_.crashedCount > 0);
 }
 
 void AppDelegate::sampleBotActivity() {

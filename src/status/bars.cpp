@@ -25,7 +25,6 @@ constexpr double snapThreshold = 0.001;
 constexpr double imageHeight = 16; // points, as all of these
 constexpr double barWidth = 2;
 constexpr double barPitch = 3;
-constexpr double smallestBar = 1;
 
 double valueOf(const std::map<std::string, double>& map, const std::string& role) {
     const auto found = map.find(role);

@@ -72,6 +72,7 @@ struct BarImage {
 };
 
 inline constexpr double barCornerRadius = 1;
+inline constexpr double smallestBar = 1; // points; a bar at rest still shows
 inline constexpr double barSaturation = 0.8;
 inline constexpr double barBrightness = 0.95;
 

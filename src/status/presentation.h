@@ -22,6 +22,8 @@ public:
     virtual void setImage(const BarImage& image) = 0;
     // `spoken` says the same in full words, for screen readers and tooltips.
     virtual void setTitle(const std::string& title, const std::string& spoken) = 0;
+    // Something has crashed: to be marked where the text doesn't show.
+    virtual void setAttention(bool needed) = 0;
     // A menu that is open stays open and usable; the new rows take its place once it has closed.
     virtual void setMenu(const std::vector<MenuRow>& rows) = 0;
 };

@@ -10,7 +10,7 @@ namespace {
 constexpr int narrowestBar = 2; // pixels
 constexpr int narrowestGap = 1;
 constexpr int widestBarsInSquare = 4; // a fleet of one or two isn't a wall of colour
-constexpr int flatBarsInSquare = 8;   // a flat bar is seen, and clearly flat
+constexpr int flatBarsInSquare = 3;   // a fleet at rest is seen too, and clearly at rest
 
 struct Measure {
     int width = narrowestBar;
@@ -35,8 +35,8 @@ Measure measureFor(int count, int side) {
 
 // Even or odd like the side, so that it can stand in the very middle.
 int heightFor(double level, int side) {
-    const int flat = std::max(narrowestBar, side / flatBarsInSquare);
-    const int height = std::clamp(static_cast<int>(std::lround(level * side)), flat, side);
+    const int flat = side / flatBarsInSquare;
+    const int height = flat + static_cast<int>(std::lround(level * (side - flat)));
     return height + (side - height) % 2;
 }
 
@@ -56,7 +56,8 @@ std::vector<TrayBar> trayBars(const BarImage& image, int side) {
         for (std::size_t bot = first; bot <= last; ++bot) {
             highest = std::max(highest, image.bars[bot].height);
         }
-        const int height = heightFor(highest / image.height, side);
+        const double lifted = std::max(0.0, highest - smallestBar) / (image.height - smallestBar);
+        const int height = heightFor(lifted, side);
         bars.push_back({.x = x,
                         .y = (side - height) / 2,
                         .width = measure.width,

@@ -23,7 +23,8 @@ struct TrayBar {
 
 // Bars for a square of `side` pixels, centred in it. Each is at least two pixels wide with a gap of
 // at least one beside it. A bar that several bots share stands as high as the busiest of them and
-// has the hue of their middle.
+// has the hue of their middle. A bar at rest takes a third of the height: two pixels in the middle
+// of a panel look like dirt on it.
 [[nodiscard]] std::vector<TrayBar> trayBars(const BarImage& image, int side);
 
 } // namespace varnhold

@@ -19,6 +19,7 @@ public:
         owner_.spoken = spoken;
         owner_.record.push_back("title " + title);
     }
+    void setAttention(bool needed) override { owner_.attention = needed; }
     void setMenu(const std::vector<MenuRow>& rows) override {
         owner_.rows = rows;
         owner_.record.push_back("menu " + std::to_string(rows.size()));

@@ -18,6 +18,7 @@ public:
     BarImage image;
     std::string title;
     std::string spoken;
+    bool attention = false;
     std::vector<MenuRow> rows;
     std::vector<NoticePanel> panels; // all that were ever shown
     int openPopovers = 0;

@@ -81,11 +81,6 @@ bool hasWindowManager() {
     return reply && reply->type == XCB_ATOM_WINDOW;
 }
 
-bool hasEmbeddedTray() {
-    xcb_connection_t* x = connection();
-    return x != nullptr && isOwned(x, "_NET_SYSTEM_TRAY_S0");
-}
-
 bool windowsAreBlended() {
     xcb_connection_t* x = connection();
     return x == nullptr || isOwned(x, "_NET_WM_CM_S0");

@@ -16,10 +16,6 @@ void setStripHints(QWindow& window);
 // Whether somebody keeps windows that are minimised: always where there is no X server.
 [[nodiscard]] bool hasWindowManager();
 
-// Whether a panel offers to take tray icons in (XEmbed system tray, freedesktop.org). One round
-// trip to the server.
-[[nodiscard]] bool hasEmbeddedTray();
-
 // Whether see-through parts of windows show what is behind them: always under Wayland, and under
 // X11 while a compositor holds its selection.
 [[nodiscard]] bool windowsAreBlended();

@@ -1,9 +1,11 @@
 #include "views/status/exported_menu.h"
 
+#include <QDBusConnection>
+#include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 
-#include "views/text/qt_text.h"
+#include "views/status/exported_row.h"
 
 namespace varnhold {
 
@@ -16,37 +18,43 @@ constexpr auto nobodyReadsThatLong = 60s;
 // Some panels say first that the menu is closed, and only then what was chosen in it.
 constexpr auto choiceComesWithin = 500ms;
 
-// Whether the rows differ in nothing but their texts.
-bool sameRows(const std::vector<MenuRow>& one, const std::vector<MenuRow>& other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](const MenuRow& a, MenuRow b) {
-                          b.title = a.title;
-                          return a == b;
-                      });
+constexpr int root = 0;
+
+QVariantMap rootProperties() {
+    return {{QStringLiteral("children-display"), QStringLiteral("submenu")}};
+}
+
+// Those of the names; all if none is named.
+QVariantMap wanted(QVariantMap properties, const QStringList& names) {
+    if (!names.isEmpty()) {
+        properties.removeIf([&](const auto& each) { return !names.contains(each.key()); });
+    }
+    return properties;
+}
+
+// Whether rows differ in nothing but what they say.
+bool isSameRow(const MenuRow& one, MenuRow other) {
+    other.title = one.title;
+    return one == other;
 }
 
 } // namespace
 
-QString exportedText(std::string_view text) {
-    QString shown = menuText(text);
-    shown.replace(QLatin1String("&&"), QLatin1String("&"));
-    shown.replace(QLatin1Char('_'), QLatin1String("__"));
-    // The toolkit turns the first sign into the mark of the letter behind it; so that letter is
-    // another sign. Those after it stay as they are.
-    const qsizetype first = shown.indexOf(QLatin1Char('&'));
-    if (first >= 0) {
-        shown.insert(first, QLatin1Char('&'));
-    }
-    return shown;
-}
-
 ExportedMenu::ExportedMenu(StatusMenu::Choose choose) : choose_(std::move(choose)) {
-    connect(this, &QMenu::aboutToShow, this, &ExportedMenu::opened);
-    connect(this, &QMenu::aboutToHide, this, &ExportedMenu::closed);
+    registerMenuTypes();
     forgotten_.setSingleShot(true);
     connect(&forgotten_, &QTimer::timeout, this, &ExportedMenu::closed);
     settled_.setSingleShot(true);
     connect(&settled_, &QTimer::timeout, this, &ExportedMenu::settled);
+    QDBusConnection::sessionBus().registerObject(path(), this, QDBusConnection::ExportAllContents);
+}
+
+ExportedMenu::~ExportedMenu() {
+    QDBusConnection::sessionBus().unregisterObject(path());
+}
+
+QString ExportedMenu::textDirection() {
+    return QGuiApplication::isRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr");
 }
 
 void ExportedMenu::opened() {
@@ -62,53 +70,139 @@ void ExportedMenu::closed() {
 
 void ExportedMenu::settled() {
     isOpen_ = false;
-    if (rows_ != shown_) {
-        rebuild();
-    }
+    setRows(rows_);
 }
 
 void ExportedMenu::setRows(const std::vector<MenuRow>& rows) {
     rows_ = rows;
-    if (rows_ == shown_) {
-        return;
+    const bool inPlace =
+        std::equal(shown_.begin(), shown_.end(), rows_.begin(), rows_.end(),
+                   [](const Row& shown, const MenuRow& row) { return isSameRow(shown.row, row); });
+    if (inPlace) {
+        updateInPlace();
+    } else if (!isOpen_) {
+        rebuild();
     }
-    if (!sameRows(rows_, shown_)) {
-        if (!isOpen_) {
-            rebuild();
-        }
-        return;
-    }
+}
+
+void ExportedMenu::updateInPlace() {
+    QList<MenuProperties> updated;
+    QList<MenuPropertyNames> removed;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        if (rows_[i].title != shown_[i].title) {
-            actions().at(static_cast<qsizetype>(i))->setText(exportedText(rows_[i].title));
+        Row& shown = shown_[i];
+        if (shown.row == rows_[i]) {
+            continue;
+        }
+        const QVariantMap before = exportedRow(shown.row);
+        shown.row = rows_[i];
+        const QVariantMap now = exportedRow(shown.row);
+        updated.append({shown.id, now});
+        QStringList gone = before.keys();
+        gone.removeIf([&](const QString& name) { return now.contains(name); });
+        if (!gone.isEmpty()) {
+            removed.append({shown.id, gone});
         }
     }
-    shown_ = rows_;
+    if (!updated.isEmpty()) {
+        emit ItemsPropertiesUpdated(updated, removed);
+    }
 }
 
 void ExportedMenu::rebuild() {
-    clear();
+    shown_.clear();
     for (const MenuRow& row : rows_) {
-        append(row);
+        shown_.push_back({++lastId_, row});
     }
-    shown_ = rows_;
+    emit LayoutUpdated(++revision_, root);
 }
 
-void ExportedMenu::append(const MenuRow& row) {
-    if (row.kind == MenuRow::Kind::separator) {
-        addSeparator();
+const ExportedMenu::Row* ExportedMenu::find(int id) const {
+    const auto found =
+        std::find_if(shown_.begin(), shown_.end(), [id](const Row& row) { return row.id == id; });
+    return found != shown_.end() ? &*found : nullptr;
+}
+
+// NOLINTBEGIN(readability-identifier-naming): the interface's own names
+uint ExportedMenu::GetLayout(int parent, int depth, const QStringList& names,
+                             MenuLayout& layout) const {
+    if (const Row* row = find(parent); row != nullptr) {
+        layout = {parent, wanted(exportedRow(row->row), names), {}};
+        return revision_;
+    }
+    layout = {root, wanted(rootProperties(), names), {}};
+    if (depth != 0) {
+        for (const Row& row : shown_) {
+            layout.rows.append({row.id, wanted(exportedRow(row.row), names), {}});
+        }
+    }
+    return revision_;
+}
+
+QList<MenuProperties> ExportedMenu::GetGroupProperties(const QList<int>& ids,
+                                                       const QStringList& names) const {
+    QList<MenuProperties> all;
+    if (ids.isEmpty() || ids.contains(root)) {
+        all.append({root, wanted(rootProperties(), names)});
+    }
+    for (const Row& row : shown_) {
+        if (ids.isEmpty() || ids.contains(row.id)) {
+            all.append({row.id, wanted(exportedRow(row.row), names)});
+        }
+    }
+    return all;
+}
+
+QDBusVariant ExportedMenu::GetProperty(int id, const QString& name) const {
+    const Row* row = find(id);
+    const QVariant value = (row != nullptr ? exportedRow(row->row) : rootProperties()).value(name);
+    return QDBusVariant(value.isValid() ? value : QVariant(QString()));
+}
+
+void ExportedMenu::Event(int id, const QString& name, const QDBusVariant&, uint) {
+    if (id == root && name == QLatin1String("opened")) {
+        opened();
+    } else if (id == root && name == QLatin1String("closed")) {
+        closed();
+    }
+    const Row* row = find(id);
+    if (row == nullptr || row->row.kind != MenuRow::Kind::item ||
+        name != QLatin1String("clicked")) {
         return;
     }
-    QAction* action = addAction(exportedText(row.title));
-    action->setEnabled(row.kind == MenuRow::Kind::item);
-    // Panels show it beside the title. It works in no window of ours: the menu is in none.
-    action->setShortcut(menuKey(row));
-    action->setShortcutContext(Qt::WidgetShortcut);
     // Queued, so that the panel isn't kept waiting by a slow action.
-    connect(
-        action, &QAction::triggered, this,
-        [choose = choose_, chosen = row.action, value = row.value] { choose(chosen, value); },
+    QMetaObject::invokeMethod(
+        this, [choose = choose_, row = row->row] { choose(row.action, row.value); },
         Qt::QueuedConnection);
 }
+
+QList<int> ExportedMenu::EventGroup(const QList<MenuEvent>& events) {
+    QList<int> unknown;
+    for (const MenuEvent& event : events) {
+        if (event.id != root && find(event.id) == nullptr) {
+            unknown.append(event.id);
+        }
+        Event(event.id, event.name, event.data, event.time);
+    }
+    return unknown;
+}
+
+// What it will show has been told already.
+bool ExportedMenu::AboutToShow(int id) {
+    if (id == root) {
+        opened();
+    }
+    return false;
+}
+
+QList<int> ExportedMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& unknown) {
+    for (const int id : ids) {
+        if (id != root && find(id) == nullptr) {
+            unknown.append(id);
+        }
+        static_cast<void>(AboutToShow(id));
+    }
+    return {};
+}
+// NOLINTEND(readability-identifier-naming)
 
 } // namespace varnhold

@@ -16,6 +16,8 @@ public:
 
     virtual void setImage(const BarImage& image) = 0;
     virtual void setTitle(const QString& title, const QString& spoken) = 0;
+    // Something has crashed; the text may say so already.
+    virtual void setAttention(bool needed) = 0;
     virtual void setRows(const std::vector<MenuRow>& rows) = 0;
 
     // Where it stands on the screen; empty if nobody tells.

@@ -1,11 +1,13 @@
 #include "views/status/status_item_view.h"
 
-#include <QGuiApplication>
+#include <QCursor>
 #include <QScreen>
 
 #include "views/desktop/placement.h"
+#include "views/desktop/screens.h"
+#include "views/status/embedded_display.h"
+#include "views/status/notifier_display.h"
 #include "views/status/status_strip.h"
-#include "views/status/tray_display.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
@@ -24,23 +26,41 @@ StatusItemView::~StatusItemView() {
 }
 
 void StatusItemView::chooseDisplay() {
-    if (opener_.isOpen() || (display_ && shownIn_ == trays_.kind())) {
+    if (opener_.isOpen() || (display_ && shownIn_ == trays_.tray())) {
         return;
     }
-    shownIn_ = trays_.kind();
+    shownIn_ = trays_.tray();
     display_.reset(); // the old one first, so that there are never two
-    if (shownIn_ == TrayKind::none || !QSystemTrayIcon::isSystemTrayAvailable()) {
-        auto strip = std::make_unique<StatusStrip>(opener_, removed_);
-        strip->setImage(image_);
-        strip->setTitle(title_, spoken_);
-        strip->place();
-        display_ = std::move(strip);
-        return;
+    display_ = makeDisplay();
+}
+
+// Each is told what it shows before it shows itself.
+std::unique_ptr<StatusDisplay> StatusItemView::makeDisplay() {
+    const auto tell = [this](StatusDisplay& display) {
+        display.setTitle(title_, spoken_);
+        display.setAttention(attention_);
+        display.setRows(rows_);
+        display.setImage(image_);
+    };
+    switch (shownIn_.kind) {
+    case TrayKind::notifier: {
+        auto icon = std::make_unique<NotifierDisplay>(opener_, choose_);
+        tell(*icon);
+        return icon;
     }
-    display_ = std::make_unique<TrayDisplay>(shownIn_, opener_, choose_);
-    display_->setTitle(title_, spoken_);
-    display_->setRows(rows_);
-    display_->setImage(image_);
+    case TrayKind::embedded: {
+        auto icon = std::make_unique<EmbeddedDisplay>(opener_);
+        tell(*icon);
+        icon->dock();
+        return icon;
+    }
+    case TrayKind::none:
+        break;
+    }
+    auto strip = std::make_unique<StatusStrip>(opener_, removed_);
+    tell(*strip);
+    strip->place();
+    return strip;
 }
 
 void StatusItemView::setImage(const BarImage& image) {
@@ -60,6 +80,13 @@ void StatusItemView::setTitle(const std::string& title, const std::string& spoke
     }
 }
 
+void StatusItemView::setAttention(bool needed) {
+    attention_ = needed;
+    if (display_) {
+        display_->setAttention(needed);
+    }
+}
+
 void StatusItemView::setMenu(const std::vector<MenuRow>& rows) {
     rows_ = rows;
     opener_.setRows(rows);
@@ -73,8 +100,9 @@ QRect StatusItemView::anchor() const {
     if (!place.isEmpty()) {
         return place;
     }
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return panelCorner(screen->geometry(), screen->availableGeometry());
+    // The screen where somebody is at work.
+    const QScreen& screen = screenAt(QRect(QCursor::pos(), QSize(1, 1)));
+    return panelCorner(screen.geometry(), screen.availableGeometry());
 }
 
 } // namespace varnhold

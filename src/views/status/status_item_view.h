@@ -24,6 +24,7 @@ public:
 
     void setImage(const BarImage& image) override;
     void setTitle(const std::string& title, const std::string& spoken) override;
+    void setAttention(bool needed) override;
     void setMenu(const std::vector<MenuRow>& rows) override;
 
     // Where popovers belong, on the screen; a corner of it where nobody tells.
@@ -31,16 +32,18 @@ public:
 
 private:
     void chooseDisplay();
+    [[nodiscard]] std::unique_ptr<StatusDisplay> makeDisplay();
 
     StatusMenu::Choose choose_;
     std::function<void()> removed_;
     TrayWatcher trays_;
     MenuOpener opener_;
-    TrayKind shownIn_ = TrayKind::none;
+    Tray shownIn_;
     std::unique_ptr<StatusDisplay> display_;
     BarImage image_;
     QString title_;
     QString spoken_;
+    bool attention_ = false;
     std::vector<MenuRow> rows_;
 };
 

@@ -19,6 +19,7 @@ public:
 
     void setImage(const BarImage& image) override;
     void setTitle(const QString& title, const QString& spoken) override;
+    void setAttention(bool) override {}                   // its text says so
     void setRows(const std::vector<MenuRow>&) override {} // the opener has them
     [[nodiscard]] QRect anchor() const override;
 

@@ -1,8 +1,6 @@
 #include "views/status/tray_icon.h"
 
-#include <QIconEngine>
 #include <QPainter>
-#include <algorithm>
 
 #include "status/tray_bars.h"
 #include "views/status/bar_painter.h"
@@ -12,45 +10,11 @@ namespace varnhold {
 namespace {
 
 constexpr int narrowestRounded = 4; // pixels; narrower bars keep their corners, or they would blur
+constexpr qreal markPerSide = 0.45;
+constexpr qreal rimPerSide = 0.07;
+constexpr QRgb markColour = 0xffe5252a;
 
-class BarIconEngine final : public QIconEngine {
-public:
-    explicit BarIconEngine(BarImage image) : image_(std::move(image)) {}
-
-    void paint(QPainter* painter, const QRect& place, QIcon::Mode, QIcon::State) override {
-        const qreal scale = painter->device()->devicePixelRatio();
-        const int side = qRound(std::min(place.width(), place.height()) * scale);
-        painter->save();
-        painter->translate(place.topLeft());
-        painter->scale(1 / scale, 1 / scale);
-        paintTrayBars(*painter, image_, side);
-        painter->restore();
-    }
-
-    QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override {
-        QPixmap picture(size);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        paintTrayBars(painter, image_, std::min(size.width(), size.height()));
-        return picture;
-    }
-
-    // Sizes that panels take their pick of.
-    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
-        return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {48, 48}, {64, 64}};
-    }
-
-    [[nodiscard]] QIconEngine* clone() const override { return new BarIconEngine(image_); }
-
-private:
-    BarImage image_;
-};
-
-} // namespace
-
-void paintTrayBars(QPainter& painter, const BarImage& image, int side) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
+void paintBarsOf(const BarImage& image, int side, QPainter& painter) {
     for (const TrayBar& bar : trayBars(image, side)) {
         const QRect place(bar.x, bar.y, bar.width, bar.height);
         const qreal radius = bar.width < narrowestRounded ? 0 : bar.width / 3.0;
@@ -59,8 +23,32 @@ void paintTrayBars(QPainter& painter, const BarImage& image, int side) {
     }
 }
 
-QIcon trayIcon(const BarImage& image) {
-    return QIcon(new BarIconEngine(image));
+// Cut out of the bars with a rim, so that it is seen on a red bar too.
+void paintMark(int side, QPainter& painter) {
+    const qreal size = std::round(side * markPerSide);
+    const QRectF place(side - size, side - size, size, size);
+    const qreal rim = std::max(1.0, std::round(side * rimPerSide));
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.setBrush(Qt::black);
+    painter.drawEllipse(place.adjusted(-rim, -rim, rim, rim));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setBrush(QColor::fromRgba(markColour));
+    painter.drawEllipse(place);
+}
+
+} // namespace
+
+QImage trayImage(const BarImage& image, int side, bool attention) {
+    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    paintBarsOf(image, side, painter);
+    if (attention) {
+        paintMark(side, painter);
+    }
+    return picture;
 }
 
 } // namespace varnhold

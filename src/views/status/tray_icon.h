@@ -1,18 +1,13 @@
 #pragma once
 
-#include <QIcon>
+#include <QImage>
 
 #include "status/bars.h"
 
-class QPainter;
-
 namespace varnhold {
 
-// Paints the bars for a square of `side` device pixels, its upper left corner at the painter's
-// origin; the painter must count device pixels.
-void paintTrayBars(QPainter& painter, const BarImage& image, int side);
-
-// An icon that paints the bars afresh for every size that it is asked for.
-[[nodiscard]] QIcon trayIcon(const BarImage& image);
+// The bars for a square of `side` device pixels, on nothing. `attention`: with a red mark in the
+// lower right corner. Any thread.
+[[nodiscard]] QImage trayImage(const BarImage& image, int side, bool attention = false);
 
 } // namespace varnhold

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <QDBusServiceWatcher>
 #include <QTimer>
+
+#include "views/desktop/embedded_tray.h"
+#include "views/status/notifier_host.h"
 
 namespace varnhold {
 
@@ -11,33 +13,35 @@ enum class TrayKind {
     notifier, // shows what we describe over D-Bus (StatusNotifierItem, freedesktop.org)
 };
 
-// Knows at any moment what kind of tray the desktop has. Main thread.
-//
-// The toolkit decides once in a process which of the two it speaks. So the first kind of tray that
-// appears is the only one that counts from then on.
+// A tray that the item can be shown in. Where anything differs it is another tray.
+struct Tray {
+    TrayKind kind = TrayKind::none;
+    quint32 number = 0; // of its window, if it has one
+    int arrival = 0;
+
+    bool operator==(const Tray&) const = default;
+};
+
+// Knows at any moment what tray the desktop has. Where there are both kinds, it is the one over the
+// bus. Main thread.
 class TrayWatcher final : public QObject {
     Q_OBJECT
 public:
     explicit TrayWatcher(QObject* parent = nullptr);
 
-    [[nodiscard]] TrayKind kind() const { return kind_; }
+    [[nodiscard]] const Tray& tray() const { return tray_; }
 
 signals:
     void changed();
 
-private slots:
-    void askForHost();
-
 private:
-    void watchNotifiers();
-    void hostAnswered(bool hasHost);
     void decide();
 
-    QDBusServiceWatcher watcher_;
+    NotifierHost host_;
+    EmbeddedTrayArrivals arrivals_;
+    int arrival_ = 0;
     QTimer embeddedTimer_;
-    bool hasNotifierHost_ = false;
-    TrayKind kind_ = TrayKind::none;
-    TrayKind spoken_ = TrayKind::none; // what the toolkit has settled on
+    Tray tray_;
 };
 
 } // namespace varnhold

@@ -3,6 +3,7 @@
 //   panel   has room for described tray icons: it owns the name that they announce themselves to
 //   and
 //           remembers who came. Whoever tests then asks the icons themselves.
+//   host    shows icons of a panel's list, or so its name on the bus says.
 //   portal  tells the desktop's wish for dark or light: 2, for light, until a line on standard
 //   input
 //           says something else.
@@ -100,6 +101,12 @@ int main(int argc, char** argv) {
     if (pieces.contains(QStringLiteral("panel")) &&
         !offer(watcher, QStringLiteral("/StatusNotifierWatcher"),
                QStringLiteral("org.kde.StatusNotifierWatcher"))) {
+        return EXIT_FAILURE;
+    }
+    if (pieces.contains(QStringLiteral("host")) &&
+        !QDBusConnection::sessionBus().registerService(
+            QStringLiteral("org.kde.StatusNotifierHost-%1")
+                .arg(QCoreApplication::applicationPid()))) {
         return EXIT_FAILURE;
     }
     Portal portal;

@@ -280,16 +280,26 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual(desktop.notifier_property("ToolTip")[2],
                          "2/3 🔴1\nVarnhold, 2 of 3 bots running, 1 crashed")
         sizes = [(width, height) for width, height, _ in desktop.notifier_property("IconPixmap")]
-        self.assertEqual(sizes, [(side, side) for side in (16, 22, 24, 32, 48, 64)])
+        self.assertEqual(sizes, [(side, side) for side in (16, 22, 24, 32, 48)])
         self.assertEqual(desktop.windows("^Varnhold, "), [])
+        said = {name: desktop.notifier_property(name) for name in (
+            "Status", "ItemIsMenu", "XAyatanaLabel", "IconAccessibleDesc", "Category", "Id")}
+        self.assertEqual(said, {
+            "Status": "NeedsAttention", "ItemIsMenu": True, "XAyatanaLabel": "2/3 🔴1",
+            "IconAccessibleDesc": "Varnhold, 2 of 3 bots running, 1 crashed",
+            "Category": "ApplicationStatus", "Id": "varnhold"})
+        desktop.set_fleet({"planner": "running"})
+        wait_until("nothing needs attention",
+                   lambda: desktop.notifier_property("Status") == "Active")
 
     def test_notifier_exports_every_row_as_typed(self):
         desktop, _ = self.with_panel(fleet={"a_b": "running", "x&y&z": "stopped"})
         wait_until("the rows", lambda: desktop.exported_labels() == [
-            "⚙️ Preferences...", "-", "🟢 Start All Agents", "🔄 Restart All Agents", "-",
-            "── Bots ──", "🟢 🤖 A__b (Idle)", "⚪️ 🤖 X_&y&z (Idle)", "-", "Quit"])
-        keys = {row.get("label"): row.get("shortcut") for _, row in desktop.exported_rows()}
-        self.assertEqual(keys["Quit"], [["Control", "Q"]])
+            "⚙️ Preferences...", "-", "Start All Agents", "🔄 Restart All Agents", "-",
+            "── Bots ──", "🤖 A__b (Idle)", "🤖 X&y&z (Idle)", "-", "Quit"])
+        for _, row in desktop.exported_rows():
+            self.assertNotIn("shortcut", row)
+            self.assertEqual("icon-data" in row, row.get("label", "")[:1] in ("🤖", "S"))
 
     def test_notifier_keeps_its_rows_while_the_panel_shows_them(self):
         desktop, _ = self.with_panel()
@@ -307,7 +317,7 @@ class DesktopTest(unittest.TestCase):
     def test_notifier_row_that_is_chosen_acts_on_its_bot(self):
         desktop, _ = self.with_panel()
         wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
-        desktop.click_exported("🟢 🤖 Builder (Idle)")
+        desktop.click_exported("🤖 Builder (Idle)")
         wait_until("the bot is unloaded",
                    lambda: desktop.calls(f"bootout gui/{os.getuid()}/{label_of('builder')}"))
 
@@ -338,6 +348,55 @@ class DesktopTest(unittest.TestCase):
             self.await_no_strip()
             wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
         self.assert_runs()
+
+    def test_notifier_whose_panel_hangs_becomes_the_strip_until_it_answers_again(self):
+        desktop, panel = self.with_panel()
+        for _ in range(2):
+            panel.send_signal(signal.SIGSTOP)
+            desktop.strip("^Varnhold, 2 of 3")
+            panel.send_signal(signal.SIGCONT)
+            self.await_no_strip()
+            wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
+
+    def test_host_that_is_listed_and_dead_is_none(self):
+        desktop, _ = self.with_panel()
+        host = desktop.start_host()
+        wait_until("the icon is shown", lambda: not desktop.windows("^Varnhold, "))
+        host.send_signal(signal.SIGSTOP)  # the list still has it, and so has the bus
+        desktop.strip("^Varnhold, 2 of 3")
+        host.send_signal(signal.SIGCONT)
+        self.await_no_strip()
+        host.kill()
+        host.wait()
+
+    def test_both_kinds_of_tray_come_and_go(self):
+        desktop, _ = self.with_strip(bus=True)
+        for _ in range(2):
+            tray = desktop.start_tray()
+            self.await_no_strip()
+            self.tray_icon()
+            panel = desktop.start_panel()
+            wait_until("the rows", lambda: len(desktop.exported_rows()) > 8)
+            wait_until("the icon has left the tray", lambda: desktop.our_windows() == [])
+            panel.kill()
+            panel.wait()
+            self.tray_icon()
+            tray.kill()
+            tray.wait()
+            desktop.strip("^Varnhold, 2 of 3")
+        self.assert_runs()
+
+    def test_tray_that_is_replaced_gets_the_icon_anew(self):
+        desktop = self.desktop()
+        tray = desktop.start_tray()
+        desktop.start()
+        self.tray_icon()
+        tray.kill()
+        tray.wait()
+        desktop.spawn("trayer", "--edge", "top", "--align", "left", "--widthtype", "request")
+        wait_until("the icon is in the upper left", lambda: not desktop.windows("^Varnhold, ") and any(
+            x < 200 and y < 60 and width < 60 for x, y, width, _ in
+            map(desktop.geometry, desktop.our_windows())))
 
     # -- one instance, and the end --------------------------------------------------------------
 

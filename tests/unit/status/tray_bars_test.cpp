@@ -69,9 +69,9 @@ TEST(TrayBars, AreOneForEachBotAsLongAsTheyFit) {
 
 TEST(TrayBars, OfAFullSquareHaveTheStripsMeasure) {
     EXPECT_THAT(trayBars(fleetImage(5), 16),
-                ElementsAre(TrayBar{1, 7, 2, 2, 0.0}, TrayBar{4, 7, 2, 2, lastHue / 4},
-                            TrayBar{7, 7, 2, 2, lastHue / 2}, TrayBar{10, 7, 2, 2, 0.75 * lastHue},
-                            TrayBar{13, 7, 2, 2, lastHue}));
+                ElementsAre(TrayBar{1, 5, 2, 6, 0.0}, TrayBar{4, 5, 2, 6, lastHue / 4},
+                            TrayBar{7, 5, 2, 6, lastHue / 2}, TrayBar{10, 5, 2, 6, 0.75 * lastHue},
+                            TrayBar{13, 5, 2, 6, lastHue}));
 }
 
 TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
@@ -80,7 +80,7 @@ TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
         ASSERT_EQ(bars.size(), 5U);
         for (std::size_t i = 0; i < bars.size(); ++i) {
             const bool shared = static_cast<int>(i) == busy / 4;
-            EXPECT_EQ(bars[i].height, shared ? 16 : 2) << "bot " << busy << ", bar " << i;
+            EXPECT_EQ(bars[i].height, shared ? 16 : 6) << "bot " << busy << ", bar " << i;
         }
     }
 }
@@ -101,6 +101,22 @@ TEST(TrayBars, FillMostOfTheirSquare) {
             const int used = bars.back().x + bars.back().width - bars.front().x;
             EXPECT_GE(used, side * 2 / 3) << side << " pixels, " << bots << " bots";
         }
+    }
+}
+
+TEST(TrayBars, AtRestAreSeenAndRiseFromThere) {
+    for (const int side : sides) {
+        BarImage image = fleetImage(1);
+        int before = trayBars(image, side).front().height;
+        EXPECT_GE(before, side / 3);
+        EXPECT_LE(before, side / 2);
+        for (const double height : {5.0, 10.0, 16.0}) {
+            image.bars.front().height = height;
+            const int now = trayBars(image, side).front().height;
+            EXPECT_GT(now, before);
+            before = now;
+        }
+        EXPECT_EQ(before, side);
     }
 }
 

@@ -99,7 +99,7 @@ TEST_P(TrayCrispness, EveryColumnIsAllBarOrAllGap) {
     const int side = GetParam();
     for (const int bots : {0, 1, 5, 20, 60}) {
         const BarImage image = barsOf(bots);
-        const QImage icon = trayIcon(image).pixmap(QSize(side, side), qreal(1)).toImage();
+        const QImage icon = trayImage(image, side);
         ASSERT_EQ(icon.size(), QSize(side, side));
         std::vector<int> expected(static_cast<std::size_t>(side), -1);
         const auto bars = trayBars(image, side);
@@ -122,13 +122,6 @@ TEST_P(TrayCrispness, EveryColumnIsAllBarOrAllGap) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sides, TrayCrispness, ::testing::Values(16, 22, 24, 32, 48, 64));
-
-TEST(TrayIcon, OffersTheSizesThatPanelsAskFor) {
-    const auto sizes = trayIcon(barsOf(20)).availableSizes();
-    for (const int side : {16, 22, 24, 32, 48, 64}) {
-        EXPECT_TRUE(sizes.contains(QSize(side, side))) << side;
-    }
-}
 
 } // namespace
 } // namespace varnhold::testing

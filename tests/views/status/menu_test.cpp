@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QHelpEvent>
-#include <QPointer>
 #include <QScreen>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -11,7 +10,6 @@
 #include "fleets.h"
 #include "status/fleet_picture.h"
 #include "support/records.h"
-#include "views/status/exported_menu.h"
 #include "views/status/menu_opener.h"
 #include "views/status/status_menu.h"
 #include "waiting.h"
@@ -211,72 +209,6 @@ TEST(LongMenu, TellsTheWholeOfATitleThatIsCutAndOfNoOther) {
     EXPECT_EQ(told(firstBot), QString());
     EXPECT_TRUE(told(firstBot + 3).contains(QStringLiteral("&lt;b&gt;") + QString(300, u'w')));
     WAIT_UNTIL(told(firstBot).isEmpty());
-}
-
-TEST(ExportedMenu, ChangesTextsInPlaceEvenWhileItIsOpen) {
-    ExportedMenu menu([](MenuAction, const std::string&) {});
-    std::vector<MenuRow> rows = menuRows();
-    menu.setRows(rows);
-    const QList<QAction*> actions = menu.actions();
-    emit menu.aboutToShow();
-    rows[8].title = "🔴 changed";
-    menu.setRows(rows);
-    EXPECT_EQ(menu.actions(), actions);
-    EXPECT_EQ(actions.at(8)->text(), QString::fromUtf8("🔴 changed"));
-}
-
-TEST(ExportedMenu, KeepsItsRowsWhileItIsOpenAndTakesTheNewOnesWhenItCloses) {
-    ExportedMenu menu([](MenuAction, const std::string&) {});
-    menu.setRows(menuRows());
-    const QStringList titles = titlesOf(menu);
-    emit menu.aboutToShow();
-    menu.setRows(statusMenuRows({}));
-    EXPECT_EQ(titlesOf(menu), titles);
-    emit menu.aboutToHide();
-    WAIT_UNTIL(menu.actions().size() == 7);
-}
-
-TEST(ExportedMenu, TakesAChoiceThatComesAfterThePanelHasClosedIt) {
-    std::vector<Choice> choices;
-    ExportedMenu menu(
-        [&](MenuAction action, const std::string& value) { choices.emplace_back(action, value); });
-    menu.setRows(menuRows());
-    const QPointer<QAction> shown = menu.actions().at(2);
-    emit menu.aboutToShow();
-    menu.setRows(statusMenuRows({}));
-    emit menu.aboutToHide();
-    menu.setRows(statusMenuRows({.bots = {{.title = "another poll"}}}));
-    ASSERT_NE(shown, nullptr);
-    shown->trigger();
-    WAIT_UNTIL(!choices.empty());
-    EXPECT_THAT(choices, ElementsAre(Choice(MenuAction::reloginProvider, "gemini")));
-    WAIT_UNTIL(shown == nullptr);
-}
-
-TEST(ExportedMenu, OpenedAgainSoonAfterItsClosingStillKeepsItsRows) {
-    ExportedMenu menu([](MenuAction, const std::string&) {});
-    ExportedMenu closedLater([](MenuAction, const std::string&) {});
-    for (ExportedMenu* each : {&menu, &closedLater}) {
-        each->setRows(menuRows());
-        emit each->aboutToShow();
-        emit each->aboutToHide();
-    }
-    emit menu.aboutToShow();
-    const QStringList titles = titlesOf(menu);
-    menu.setRows(statusMenuRows({}));
-    closedLater.setRows(statusMenuRows({}));
-    WAIT_UNTIL(closedLater.actions().size() == 7);
-    EXPECT_EQ(titlesOf(menu), titles);
-}
-
-TEST(ExportedMenu, CarriesTheValueOfARow) {
-    std::vector<Choice> choices;
-    ExportedMenu menu(
-        [&](MenuAction action, const std::string& value) { choices.emplace_back(action, value); });
-    menu.setRows(menuRows());
-    menu.actions().at(2)->trigger();
-    WAIT_UNTIL(!choices.empty());
-    EXPECT_THAT(choices, ElementsAre(Choice(MenuAction::reloginProvider, "gemini")));
 }
 
 } // namespace

@@ -85,7 +85,10 @@ TEST_P(Pictures, TrayIconsOfAllSizes) {
     for (const int bots : {1, 5, 20, 60}) {
         int column = 0;
         for (const int size : {16, 22, 24, 32, 48, 64}) {
-            trayIcon(barsOf(bots)).paint(&painter, QRect(column++ * side, row * side, size, size));
+            const qreal scale = qApp->devicePixelRatio();
+            QImage icon = trayImage(barsOf(bots), qRound(size * scale), size == 64);
+            icon.setDevicePixelRatio(scale);
+            painter.drawImage(column++ * side, row * side, icon);
         }
         ++row;
     }

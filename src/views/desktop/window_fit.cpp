@@ -1,0 +1,73 @@
+#include "views/desktop/window_fit.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStyle>
+#include <QWidget>
+#include <QWindow>
+
+#include "views/desktop/placement.h"
+#include "views/desktop/screens.h"
+
+namespace varnhold {
+
+namespace {
+
+constexpr QMargins usualFrame(4, 36, 4, 4); // points
+constexpr int usualPanel = 40;
+
+// Wayland tells nobody what panels take.
+QRect freeArea(const QScreen& screen) {
+    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return screen.availableGeometry().adjusted(0, 0, 0, isWayland ? -usualPanel : 0);
+}
+
+} // namespace
+
+WindowFit::WindowFit(QWidget& window, std::function<QSize(const QSize& room)> wanted)
+    : QObject(&window), window_(window), wanted_(std::move(wanted)) {
+    window.installEventFilter(this);
+    onScreensChanged(this, [this] { fit(); });
+}
+
+void WindowFit::prepareFor(const QScreen& screen) {
+    const QRect area = freeArea(screen);
+    const QRect room = area.marginsRemoved(usualFrame);
+    window_.setGeometry(
+        QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, wanted_(room.size()), room));
+}
+
+bool WindowFit::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &window_ && event->type() == QEvent::Show && isFresh_) {
+        window_.windowHandle()->installEventFilter(this);
+    } else if (watched == window_.windowHandle() && event->type() == QEvent::Expose) {
+        watched->removeEventFilter(this);
+        QMetaObject::invokeMethod(this, &WindowFit::fit, Qt::QueuedConnection);
+    }
+    return false;
+}
+
+void WindowFit::fit() {
+    if (!window_.isVisible() || window_.isMaximized() || window_.isFullScreen() ||
+        window_.isMinimized() || QGuiApplication::primaryScreen() == nullptr) {
+        return;
+    }
+    const QRect area = freeArea(screenAt(window_.frameGeometry()));
+    const QMargins frame = window_.windowHandle()->frameMargins();
+    const QSize room = area.marginsRemoved(frame).size();
+    const QSize size = isFresh_ ? wanted_(room) : window_.size().boundedTo(room);
+    const QSize framed = size.grownBy(frame);
+    const QRect place =
+        isFresh_ ? QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, framed, area)
+                 : QRect(keptInside({window_.frameGeometry().topLeft(), framed}, area), framed);
+    isFresh_ = false;
+    if (size != window_.size()) {
+        window_.resize(size);
+    }
+    if (place.topLeft() != window_.frameGeometry().topLeft()) {
+        window_.move(place.topLeft());
+    }
+}
+
+} // namespace varnhold
