@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QScreen>
 
 #include "views/desktop/appearance.h"
 #include "views/desktop/application_icon.h"
+#include "views/desktop/screens.h"
 #include "views/settings/settings_window_view.h"
 #include "views/status/notice_view.h"
 #include "views/status/status_item_view.h"
@@ -17,9 +19,11 @@ namespace {
 // The window with the record that it shows, both made when it is first wanted.
 class WidgetWindow final : public SettingsWindow {
 public:
+    // `screen`: on which it is to appear first.
     WidgetWindow(const FleetContext& fleet, const std::vector<MainMenu>& menus,
-                 const PresentationEvents& events)
-        : record_(fleet.platform, fleet.constants),
+                 const PresentationEvents& events, const QScreen& screen)
+        : screen_(&screen),
+          record_(fleet.platform, fleet.constants),
           model_({record_, fleet}),
           window_(menus, model_, events.onMainMenuChosen, events.onWindowClosed) {}
 
@@ -37,6 +41,7 @@ public:
     }
 
 private:
+    QPointer<const QScreen> screen_;
     ModelSelectorView record_;
     SettingsModel model_;
     SettingsWindowView window_;
@@ -94,7 +99,9 @@ std::unique_ptr<StatusItem> QtPresentation::createStatusItem() {
 }
 
 std::unique_ptr<SettingsWindow> QtPresentation::createSettingsWindow() {
-    return std::make_unique<WidgetWindow>(parts_->fleet, parts_->menus, parts_->events);
+    return std::make_unique<WidgetWindow>(
+        parts_->fleet, parts_->menus, parts_->events,
+        screenAt(parts_->item ? parts_->item->anchor() : QRect()));
 }
 
 std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePanel& panel,

@@ -5,8 +5,8 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
-#include <QStyle>
 
+#include "views/desktop/window_fit.h"
 #include "views/desktop/x11_hints.h"
 #include "views/text/qt_text.h"
 
@@ -64,9 +64,12 @@ SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, Setti
         addMenu(menu, choose);
     }
     page_->setMinimumSize(leastContentSize);
-    resize(sizeOn(screen()->availableSize()));
-    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(),
-                                    screen()->availableGeometry()));
+    fit_ = new WindowFit(*this, [this](const QSize& room) { return sizeOn(room); });
+    fit_->prepareFor(*screen());
+}
+
+void SettingsWindowView::appearOn(const QScreen& screen) {
+    fit_->prepareFor(screen);
 }
 
 QSize SettingsWindowView::sizeOn(const QSize& screen) const {

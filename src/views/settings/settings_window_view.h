@@ -6,7 +6,11 @@
 #include "status/main_menu.h"
 #include "views/settings/settings_page.h"
 
+class QScreen;
+
 namespace varnhold {
+
+class WindowFit;
 
 // The settings window: its size, its menu bar and its keys, around a page. Closing hides it.
 class SettingsWindowView final : public QMainWindow {
@@ -17,6 +21,9 @@ public:
     // The model must outlive the window.
     SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
                        const Choose& choose, std::function<void()> closed);
+
+    // Before it first shows; later it comes where it was.
+    void appearOn(const QScreen& screen);
 
     // That its page has its whole size beside the menu bar, or as much of it as the screen has room
     // for.
@@ -35,6 +42,7 @@ private:
     void showAbout();
 
     SettingsPage* page_; // owned as the central widget
+    WindowFit* fit_ = nullptr;
     std::function<void()> closed_;
     bool aside_ = false; // hidden, and yet not closed
 };
