@@ -134,7 +134,8 @@ class Driven:
 
     def open_panels_menu(self, button):
         """Presses the icon and waits for what the panel shows; gives what was seen before."""
-        below = f"{WIDTH}x{HEIGHT - BAR - 20}+0+{BAR + 20}"
+        # Where menus of the icon are, and nothing that a window manager shows for a moment.
+        below = f"400x{HEIGHT - BAR - 20}+{WIDTH - 400}+{BAR + 20}"
         x, y = self.icon()
         before = self.seen(below)
         self.click(x, y, button)
