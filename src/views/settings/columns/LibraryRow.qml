@@ -49,7 +49,7 @@ FocusItem {
         onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
     }
 
-    ModelBlock {
+    ModelBlockView {
         id: block
 
         anchors.fill: parent

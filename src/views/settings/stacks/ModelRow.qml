@@ -24,7 +24,7 @@ DragSource {
     visual: block.body
     Accessible.description: qsTr("%1. Press Space to move").arg(root.tag)
 
-    ModelBlock {
+    ModelBlockView {
         id: block
 
         width: parent.width - (remove.visible ? remove.width + 2 : 0)

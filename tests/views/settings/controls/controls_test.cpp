@@ -168,11 +168,11 @@ Item {
     EXPECT_EQ(shown.heard(), QStringList(QStringLiteral("removed")));
 }
 
-TEST(ModelBlock, AsksToBeRemovedByTheKeyboardToo) {
+TEST(ModelBlockView, AsksToBeRemovedByTheKeyboardToo) {
     ShownItem shown(R"(
 Item {
     property var heard: []
-    ModelBlock { width: 300; name: "Model"; tag: "Direct"; ground: "blue"; deletable: true
+    ModelBlockView { width: 300; name: "Model"; tag: "Direct"; ground: "blue"; deletable: true
                  onDeleteRequested: heard = ["removed"] }
 })");
     EXPECT_EQ(text(shown.named(QStringLiteral("Model")), QAccessible::Description),

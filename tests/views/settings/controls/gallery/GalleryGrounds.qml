@@ -35,7 +35,7 @@ ColumnLayout {
 
                     Label { text: "Architect Chain"; font: Theme.headline }
                     Stepper { label: "Effort"; valueText: "High" }
-                    ModelBlock {
+                    ModelBlockView {
                         Layout.fillWidth: true
                         implicitHeight: 28
                         name: "A model with a name that goes on and on"

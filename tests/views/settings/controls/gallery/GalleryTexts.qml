@@ -46,7 +46,7 @@ ColumnLayout {
         Repeater {
             model: Object.keys(Theme.modelGrounds)
 
-            ModelBlock {
+            ModelBlockView {
                 required property string modelData
                 required property int index
 
