@@ -36,7 +36,7 @@ QString keepBlanks(const QString& marked) {
 } // namespace
 
 QString MarkedText::plain(const QString& text) const {
-    QString line = text;
+    QString line = withJoinedEmoji(text);
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
     return keepBlanks(withEmoji(line));
 }

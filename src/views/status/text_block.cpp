@@ -34,7 +34,8 @@ qreal breakLines(QTextLayout& layout, const QFont& font, qreal width) {
 
 } // namespace
 
-TextBlock::TextBlock(const QString& text, QWidget* parent) : QWidget(parent), text_(text) {
+TextBlock::TextBlock(const QString& text, QWidget* parent)
+    : QWidget(parent), text_(withJoinedEmoji(text)) {
     text_.replace(QLatin1Char('\n'), QChar::LineSeparator);
     setAccessibleName(text);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);

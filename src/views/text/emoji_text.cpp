@@ -13,6 +13,9 @@ namespace {
 
 constexpr char32_t emojiVariation = 0xFE0F;
 constexpr char32_t firstPictograph = 0x1F000;
+constexpr char32_t joiner = 0x200D;
+constexpr char32_t firstSign = 0x2190; // of arrows, dingbats and the like
+constexpr char32_t lastSign = 0x2BFF;
 constexpr QChar ellipsis(0x2026);
 
 QString findEmojiFamily() {
@@ -28,6 +31,10 @@ QString findEmojiFamily() {
 
 bool isEmoji(const QString& character) {
     const auto codePoints = character.toUcs4();
+    if (codePoints.contains(joiner) && codePoints.front() >= firstSign &&
+        codePoints.front() <= lastSign) {
+        return true; // such as a heart on fire, whose heart is a plain sign by itself
+    }
     return std::any_of(codePoints.begin(), codePoints.end(), [](char32_t codePoint) {
         return codePoint == emojiVariation || codePoint >= firstPictograph;
     });
@@ -61,6 +68,10 @@ QTextLine layOut(QTextLayout& layout) {
 
 } // namespace
 
+QString withJoinedEmoji(const QString& text) {
+    return QString(text).replace(QStringLiteral("\uFE0F\u200D"), QStringLiteral("\u200D"));
+}
+
 QList<QTextLayout::FormatRange> emojiFormats(const QString& text) {
     static const QString family = findEmojiFamily();
     QList<QTextLayout::FormatRange> formats;
@@ -82,13 +93,13 @@ QList<QTextLayout::FormatRange> emojiFormats(const QString& text) {
 }
 
 qreal emojiTextWidth(const QFont& font, const QString& text) {
-    QTextLayout layout(text, font);
+    QTextLayout layout(withJoinedEmoji(text), font);
     const QTextLine line = layOut(layout);
     return line.isValid() ? line.naturalTextWidth() : 0;
 }
 
 qreal emojiTextAscent(const QFont& font, const QString& text) {
-    QTextLayout layout(text, font);
+    QTextLayout layout(withJoinedEmoji(text), font);
     const QTextLine line = layOut(layout);
     return line.isValid() ? line.ascent() : QFontMetricsF(font).ascent();
 }
@@ -113,7 +124,7 @@ QString elidedEmojiText(const QFont& font, const QString& text, qreal width) {
 
 void drawEmojiText(QPainter& painter, const QRectF& place, const QString& text,
                    Qt::AlignmentFlag side) {
-    QTextLayout layout(text, painter.font());
+    QTextLayout layout(withJoinedEmoji(text), painter.font());
     const QTextLine line = layOut(layout);
     if (!line.isValid()) {
         return;

@@ -13,6 +13,10 @@ class QPainter;
 // font by name.
 namespace varnhold {
 
+// The text as it is to be drawn: emoji fonts know signs of several parts, such as the rainbow flag,
+// without the marks inside them that ask for colour, and fall back to the parts with them.
+[[nodiscard]] QString withJoinedEmoji(const QString& text);
+
 // Formats that set every emoji of the text in the colour font; empty if there is no such font.
 [[nodiscard]] QList<QTextLayout::FormatRange> emojiFormats(const QString& text);
 

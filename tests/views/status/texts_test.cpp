@@ -72,6 +72,15 @@ TEST(EmojiText, KeepsSignsOfSeveralPartsInOnePiece) {
     }
 }
 
+TEST(EmojiText, JoinsThePartsOfOneSign) {
+    const qreal one = emojiTextWidth(testFont(), QStringLiteral("🌈"));
+    for (const char* sign : {"🏳️‍🌈", "👩‍👩‍👧", "❤️‍🔥"}) {
+        EXPECT_LT(emojiTextWidth(testFont(), QString::fromUtf8(sign)), 1.5 * one) << sign;
+    }
+    const QString plain = QString::fromUtf8("⚖️ مساعد");
+    EXPECT_EQ(withJoinedEmoji(plain), plain);
+}
+
 TEST(EmojiText, IsDrawnAtItsPlaceInEveryScript) {
     for (const char* text : {"plain", "مساعد المكتب", "עוזר המשרד"}) {
         QImage picture(300, 40, QImage::Format_ARGB32_Premultiplied);
