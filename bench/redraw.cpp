@@ -25,9 +25,17 @@ BarImage barsOf(int bots) {
     return barImage(bars, 0.83);
 }
 
+struct NoDefaults final : platform::UserDefaults {
+    [[nodiscard]] std::string string(const std::string&) const override { return {}; }
+    void setString(const std::string&, const std::string&) override {}
+    [[nodiscard]] bool boolean(const std::string&) const override { return false; }
+    void setBoolean(const std::string&, bool) override {}
+};
+
 void redrawStrip(benchmark::State& state) {
     MenuOpener opener([](MenuAction, const std::string&) {});
-    StatusStrip strip(opener, [] {});
+    NoDefaults defaults;
+    StatusStrip strip(opener, defaults, [] {});
     strip.setImage(barsOf(static_cast<int>(state.range(0))));
     strip.setTitle(QString::fromUtf8(" 18/20 🔴1"), QStringLiteral("Varnhold"));
     strip.resize(strip.sizeHint());

@@ -19,6 +19,7 @@
 #include "shell/constants.h"
 #include "shell/roster.h"
 #include "views/desktop/display_connection.h"
+#include "views/desktop/near_scale.h"
 #include "views/qt_presentation.h"
 
 namespace {
@@ -43,6 +44,12 @@ public:
 private:
     static constexpr const char* variable = "QT_QPA_PLATFORM";
     const bool userHasChosen_ = qEnvironmentVariableIsSet(variable);
+};
+
+// What the toolkit is told as it starts.
+struct Choices {
+    PreferX11 system;
+    varnhold::NearScale scale;
 };
 
 void describeApplication() {
@@ -101,11 +108,11 @@ int main(int argc, char** argv) {
     // For a later start to hand over: the first one shows no window by itself.
     const QByteArray activationToken = varnhold::takeActivationToken();
     varnhold::Guardian guardian(argc, argv, [&] { takeFleetDown(argc, argv, constants); });
-    std::optional<PreferX11> preference(std::in_place);
+    std::optional<Choices> choices(std::in_place);
     std::optional<varnhold::DisplayCheck> displayCheck(std::in_place);
     QApplication app(argc, argv);
     displayCheck.reset();
-    preference.reset();
+    choices.reset();
     describeApplication();
 
     varnhold::SingleInstance instance(system->runtimeDirectory(), activationToken);

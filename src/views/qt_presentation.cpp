@@ -4,10 +4,13 @@
 #include <QPointer>
 #include <QScreen>
 
+#include "platform/qt/session_bus.h"
 #include "views/desktop/appearance.h"
 #include "views/desktop/application_icon.h"
 #include "views/desktop/screens.h"
+#include "views/desktop/x11_hints.h"
 #include "views/settings/settings_window_view.h"
+#include "views/status/desktop_notice.h"
 #include "views/status/notice_view.h"
 #include "views/status/status_item_view.h"
 #include "views/text/qt_text.h"
@@ -22,10 +25,11 @@ public:
     // `screen`: on which it is to appear first.
     WidgetWindow(const FleetContext& fleet, const std::vector<MainMenu>& menus,
                  const PresentationEvents& events, const QScreen& screen)
-        : screen_(&screen),
-          record_(fleet.platform, fleet.constants),
+        : record_(fleet.platform, fleet.constants),
           model_({record_, fleet}),
-          window_(menus, model_, events.onMainMenuChosen, events.onWindowClosed) {}
+          window_(menus, model_, events.onMainMenuChosen, events.onWindowClosed) {
+        window_.appearOn(screen);
+    }
 
     void bringToFront() override {
         if (window_.bringToFront()) {
@@ -41,7 +45,6 @@ public:
     }
 
 private:
-    QPointer<const QScreen> screen_;
     ModelSelectorView record_;
     SettingsModel model_;
     SettingsWindowView window_;
@@ -93,6 +96,7 @@ void QtPresentation::installMainMenu(const std::vector<MainMenu>& menus) {
 
 std::unique_ptr<StatusItem> QtPresentation::createStatusItem() {
     auto item = std::make_unique<StatusItemView>(parts_->events.onMenuChosen,
+                                                 parts_->fleet.platform.defaults,
                                                  parts_->events.onStatusItemRemoved);
     parts_->item = item.get();
     return item;
@@ -108,9 +112,16 @@ std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePan
                                                                  const std::string& iconPath) {
     const QPixmap icon =
         iconPath.empty() ? QApplication::windowIcon().pixmap(64) : QPixmap(toQString(iconPath));
-    auto* view = new NoticeView(panel, icon);
-    view->showUnder(parts_->item ? parts_->item->anchor() : QRect());
-    return std::make_unique<WidgetPopover>(view);
+    const auto showOwn = [parts = parts_.get(), panel, icon]() -> std::unique_ptr<NoticePopover> {
+        auto* view = new NoticeView(panel, icon);
+        view->showUnder(parts->item ? parts->item->anchor() : QRect());
+        return std::make_unique<WidgetPopover>(view);
+    };
+    if (hasX11() || !platform::hasSessionBus()) {
+        return showOwn();
+    }
+    // Nothing of ours has a place on such a screen.
+    return std::make_unique<DesktopNotice>(panel, iconPath, showOwn);
 }
 
 void QtPresentation::setApplicationIcon(const std::string& path) {

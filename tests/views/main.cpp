@@ -25,7 +25,8 @@ int main(int argc, char** argv) {
     qputenv("FONTCONFIG_FILE", VIEWS_TESTS "/fonts.conf");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "none:");
     qputenv("QT_QUICK_BACKEND", "software");
-    for (const char* variable : {"DISPLAY", "QT_STYLE_OVERRIDE", "QT_FONT_DPI"}) {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE",
+                                 "XDG_CURRENT_DESKTOP", "QT_STYLE_OVERRIDE", "QT_FONT_DPI"}) {
         qunsetenv(variable);
     }
     qInstallMessageHandler(printUnlessExpected);

@@ -1,7 +1,6 @@
 #include "views/desktop/colours.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -12,6 +11,7 @@ namespace varnhold {
 
 namespace {
 
+constexpr const char* squareCorners = "squareCorners";
 constexpr QColor black{0x00, 0x00, 0x00};
 constexpr QColor white{0xff, 0xff, 0xff};
 constexpr int stepsToTheEnd = 40; // of a colour on its way to black or white
@@ -120,28 +120,20 @@ QPalette darkPalette() {
 void drawPanel(QPainter& painter, const QRectF& place, const QPalette& palette, qreal radius,
                float strength) {
     painter.save();
-    // A mask cuts the corners where nothing blends them; smooth ones would be dark behind it.
     const auto* widget = dynamic_cast<const QWidget*>(painter.device());
-    if (widget != nullptr && !widget->mask().isEmpty()) {
-        painter.fillRect(place, palette.color(QPalette::Window));
-    }
+    const bool isSquare = widget != nullptr && widget->property(squareCorners).toBool();
     painter.setRenderHint(QPainter::Antialiasing);
     QColor frame = palette.color(QPalette::WindowText);
     frame.setAlphaF(strength);
     painter.setPen(QPen(frame, 1));
     painter.setBrush(palette.color(QPalette::Window));
-    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), isSquare ? 0 : radius,
+                            isSquare ? 0 : radius);
     painter.restore();
 }
 
-void roundCorners(QWidget& widget, qreal radius) {
-    if (windowsAreBlended()) {
-        widget.clearMask();
-        return;
-    }
-    QPainterPath path;
-    path.addRoundedRect(widget.rect(), radius, radius);
-    widget.setMask(QRegion(path.toFillPolygon().toPolygon()));
+void chooseCorners(QWidget& widget) {
+    widget.setProperty(squareCorners, !windowsAreBlended());
 }
 
 } // namespace varnhold

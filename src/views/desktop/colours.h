@@ -48,8 +48,8 @@ struct Selection {
 void drawPanel(QPainter& painter, const QRectF& place, const QPalette& palette, qreal radius,
                float strength = 0.18F);
 
-// Rounds the corners of a top-level widget where nothing blends windows and they would come out
-// black. Call again when its size changes.
-void roundCorners(QWidget& widget, qreal radius);
+// Has drawPanel round the corners of a top-level widget only where windows are blended: elsewhere
+// they would come out black, or with the steps of a mask. Call again when its size changes.
+void chooseCorners(QWidget& widget);
 
 } // namespace varnhold

@@ -54,10 +54,4 @@ int displayConnection() {
                : -1;
 }
 
-bool desktopIsWayland() {
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
-}
-
 } // namespace varnhold

@@ -7,9 +7,4 @@ namespace varnhold {
 // has been made.
 [[nodiscard]] int displayConnection();
 
-// Whether the desktop is a Wayland compositor's, though our own windows may be those of an X server
-// beside it. Such a server knows where the pointer is, and hears of presses, only while they are
-// over windows of its own.
-[[nodiscard]] bool desktopIsWayland();
-
 } // namespace varnhold

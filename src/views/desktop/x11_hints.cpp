@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 #include <QtGui/qguiapplication_platform.h>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -32,6 +33,19 @@ bool isOwned(xcb_connection_t* x, const char* selection) {
     const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
         xcb_get_selection_owner_reply(x, cookie, nullptr), &std::free);
     return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+std::vector<std::uint32_t> valuesOf(xcb_connection_t* x, xcb_window_t window, const char* property,
+                                    xcb_atom_t kind) {
+    constexpr std::uint32_t most = 64;
+    const auto cookie = xcb_get_property(x, 0, window, atom(x, property), kind, 0, most);
+    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
+        xcb_get_property_reply(x, cookie, nullptr), &std::free);
+    if (!reply || reply->format != 32) {
+        return {};
+    }
+    const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {values, values + reply->value_len};
 }
 
 void setAtoms(xcb_connection_t* x, xcb_window_t window, const char* property,
@@ -74,11 +88,22 @@ bool hasWindowManager() {
         return true;
     }
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-    const auto cookie =
-        xcb_get_property(x, 0, root, atom(x, "_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1);
-    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-        xcb_get_property_reply(x, cookie, nullptr), &std::free);
-    return reply && reply->type == XCB_ATOM_WINDOW;
+    return !valuesOf(x, root, "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW).empty();
+}
+
+bool hasX11FullScreenWindow() {
+    xcb_connection_t* x = connection();
+    if (x == nullptr) {
+        return false;
+    }
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
+    const auto active = valuesOf(x, root, "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
+    if (active.empty() || active.front() == XCB_WINDOW_NONE) {
+        return false;
+    }
+    const auto states = valuesOf(x, active.front(), "_NET_WM_STATE", XCB_ATOM_ATOM);
+    return std::find(states.begin(), states.end(), atom(x, "_NET_WM_STATE_FULLSCREEN")) !=
+           states.end();
 }
 
 bool windowsAreBlended() {

@@ -16,6 +16,9 @@ void setStripHints(QWindow& window);
 // Whether somebody keeps windows that are minimised: always where there is no X server.
 [[nodiscard]] bool hasWindowManager();
 
+// Whether the window that is in use takes the whole screen (EWMH). Two round trips.
+[[nodiscard]] bool hasX11FullScreenWindow();
+
 // Whether see-through parts of windows show what is behind them: always under Wayland, and under
 // X11 while a compositor holds its selection.
 [[nodiscard]] bool windowsAreBlended();

@@ -12,7 +12,6 @@ Rectangle {
     WindowScroller {
         id: scroller
 
-        anchors.fill: parent
         leastWidth: 1200
         leastHeight: 850
 

@@ -3,14 +3,20 @@ import QtQuick.Templates as T
 import Varnhold
 
 // The whole window's content: never smaller than it was drawn for. A smaller window scrolls it, and
-// follows the keyboard; a larger one gives it the room.
+// follows the keyboard; a larger one gives it the room. Its scroll bars stand beside it, for there are
+// others at the edges of what it shows. It fills its parent.
 Flickable {
     id: root
 
     property real leastWidth
     property real leastHeight
 
-    readonly property bool scrollable: contentWidth > width || contentHeight > height
+    readonly property real barWidth: 11
+    readonly property bool scrollsDown: leastHeight > parent.height
+        || (leastWidth > parent.width && leastHeight > parent.height - barWidth)
+    readonly property bool scrollsAcross: leastWidth > parent.width
+        || (leastHeight > parent.height && leastWidth > parent.width - barWidth)
+    readonly property bool scrollable: scrollsDown || scrollsAcross
 
     readonly property WheelArea wheelArea: WheelArea { area: root }
 
@@ -44,6 +50,9 @@ Flickable {
         onTriggered: root.reveal(root.focused)
     }
 
+    anchors.fill: parent
+    anchors.rightMargin: scrollsDown ? barWidth : 0
+    anchors.bottomMargin: scrollsAcross ? barWidth : 0
     contentWidth: Math.max(width, leastWidth)
     contentHeight: Math.max(height, leastHeight)
     boundsBehavior: Flickable.StopAtBounds
@@ -52,11 +61,19 @@ Flickable {
     clip: true
 
     T.ScrollBar.vertical: SlimScrollBar {
-        visible: root.contentHeight > root.height
+        parent: root.parent
+        anchors.left: root.right
+        anchors.top: root.top
+        anchors.bottom: root.bottom
+        visible: root.scrollsDown
         lit: true
     }
     T.ScrollBar.horizontal: SlimScrollBar {
-        visible: root.contentWidth > root.width
+        parent: root.parent
+        anchors.top: root.bottom
+        anchors.left: root.left
+        anchors.right: root.right
+        visible: root.scrollsAcross
         lit: true
     }
 }

@@ -1,8 +1,10 @@
 #include "views/status/menu_opener.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 
 #include "views/desktop/screens.h"
+#include "views/desktop/session_kind.h"
 
 namespace varnhold {
 
@@ -31,6 +33,16 @@ void MenuOpener::open(const QRect& anchor, QWidget* parent) {
             closed_();
         }
     });
+    // Beside a compositor nobody tells us of a press on other programs' windows, but the keyboard
+    // goes with it.
+    if (desktopIsWayland()) {
+        QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, menu_,
+                         [this](Qt::ApplicationState state) {
+                             if (state != Qt::ApplicationActive && menu_) {
+                                 menu_->close();
+                             }
+                         });
+    }
     menu_->popupBeside(anchor, screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap,
                                                                              -edgeGap, -edgeGap));
 }

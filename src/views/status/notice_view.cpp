@@ -172,7 +172,7 @@ void NoticeView::paintEvent(QPaintEvent*) {
 }
 
 void NoticeView::resizeEvent(QResizeEvent*) {
-    roundCorners(*this, popoverRadius);
+    chooseCorners(*this);
 }
 
 void NoticeView::keyPressEvent(QKeyEvent* event) {

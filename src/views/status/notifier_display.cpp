@@ -2,7 +2,7 @@
 
 #include <QCursor>
 
-#include "views/desktop/display_connection.h"
+#include "views/desktop/session_kind.h"
 
 namespace varnhold {
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QtEndian>
 #include <chrono>
 
@@ -15,6 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto pauseBetweenPictures = 250ms;
+constexpr auto pauseBetweenTries = 1s;
 
 const QString path = QStringLiteral("/StatusNotifierItem");
 const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
@@ -69,7 +71,15 @@ void NotifierItem::announce() {
         QStringLiteral("org.kde.StatusNotifierWatcher"),
         QStringLiteral("RegisterStatusNotifierItem"));
     request << service_;
-    QDBusConnection::sessionBus().send(request);
+    // A shell may own the name a moment before it can take anybody in.
+    auto* call =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(request), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        call->deleteLater();
+        if (call->isError()) {
+            QTimer::singleShot(pauseBetweenTries, this, &NotifierItem::announce);
+        }
+    });
 }
 
 const std::vector<int>& NotifierItem::sides() {

@@ -12,8 +12,12 @@
 
 namespace varnhold {
 
-StatusItemView::StatusItemView(StatusMenu::Choose choose, std::function<void()> removed)
-    : choose_(std::move(choose)), removed_(std::move(removed)), opener_(choose_) {
+StatusItemView::StatusItemView(StatusMenu::Choose choose, platform::UserDefaults& defaults,
+                               std::function<void()> removed)
+    : choose_(std::move(choose)),
+      defaults_(defaults),
+      removed_(std::move(removed)),
+      opener_(choose_) {
     connect(&trays_, &TrayWatcher::changed, this, &StatusItemView::chooseDisplay);
     opener_.onClosed([this] {
         QMetaObject::invokeMethod(this, &StatusItemView::chooseDisplay, Qt::QueuedConnection);
@@ -57,7 +61,7 @@ std::unique_ptr<StatusDisplay> StatusItemView::makeDisplay() {
     case TrayKind::none:
         break;
     }
-    auto strip = std::make_unique<StatusStrip>(opener_, removed_);
+    auto strip = std::make_unique<StatusStrip>(opener_, defaults_, removed_);
     tell(*strip);
     strip->place();
     return strip;

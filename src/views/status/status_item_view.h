@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include "platform/user_defaults.h"
 #include "status/presentation.h"
 #include "views/status/menu_opener.h"
 #include "views/status/status_display.h"
@@ -19,7 +20,9 @@ class StatusItemView final : public QObject, public StatusItem {
     Q_OBJECT
 public:
     // `removed`: the user or the window manager has done away with the item.
-    StatusItemView(StatusMenu::Choose choose, std::function<void()> removed);
+    // `defaults` must outlive it.
+    StatusItemView(StatusMenu::Choose choose, platform::UserDefaults& defaults,
+                   std::function<void()> removed);
     ~StatusItemView() override;
 
     void setImage(const BarImage& image) override;
@@ -35,6 +38,7 @@ private:
     [[nodiscard]] std::unique_ptr<StatusDisplay> makeDisplay();
 
     StatusMenu::Choose choose_;
+    platform::UserDefaults& defaults_;
     std::function<void()> removed_;
     TrayWatcher trays_;
     MenuOpener opener_;

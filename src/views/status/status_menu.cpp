@@ -1,5 +1,6 @@
 #include "views/status/status_menu.h"
 
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -67,6 +68,10 @@ void StatusMenu::popupBeside(const QRect& anchor, const QRect& area) {
     // The toolkit adds the widest key to the widest row.
     style_->setWidestRow(area.width() / 2 - widestKey);
     wanted_ = fittedBeside(anchor, QMenu::sizeHint(), area, Alignment::left, gapBesideAnchor);
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+        // The compositor alone knows the screen, and opens nothing that doesn't touch its parent.
+        wanted_.moveTopLeft(anchor.bottomLeft());
+    }
     popup(wanted_.topLeft());
 }
 
@@ -107,7 +112,7 @@ void StatusMenu::showWhole(const QHelpEvent& asked) {
 
 void StatusMenu::resizeEvent(QResizeEvent* event) {
     QMenu::resizeEvent(event);
-    roundCorners(*this, menuRadius);
+    chooseCorners(*this);
 }
 
 void StatusMenu::mousePressEvent(QMouseEvent* event) {

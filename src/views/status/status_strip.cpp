@@ -6,12 +6,14 @@
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
 #include "views/desktop/colours.h"
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
+#include "views/desktop/session_kind.h"
 #include "views/desktop/x11_hints.h"
 #include "views/status/accessibility.h"
 #include "views/status/bar_painter.h"
@@ -21,18 +23,26 @@ namespace varnhold {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int stripHeight = 28; // points, as all of these
 constexpr int sidePadding = 10;
-constexpr int screenMargin = 8;
 constexpr int textPixelSize = 13;
+constexpr auto untilItLies = 400ms;
+constexpr auto lookForFullScreen = 1s;
 constexpr float usualFrame = 0.18F; // strengths
 constexpr float focusFrame = 0.6F;
 
 } // namespace
 
-StatusStrip::StatusStrip(MenuOpener& opener, std::function<void()> removed)
-    : opener_(opener), removed_(std::move(removed)) {
+StatusStrip::StatusStrip(MenuOpener& opener, platform::UserDefaults& defaults,
+                         std::function<void()> removed)
+    : opener_(opener),
+      place_(defaults),
+      removed_(std::move(removed)),
+      isUnmanaged_(hasX11() && !utilityWindowsAreLeftAlone()) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    setWindowFlag(Qt::BypassWindowManagerHint, isUnmanaged_);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::StrongFocus);
@@ -41,6 +51,13 @@ StatusStrip::StatusStrip(MenuOpener& opener, std::function<void()> removed)
     setFont(textFont);
     installAccessibility();
     onScreensChanged(this, [this] { stayOnScreen(); });
+    moved_.setSingleShot(true);
+    moved_.setInterval(untilItLies);
+    connect(&moved_, &QTimer::timeout, this, &StatusStrip::putDown);
+    if (isUnmanaged_) {
+        connect(&fullScreen_, &QTimer::timeout, this, &StatusStrip::makeWay);
+        fullScreen_.start(lookForFullScreen);
+    }
 }
 
 // A poll brings the same image again and again: that is no reason to paint.
@@ -88,14 +105,36 @@ void StatusStrip::fit() {
     if (!isVisible()) {
         return;
     }
-    const QPoint kept = keptInside({wanted, size()}, screenAt(geometry()).availableGeometry());
-    move(isHome ? home() : kept);
+    const QPoint kept = keptInside({wanted, size()}, screenAt(geometry()).geometry());
     home_ = isHome ? home() : home_;
+    move(isHome ? home_ : kept);
 }
 
 QPoint StatusStrip::home() const {
-    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    return {area.x() + area.width() - width() - screenMargin, area.y() + screenMargin};
+    if (const auto kept = place_.kept()) {
+        const QRect wanted(*kept - QPoint(width(), 0), size());
+        return keptInside(wanted, screenAt(wanted).geometry());
+    }
+    return freePlace(size(), QGuiApplication::primaryScreen()->availableGeometry());
+}
+
+// Where the user has let it go: the next one stands there too.
+void StatusStrip::putDown() {
+    isBeingMoved_ = false;
+    const QPoint inside = keptInside(geometry(), screenAt(geometry()).availableGeometry());
+    if (inside != pos()) {
+        move(inside);
+    }
+    home_ = pos();
+    place_.keep(home_ + QPoint(width(), 0));
+}
+
+// No window manager puts it below what takes the whole screen.
+void StatusStrip::makeWay() {
+    const bool isInTheWay = hasX11FullScreenWindow();
+    if (isInTheWay == isVisible() && !opener_.isOpen()) {
+        setVisible(!isInTheWay);
+    }
 }
 
 void StatusStrip::place() {
@@ -123,12 +162,8 @@ void StatusStrip::stayOnScreen() {
     if (QGuiApplication::primaryScreen() == nullptr || !isVisible()) {
         return; // between the last screen and the next
     }
-    if (pos() == home_) {
-        home_ = home();
-        move(home_);
-    } else {
-        move(keptInside(geometry(), screenAt(geometry()).availableGeometry()));
-    }
+    home_ = home();
+    move(home_);
 }
 
 QRectF StatusStrip::imageRectangle() const {
@@ -166,7 +201,8 @@ void StatusStrip::mouseMoveEvent(QMouseEvent* event) {
         }
         // The window manager's own move knows screen edges and works where we may not place
         // windows; where it refuses, the strip follows the pointer by itself.
-        press_ = windowHandle()->startSystemMove() ? Press::systemMove : Press::ownMove;
+        isBeingMoved_ = !isUnmanaged_ && windowHandle()->startSystemMove();
+        press_ = isBeingMoved_ ? Press::systemMove : Press::ownMove;
     }
     if (press_ == Press::ownMove) {
         move(pos() + way);
@@ -178,7 +214,14 @@ void StatusStrip::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && was == Press::click) {
         openMenu();
     } else if (was == Press::ownMove) {
-        stayOnScreen();
+        putDown();
+    }
+}
+
+// Nobody tells when the window manager's move is over; its press has long been by then.
+void StatusStrip::moveEvent(QMoveEvent*) {
+    if (isBeingMoved_) {
+        moved_.start();
     }
 }
 
@@ -202,7 +245,7 @@ void StatusStrip::openMenu() {
 }
 
 void StatusStrip::resizeEvent(QResizeEvent*) {
-    roundCorners(*this, stripRadius);
+    chooseCorners(*this);
 }
 
 void StatusStrip::closeEvent(QCloseEvent* event) {

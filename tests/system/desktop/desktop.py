@@ -206,7 +206,7 @@ class Desktop:
         def last():
             items = self.ask("get-property", WATCHER, "/StatusNotifierWatcher", WATCHER,
                              "RegisteredStatusNotifierItems")
-            return items[-1].split("/")[0] if items else None  # some lists name the object too
+            return re.split("[@/]", items[-1])[0] if items else None  # some name the object too
         return wait_until("a tray icon", last)
 
     def notifier_property(self, name):

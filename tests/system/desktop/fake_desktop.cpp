@@ -7,6 +7,8 @@
 //   portal  tells the desktop's wish for dark or light: 2, for light, until a line on standard
 //   input
 //           says something else.
+//   notifications
+//           shows notifications and tells of the last.
 //   dying   has the supervisor's own name, and ends without an answer when it is called.
 //
 // Runs until it is ended.
@@ -85,6 +87,28 @@ public slots:
     static void Activate(const QVariantMap&) { std::_Exit(EXIT_SUCCESS); }
 };
 
+class Notifications final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+    Q_PROPERTY(QStringList Shown MEMBER shown_)
+public:
+    using QObject::QObject;
+
+    // NOLINTBEGIN(readability-identifier-naming): the interface's own names
+public slots:
+    [[nodiscard]] static QStringList GetCapabilities() { return {QStringLiteral("body")}; }
+    uint Notify(const QString& name, uint, const QString&, const QString& title,
+                const QString& text, const QStringList&, const QVariantMap&, int duration) {
+        shown_ = {name, title, text, QString::number(duration)};
+        return 1;
+    }
+    void CloseNotification(uint) { shown_.clear(); }
+    // NOLINTEND(readability-identifier-naming)
+
+private:
+    QStringList shown_;
+};
+
 bool offer(QObject& object, const QString& path, const QString& service) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     const auto everything = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
@@ -122,6 +146,12 @@ int main(int argc, char** argv) {
     if (pieces.contains(QStringLiteral("portal")) &&
         !offer(portal, QStringLiteral("/org/freedesktop/portal/desktop"),
                QStringLiteral("org.freedesktop.portal.Desktop"))) {
+        return EXIT_FAILURE;
+    }
+    Notifications notifications;
+    if (pieces.contains(QStringLiteral("notifications")) &&
+        !offer(notifications, QStringLiteral("/org/freedesktop/Notifications"),
+               QStringLiteral("org.freedesktop.Notifications"))) {
         return EXIT_FAILURE;
     }
     Dying dying;

@@ -9,7 +9,6 @@ from compositor import WaylandDesktop
 from desktop import DISPLAY, Desktop, WATCHER, wait_until
 
 WIDTH, HEIGHT = 1280, 800
-BAR = 34  # points at the top of the screen that a panel may take
 
 XFCE = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -60,6 +59,13 @@ expandable=true
 type=statusnotifier
 """
 
+GNOME = """[org/gnome/shell]
+enabled-extensions={extensions}
+welcome-dialog-last-shown-version='999'
+[org/gnome/desktop/interface]
+enable-animations=false
+"""
+
 WAYBAR = """{"layer": "top", "position": "top", "height": 30, "modules-right": ["tray"],
              "tray": {"icon-size": 22, "spacing": 8}}"""
 WAYBAR_STYLE = "window#waybar { background: #202020; color: white; } #tray { padding: 0 4px; }"
@@ -73,6 +79,7 @@ class Driven:
     """What is the same of every panel. `command` starts it; `configure` writes its files."""
 
     command = ()
+    bar = 34  # points at the top of the screen that the panel may take
 
     def start_panel(self):
         self.configure()
@@ -98,7 +105,7 @@ class Driven:
 
     def coloured_places(self):
         """Places in the panel that are of a strong colour, as the bars are and little else is."""
-        raw = self.seen(f"{WIDTH}x{BAR}+0+0")
+        raw = self.seen(f"{WIDTH}x{self.bar}+0+0")
         return [(i // 3 % WIDTH, i // 3 // WIDTH) for i in range(0, len(raw), 3)
                 if max(raw[i:i + 3]) - min(raw[i:i + 3]) > 100]
 
@@ -114,7 +121,7 @@ class Driven:
     def red_places(self):
         """Places of the mark that something has crashed: red, at the right, where no bar is."""
         x, _ = self.icon()
-        raw = self.seen(f"{WIDTH - x - 2}x{BAR}+{x + 2}+0")
+        raw = self.seen(f"{WIDTH - x - 2}x{self.bar}+{x + 2}+0")
         return sum(raw[i] > 200 and raw[i + 1] < 70 and raw[i + 2] < 70
                    for i in range(0, len(raw), 3))
 
@@ -135,7 +142,7 @@ class Driven:
     def open_panels_menu(self, button):
         """Presses the icon and waits for what the panel shows; gives what was seen before."""
         # Where menus of the icon are, and nothing that a window manager shows for a moment.
-        below = f"400x{HEIGHT - BAR - 20}+{WIDTH - 400}+{BAR + 20}"
+        below = f"400x{HEIGHT - self.bar - 20}+{WIDTH - 400}+{self.bar + 20}"
         x, y = self.icon()
         before = self.seen(below)
         self.click(x, y, button)
@@ -190,6 +197,40 @@ class Lxqt(OnX, Driven, Desktop):
         self.write("lxqt/panel.conf", LXQT)
 
 
+class Gnome(OnX, Driven, Desktop):
+    """GNOME's shell on X11, which has no tray: what keeps its bar for itself."""
+
+    draws_menu_at = (1, 3)
+    bar = 30
+    extensions = "@as []"
+
+    def __init__(self, build):
+        super().__init__(build, bus=True, screen=f"{WIDTH}x{HEIGHT}x24")
+        system = f"unix:path={self.environment['XDG_RUNTIME_DIR']}/system"
+        self.spawn("dbus-daemon", "--session", "--nofork", f"--address={system}")
+        self.environment.update(XDG_SESSION_TYPE="x11", XDG_CURRENT_DESKTOP="GNOME",
+                                LIBGL_ALWAYS_SOFTWARE="1", GSETTINGS_BACKEND="keyfile",
+                                DBUS_SYSTEM_BUS_ADDRESS=system)
+        self.write("glib-2.0/settings/keyfile", GNOME.format(extensions=self.extensions))
+        self.spawn("gnome-shell", "--x11", "--sm-disable")
+        wait_until("the shell's bar", lambda: self.tool(
+            "xprop", "-root", "_NET_WORKAREA").stdout.split("=")[-1].split(",")[1:2] == [" 32"])
+        # It begins with an overview of all windows, of which there is none.
+        def overview_is_left():
+            self.key("Escape")
+            return len(set(self.seen("200x100+300+400"))) < 10
+        wait_until("the desktop", overview_is_left)
+
+
+class GnomeWithIcons(Gnome):
+    """The same with the extension that shows icons in its bar, as many have it."""
+
+    extensions = "['ubuntu-appindicators@ubuntu.com']"
+
+    def start_panel(self):
+        wait_until("the panel", lambda: WATCHER in self.bus_names())
+
+
 class Waybar(Driven, WaylandDesktop):
     """A compositor in a window of an X server, which brings it a pointer and keys."""
 
@@ -200,7 +241,7 @@ class Waybar(Driven, WaylandDesktop):
     def green_discs(self):
         """Middles of the discs in the menu, from top to bottom."""
         raw = self.seen()
-        places = [(i // 3 // WIDTH, i // 3 % WIDTH) for i in range(BAR * WIDTH * 3, len(raw), 3)
+        places = [(i // 3 // WIDTH, i // 3 % WIDTH) for i in range(self.bar * WIDTH * 3, len(raw), 3)
                   if raw[i] < 70 and 160 < raw[i + 1] < 200 and raw[i + 2] < 90]
         tops = [y for y, x in places if (y - 1, x) not in places and (y - 2, x) not in places]
         rows = sorted({min(each for each in tops if abs(each - y) < 12) for y in tops})

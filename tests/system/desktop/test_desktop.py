@@ -50,8 +50,8 @@ class DesktopTest(unittest.TestCase):
             with self.subTest(manager=manager):
                 desktop, strip = self.with_strip(manager=manager)
                 menu = self.open_menu(strip)[0]
-                left, top, width, _ = desktop.geometry(menu)
-                self.assertEqual(top, desktop.geometry(strip)[1] + 28 + 2)
+                left, top, width, height = desktop.geometry(menu)
+                self.assertEqual(top + height, desktop.geometry(strip)[1] - 2)
                 self.assertEqual(left + width, 1280 - 4)
                 desktop.click_window(strip)
                 wait_until("the menu is gone", lambda: not desktop.menus())
@@ -107,7 +107,7 @@ class DesktopTest(unittest.TestCase):
                 x, y, width, height = desktop.geometry(strip)
                 desktop.tool("xdotool", "mousemove", x + 20, y + 10, "mousedown", "1")
                 for step in range(1, 11):
-                    desktop.tool("xdotool", "mousemove", x + 20 - 40 * step, y + 10 + 20 * step)
+                    desktop.tool("xdotool", "mousemove", x + 20 - 40 * step, y + 10 - 20 * step)
                 desktop.tool("xdotool", "mouseup", "1")
                 wait_until("the strip has moved", lambda: desktop.geometry(strip)[0] < x - 300)
                 self.assertEqual(desktop.menus(), [])
@@ -117,6 +117,15 @@ class DesktopTest(unittest.TestCase):
                 wait_until("the strip has grown at its left",
                            lambda: desktop.geometry(strip)[2] > width and
                            sum(desktop.geometry(strip)[0::2]) == right)
+                top = desktop.geometry(strip)[1]
+                desktop.supervisor.terminate()
+                desktop.supervisor.wait(60)
+                desktop.start()
+                strip = desktop.strip("12 of 12")
+                wait_until("it is found where it was put",
+                           lambda strip=strip, right=right, top=top:
+                           (sum(desktop.geometry(strip)[0::2]), desktop.geometry(strip)[1]) ==
+                           (right, top))
                 desktop.end()
                 desktop.reset()
 
@@ -181,12 +190,12 @@ class DesktopTest(unittest.TestCase):
         desktop.key("Escape")
         self.await_no_popover()
 
-    def test_popover_stands_under_the_strip_and_is_replaced_by_a_newer_one(self):
+    def test_popover_stands_beside_the_strip_and_is_replaced_by_a_newer_one(self):
         desktop, strip = self.with_strip()
         desktop.notify(("Opus was installed.", False))
         first = self.popover()
         self.assertEqual(desktop.geometry(first)[2:], (320, 110))
-        self.assertGreater(desktop.geometry(first)[1], desktop.geometry(strip)[1] + 27)
+        self.assertLess(desktop.geometry(first)[1] + 110, desktop.geometry(strip)[1])
         desktop.notify(("Qwen was installed.", False), ("Mistral was installed.", True))
         second = wait_until("the next popover", lambda: self.d.windows("^New AI models installed"))
         self.assertEqual(desktop.geometry(second[0])[2:], (320, 156))

@@ -4,11 +4,12 @@ Each test runs in a sandbox and a process of its own: test_panels.py BUILD_FOLDE
 """
 
 import os
+import shutil
 import sys
 import unittest
 
 from desktop import label_of, wait_until
-from panels import HEIGHT, WIDTH, Lxqt, Waybar, WaybarBesideX, Xfce
+from panels import HEIGHT, WIDTH, Gnome, GnomeWithIcons, Lxqt, Waybar, WaybarBesideX, Xfce
 
 QUIET = {"planner": "running", "builder": "running", "watcher": "stopped"}
 CRASHED = {**QUIET, "watcher": "crashed"}
@@ -133,8 +134,55 @@ class PanelsTest(unittest.TestCase):
     def test_waybar_beside_x_comes_and_goes(self):
         self.panel_comes_and_goes(WaybarBesideX)
 
+    def test_wayland_without_a_place_for_the_popover_gets_a_notification(self):
+        desktop = self.launch(Waybar)
+        desktop.spawn(desktop.build / "tests/fake_desktop", "notifications")
+        service = "org.freedesktop.Notifications"
+        wait_until("the service", lambda: service in desktop.bus_names())
+        def shown():
+            return desktop.ask("get-property", service, "/org/freedesktop/Notifications", service,
+                               "Shown")
+        desktop.notify(("Opus was installed.", True))
+        wait_until("the notification", lambda: shown() == [
+            "Varnhold", "New AI model installed",
+            "Opus was installed.\n⚠️ This affects a chain you use — re-check it.", "14000"])
+        wait_until("it is taken back", lambda: shown() == [])
+
     def test_waybar_session_ends(self):
         self.session_ends(Waybar)
+
+
+    # GNOME's shell is too heavy to be installed for every run; where it is there, it is tried.
+
+    def with_gnome(self):
+        if shutil.which("gnome-shell") is None:
+            self.skipTest("there is no GNOME")
+
+    def test_gnome_with_icons_shows_the_icon_and_marks_a_crash(self):
+        self.with_gnome()
+        self.shows_and_marks(GnomeWithIcons)
+
+    def test_gnome_with_icons_menu_is_chosen_from(self):
+        self.with_gnome()
+        self.menu_is_chosen_from(GnomeWithIcons)
+
+    def test_gnome_with_icons_window_opens_on_the_screen(self):
+        self.with_gnome()
+        self.window_opens(GnomeWithIcons)
+
+    def test_gnome_without_icons_has_the_strip(self):
+        self.with_gnome()
+        self.d = Gnome(BUILD)
+        self.addCleanup(self.d.end)
+        self.d.set_fleet(QUIET)
+        self.d.start()
+        strip = self.d.strip()
+        left, top, width, height = self.d.geometry(strip)
+        self.assertEqual((left + width, top + height), (WIDTH - 8, HEIGHT - 8))
+        self.d.click_window(strip)
+        wait_until("the menu", self.d.menus)
+        self.d.click(200, 600)
+        wait_until("the menu is gone", lambda: not self.d.menus())
 
 
 if __name__ == "__main__":

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "views/desktop/near_scale.h"
 #include "views/desktop/placement.h"
+#include "views/status/strip_place.h"
 
 namespace varnhold::testing {
 namespace {
@@ -52,6 +54,19 @@ TEST(PanelCorner, IsWhereAPanelTakesSpace) {
     EXPECT_EQ(panelCorner(screen, {0, 30, 1000, 770}).topLeft(), QPoint(999, 30));
     EXPECT_EQ(panelCorner(screen, {0, 0, 1000, 760}).topLeft(), QPoint(999, 759));
     EXPECT_EQ(panelCorner(screen, screen).topLeft(), QPoint(999, 0));
+}
+
+TEST(NearScale, IsOneThatNobodySees) {
+    for (const double near : {92.0, 95.0, 98.0, 100.0, 100.7}) {
+        EXPECT_TRUE(isNearWhole(near)) << near;
+    }
+    for (const double other : {0.0, 90.0, 96.0, 101.0, 120.0, 192.0}) {
+        EXPECT_FALSE(isNearWhole(other)) << other;
+    }
+}
+
+TEST(FreePlace, IsAtTheBottomRightBesideThePanels) {
+    EXPECT_EQ(freePlace({80, 28}, area), QPoint(912, 764));
 }
 
 TEST(KeptInside, MovesAWindowNoFurtherThanNeeded) {

@@ -1,5 +1,6 @@
 #include "settings/chain_sections.h"
 #include "shown_sheets.h"
+#include "waiting.h"
 
 namespace varnhold::testing {
 namespace {
@@ -30,6 +31,41 @@ TEST_F(WholeWindow, HasATopBlockOfItsHeightOverTheChains) {
     EXPECT_EQ(top->height(), 420);
     EXPECT_EQ(top->mapToScene({0, 0}), part("rightPane")->mapToScene({0, 0}));
     EXPECT_EQ(top->width(), part("rightPane")->width());
+}
+
+// What is seen of each; `seen`: what areas around the item leave of it.
+void collectScrollBars(const QQuickItem* item, QRectF seen, QList<QRectF>& places) {
+    const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
+    if (!item->isVisible()) {
+        return;
+    }
+    if (QByteArray(item->metaObject()->className()).startsWith("SlimScrollBar")) {
+        places.append(place.intersected(seen));
+    }
+    if (item->clip()) {
+        seen = seen.intersected(place);
+    }
+    for (const QQuickItem* child : item->childItems()) {
+        collectScrollBars(child, seen, places);
+    }
+}
+
+TEST_F(WholeWindow, HasNoScrollBarOnAnother) {
+    fill(*view);
+    show();
+    for (const QSize& size :
+         {QSize(1200, 700), QSize(1000, 850), QSize(900, 600), QSize(1205, 845)}) {
+        window.resize(size);
+        QList<QRectF> places;
+        WAIT_UNTIL((places.clear(), collectScrollBars(page->rootObject(), page->rect(), places),
+                    !places.isEmpty()));
+        for (qsizetype one = 0; one < places.size(); ++one) {
+            for (qsizetype other = one + 1; other < places.size(); ++other) {
+                EXPECT_FALSE(places[one].intersects(places[other]))
+                    << size.width() << " by " << size.height();
+            }
+        }
+    }
 }
 
 TEST_F(WholeWindow, WithAnEmptyLibraryShowsTheLocalToolsAlone) {

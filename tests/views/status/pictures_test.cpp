@@ -5,6 +5,7 @@
 
 #include "fleets.h"
 #include "pictures.h"
+#include "support/fake_user_defaults.h"
 #include "views/desktop/application_icon.h"
 #include "views/desktop/colours.h"
 #include "views/status/notice_view.h"
@@ -27,7 +28,8 @@ protected:
     }
     static QPixmap strip(int bots, const char* title) {
         MenuOpener opener([](MenuAction, const std::string&) {});
-        StatusStrip strip(opener, [] {});
+        FakeUserDefaults defaults;
+        StatusStrip strip(opener, defaults, [] {});
         strip.setImage(barsOf(bots));
         strip.setTitle(QString::fromUtf8(title), QStringLiteral("Varnhold"));
         strip.resize(strip.sizeHint());

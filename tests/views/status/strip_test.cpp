@@ -6,6 +6,7 @@
 #include <QWindow>
 
 #include "fleets.h"
+#include "support/fake_user_defaults.h"
 #include "views/desktop/colours.h"
 #include "views/status/status_strip.h"
 #include "waiting.h"
@@ -17,7 +18,8 @@ struct ShownStrip {
     std::vector<std::string> chosen;
     int removals = 0;
     MenuOpener opener{[this](MenuAction, const std::string& value) { chosen.push_back(value); }};
-    StatusStrip strip{opener, [this] { ++removals; }};
+    FakeUserDefaults defaults;
+    StatusStrip strip{opener, defaults, [this] { ++removals; }};
 
     ShownStrip() {
         opener.setRows(menuRows());
@@ -34,9 +36,9 @@ QRect screenArea() {
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-TEST(Strip, StandsAtTheTopRight) {
+TEST(Strip, StandsAtTheBottomRight) {
     const ShownStrip shown;
-    EXPECT_EQ(shown.strip.y(), screenArea().y() + 8);
+    EXPECT_EQ(shown.strip.y() + shown.strip.height(), screenArea().y() + screenArea().height() - 8);
     EXPECT_EQ(shown.strip.x() + shown.strip.width(), screenArea().x() + screenArea().width() - 8);
     EXPECT_TRUE(shown.strip.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
 }
@@ -80,7 +82,7 @@ TEST(Strip, DropsItsMenuAtAClickOfEitherButton) {
         ShownStrip shown;
         QTest::mouseClick(&shown.strip, button);
         ASSERT_NE(shown.menu(), nullptr);
-        EXPECT_GE(shown.menu()->y(), shown.strip.y() + shown.strip.height());
+        EXPECT_LE(shown.menu()->y() + shown.menu()->height(), shown.strip.y());
         EXPECT_LE(shown.menu()->x() + shown.menu()->width(),
                   screenArea().x() + screenArea().width());
         shown.menu()->close();
@@ -92,7 +94,8 @@ TEST(Strip, IsNotReopenedByThePressThatHasClosedItsMenu) {
     ShownStrip shown;
     QTest::mouseClick(&shown.strip, Qt::LeftButton);
     ASSERT_NE(shown.menu(), nullptr);
-    QTest::mousePress(shown.menu(), Qt::LeftButton, {}, {20, -10}); // on the strip, beside the menu
+    QTest::mousePress(shown.menu(), Qt::LeftButton, {},
+                      {20, 2000}); // on the strip, beside the menu
     WAIT_UNTIL(!shown.opener.isOpen());
     QTest::mouseClick(&shown.strip, Qt::LeftButton); // which hears of the same press
     EXPECT_FALSE(shown.opener.isOpen());
@@ -107,10 +110,32 @@ TEST(Strip, FollowsThePointerWhereNoWindowManagerMovesIt) {
     ShownStrip shown;
     const QPoint before = shown.strip.pos();
     QTest::mousePress(&shown.strip, Qt::LeftButton, {}, {20, 10});
-    QTest::mouseMove(&shown.strip, {-80, 110});
+    QTest::mouseMove(&shown.strip, {-80, -90});
     QTest::mouseRelease(&shown.strip, Qt::LeftButton, {}, {20, 10});
-    EXPECT_EQ(shown.strip.pos(), before + QPoint(-100, 100));
+    EXPECT_EQ(shown.strip.pos(), before + QPoint(-100, -100));
     EXPECT_FALSE(shown.opener.isOpen()) << "a move isn't a click";
+}
+
+TEST(Strip, IsFoundAgainWhereItWasPut) {
+    ShownStrip shown;
+    QTest::mousePress(&shown.strip, Qt::LeftButton, {}, {20, 10});
+    QTest::mouseMove(&shown.strip, {-80, -90});
+    QTest::mouseRelease(&shown.strip, Qt::LeftButton, {}, {20, 10});
+    const int right = shown.strip.x() + shown.strip.width();
+    StatusStrip next(shown.opener, shown.defaults, [] {});
+    next.setImage(barsOf(12));
+    next.setTitle(QStringLiteral(" 12/12"), QStringLiteral("Varnhold"));
+    next.place();
+    EXPECT_EQ(next.x() + next.width(), right);
+    EXPECT_EQ(next.y(), shown.strip.y());
+    // What can't be understood, or lies beside every screen, is no place.
+    const std::string key = shown.defaults.strings.begin()->first;
+    for (const char* nonsense : {"", "x y", "1", "100000 100000", "-9 -9"}) {
+        shown.defaults.strings[key] = nonsense;
+        StatusStrip another(shown.opener, shown.defaults, [] {});
+        another.place();
+        EXPECT_TRUE(screenArea().contains(another.geometry())) << nonsense;
+    }
 }
 
 TEST(Strip, ThatIsDraggedOffTheScreenComesBack) {

@@ -2,6 +2,7 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
+#include "views/status/desktop_notice.h"
 #include "views/status/exported_row.h"
 #include "views/text/emoji_text.h"
 #include "views/text/qt_text.h"
@@ -103,6 +104,15 @@ TEST(EmojiText, IsDrawnAtItsPlaceInEveryScript) {
         EXPECT_NEAR(left, 20, 4) << text;
         EXPECT_NEAR(right, 20 + emojiTextWidth(testFont(), shown), 4) << text;
     }
+}
+
+TEST(NoticeText, SaysEverythingAndMeansNoMarkup) {
+    const NoticePanel panel = noticePanel({{"<b>A & B</b> came", true}, {"C came", false}});
+    EXPECT_EQ(noticeText(panel, false),
+              QString::fromUtf8(
+                  "<b>A & B</b> came\n⚠️ This affects a chain you use — re-check it.\n"
+                  "C came"));
+    EXPECT_TRUE(noticeText(panel, true).startsWith(QStringLiteral("&lt;b&gt;A &amp; B&lt;/b&gt;")));
 }
 
 TEST(ToQString, KeepsWhatIsBeyondAscii) {

@@ -1,0 +1,15 @@
+#pragma once
+
+// What kind of desktop this is. Main thread, after the application object has been made.
+namespace varnhold {
+
+// Whether the desktop is a Wayland compositor's, though our own windows may be those of an X server
+// beside it. Such a server knows where the pointer is, and hears of presses, only while they are
+// over windows of its own.
+[[nodiscard]] bool desktopIsWayland();
+
+// Whether its windows are managed by somebody who neither tiles or frames a small window that asks
+// for neither, nor gives it the keyboard as it appears.
+[[nodiscard]] bool utilityWindowsAreLeftAlone();
+
+} // namespace varnhold
