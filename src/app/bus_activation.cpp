@@ -4,6 +4,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
+#include <utility>
 
 #include "platform/qt/session_bus.h"
 
@@ -18,6 +19,12 @@ const QString interface = QStringLiteral("org.freedesktop.Application");
 constexpr int answerWithin = 10000; // milliseconds
 
 const QString tokenKey = QStringLiteral("activation-token");
+// Set by the bus for what it starts.
+constexpr const char* starterVariable = "DBUS_STARTER_BUS_TYPE";
+
+QByteArray tokenIn(const QVariantMap& platformData) {
+    return platformData.value(tokenKey).toString().toUtf8();
+}
 
 } // namespace
 
@@ -68,20 +75,28 @@ bool BusActivation::activateOther(const QByteArray& activationToken) {
     return answer.type() == QDBusMessage::ReplyMessage;
 }
 
+void BusActivation::onActivate(Activated activated) {
+    activated_ = std::move(activated);
+    isStart_ = qEnvironmentVariableIsSet(starterVariable);
+    qunsetenv(starterVariable); // it is about this process, not its children
+}
+
 void BusActivation::Activate(const QVariantMap& platformData) {
-    if (activated_) {
-        activated_(platformData.value(tokenKey).toString().toUtf8());
+    if (activated_ && !std::exchange(isStart_, false)) {
+        activated_(tokenIn(platformData));
     }
 }
 
-// There are no documents and no actions of our own; whoever asks for them sees the program.
+// There are no documents of our own; whoever asks for them sees the program.
 void BusActivation::Open(const QStringList&, const QVariantMap& platformData) {
     Activate(platformData);
 }
 
-void BusActivation::ActivateAction(const QString&, const QVariantList&,
+void BusActivation::ActivateAction(const QString& action, const QVariantList&,
                                    const QVariantMap& platformData) {
-    Activate(platformData);
+    if (acted_) {
+        acted_(action, tokenIn(platformData));
+    }
 }
 
 } // namespace varnhold

@@ -21,6 +21,8 @@ public:
 
     // Gets the right to come to the front, or empty text.
     using Activated = std::function<void(const QByteArray& activationToken)>;
+    // `action`: a name that the desktop entry lists, or whatever else a caller has sent.
+    using Acted = std::function<void(const QString& action, const QByteArray& activationToken)>;
 
     using QObject::QObject;
 
@@ -34,7 +36,9 @@ public:
     [[nodiscard]] static bool activateOther(const QByteArray& activationToken);
 
     // Called from the event loop for every such request.
-    void onActivate(Activated activated) { activated_ = std::move(activated); }
+    // Where the bus itself has started this process, the first is the start and no more.
+    void onActivate(Activated activated);
+    void onAction(Acted acted) { acted_ = std::move(acted); }
 
 public slots:
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names
@@ -46,7 +50,9 @@ public slots:
 
 private:
     bool hasName_ = false;
+    bool isStart_ = false; // the next activation
     Activated activated_;
+    Acted acted_;
 };
 
 } // namespace varnhold

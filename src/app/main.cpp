@@ -54,7 +54,7 @@ struct Choices {
 
 void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("Varnhold"));
-    QApplication::setDesktopFileName(QStringLiteral("varnhold"));
+    QApplication::setDesktopFileName(QStringLiteral("com.ostrelleai.Varnhold"));
     // Closing the settings window must never take the fleet down.
     QApplication::setQuitOnLastWindowClosed(false);
 }
@@ -94,6 +94,38 @@ std::optional<int> answerWords(int argc, char** argv) {
     return std::nullopt;
 }
 
+// The actions of the desktop entry, by their names there. Any other is left alone.
+void act(varnhold::AppDelegate& delegate, varnhold::Presentation& presentation,
+         const QString& action, const QByteArray& activationToken) {
+    if (action == QLatin1String("preferences")) {
+        varnhold::withActivationToken(activationToken,
+                                      [&delegate] { delegate.openModelSelector(); });
+    } else if (action == QLatin1String("restart-all-agents")) {
+        delegate.restartAllAgents();
+    } else if (action == QLatin1String("quit")) {
+        presentation.terminate();
+    }
+}
+
+// By way of the queue, as above.
+void actLater(varnhold::AppDelegate& delegate, varnhold::Presentation& presentation,
+              const QString& action, const QByteArray& activationToken) {
+    QMetaObject::invokeMethod(
+        qApp,
+        [&delegate, &presentation, action, activationToken] {
+            act(delegate, presentation, action, activationToken);
+        },
+        Qt::QueuedConnection);
+}
+
+void listen(varnhold::SingleInstance& instance, varnhold::AppDelegate& delegate,
+            varnhold::Presentation& presentation) {
+    instance.listen([&delegate](const QByteArray& token) { reopenLater(delegate, token); },
+                    [&delegate, &presentation](const QString& action, const QByteArray& token) {
+                        actLater(delegate, presentation, action, token);
+                    });
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -125,7 +157,7 @@ int main(int argc, char** argv) {
     varnhold::QtPresentation presentation({platform.interfaces(), constants});
     presentation.setActivationPolicy(varnhold::ActivationPolicy::accessory);
     varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
-    instance.listen([&delegate](const QByteArray& token) { reopenLater(delegate, token); });
+    listen(instance, delegate, presentation);
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         &app, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);

@@ -79,8 +79,9 @@ bool SingleInstance::knock() const {
     return socket.waitForConnected(connectTimeout);
 }
 
-void SingleInstance::listen(BusActivation::Activated onKnock) {
+void SingleInstance::listen(BusActivation::Activated onKnock, BusActivation::Acted onAction) {
     bus_.onActivate(onKnock);
+    bus_.onAction(std::move(onAction));
     if (!hasLock_) {
         return; // the socket there may be somebody else's
     }

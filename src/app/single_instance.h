@@ -35,8 +35,8 @@ public:
     [[nodiscard]] int lock() const { return hasLock_ ? lock_ : -1; }
 
     // Calls back from the event loop whenever a later start has called or knocked, with its right
-    // to come to the front, if it could hand it over.
-    void listen(BusActivation::Activated onKnock);
+    // to come to the front, if it could hand it over, and whenever the desktop asks for an action.
+    void listen(BusActivation::Activated onKnock, BusActivation::Acted onAction);
 
     // Before the work of the end, which may take long: a later start is then not told that it has
     // been heard, but waits. Keeps the lock, so that no two are at work on the fleet.
