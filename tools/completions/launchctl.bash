@@ -35,4 +35,4 @@ _varnhold_launchctl() {
         fi
     done
 }
-complete -F _varnhold_launchctl launchctl
+complete -F _varnhold_launchctl launchctl varnhold-launchctl
