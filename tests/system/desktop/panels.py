@@ -215,10 +215,11 @@ class Gnome(OnX, Driven, Desktop):
         self.spawn("gnome-shell", "--x11", "--sm-disable")
         wait_until("the shell's bar", lambda: self.tool(
             "xprop", "-root", "_NET_WORKAREA").stdout.split("=")[-1].split(",")[1:2] == [" 32"])
-        # It begins with an overview of all windows, of which there is none.
+        # It begins with an overview of all windows, which leaves nothing of the desktop at its edge.
         def overview_is_left():
             self.key("Escape")
-            return len(set(self.seen("200x100+300+400"))) < 10
+            edge = self.seen("4x4+10+400")
+            return len(edge) == 48 and edge[2] > edge[0] + 60
         wait_until("the desktop", overview_is_left)
 
 
@@ -280,4 +281,8 @@ class WaybarBesideX(Waybar):
 
     def __init__(self, build):
         super().__init__(build, native=False)
+
+    def strip_is_shown(self):
+        """The compositor doesn't manage it, so only the X server knows."""
+        return bool(self.windows("^Varnhold, "))
 
