@@ -5,6 +5,7 @@ Each test runs in a sandbox of its own: test_planted.py BUILD_FOLDER TEST_NAME
 
 import os
 import pathlib
+import shutil
 import subprocess
 
 from harness import DOMAIN, SILENT, Said, ServicesCase, main, only, wait_until
@@ -191,6 +192,8 @@ class PlantedTest(ServicesCase):
         home = pathlib.Path("/tmp/users-home")
         home.mkdir(mode=0o700)
         os.chown(home, STRANGER, STRANGER)
+        # The checkout may lie where only its owner gets.
+        self.tools = pathlib.Path(shutil.copytree(self.tools, "/tmp/users-tools"))
         job = self.job(LABEL)
         for path in (HOME, job.path, job.folder):
             path.chmod(0o777)
