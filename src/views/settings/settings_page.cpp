@@ -1,6 +1,7 @@
 #include "views/settings/settings_page.h"
 
 #include <QFocusEvent>
+#include <QMoveEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -44,6 +45,21 @@ SettingsPage::SettingsPage(SettingsModel& model, QWidget* parent)
     QObject* root = component->createWithInitialProperties(
         {{QStringLiteral("settings"), QVariant::fromValue(&model)}});
     setContent(url, component, root);
+}
+
+// Where its items are on the screen, which screen readers ask for, the toolkit works out anew when
+// the page moves within the window, and not when the window does.
+void SettingsPage::showEvent(QShowEvent* event) {
+    QQuickWidget::showEvent(event);
+    window()->installEventFilter(this); // no matter how often
+}
+
+bool SettingsPage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window() && event->type() == QEvent::Move) {
+        QMoveEvent moved(pos(), pos());
+        QCoreApplication::sendEvent(this, &moved);
+    }
+    return QQuickWidget::eventFilter(watched, event);
 }
 
 // A menu takes the keyboard only for as long as it is open: what is being edited stays so, for the

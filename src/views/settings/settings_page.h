@@ -23,7 +23,9 @@ public:
     void editFocused(const char* slot);
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 } // namespace varnhold

@@ -24,6 +24,20 @@ TEST_F(WholeWindow, HasAllItsHeadings) {
     }
 }
 
+TEST_F(WholeWindow, TellsWhereItsItemsAreAfterItHasBeenMoved) {
+    show();
+    window.move(window.pos() + QPoint(40, 30));
+    QQuickItem* top = part("topBlock");
+    ASSERT_NE(top, nullptr);
+    const QPointF inPage = top->mapToScene({0, 0});
+    QTRY_COMPARE(top->mapToGlobal({0, 0}).toPoint(), page->mapToGlobal(inPage.toPoint()));
+    QAccessibleInterface* told =
+        QAccessible::queryAccessibleInterface(named(QStringLiteral("Reset")));
+    ASSERT_NE(told, nullptr);
+    EXPECT_EQ(told->rect().topLeft(),
+              page->mapToGlobal(named(QStringLiteral("Reset"))->mapToScene({0, 0}).toPoint()));
+}
+
 TEST_F(WholeWindow, HasATopBlockOfItsHeightOverTheChains) {
     show();
     const QQuickItem* top = part("topBlock");
