@@ -8,6 +8,7 @@ if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT VARNHOLD_SANITIZE)
     add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS
         -fstack-protector-strong -fstack-clash-protection)
     if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+        # Marks our own code. A whole program is marked only where the system's start files are, too.
         add_compile_options(-fcf-protection)
     endif()
     if(NOT APPLE)
