@@ -170,6 +170,9 @@ TEST(PosixProcesses, LeaveNoDescriptorBehindHoweverAChildEnds) {
 
 TEST(PosixProcesses, SayThatThereIsNoDescriptorLeftAndRecover) {
     PosixProcesses processes;
+    // A sanitizer that sees an object's type for the first time needs a descriptor to look at it.
+    EXPECT_FALSE(processes.run({.program = "/nowhere"}).started);
+    EXPECT_TRUE(processes.run(shell("echo out")).started);
     rlimit whole{};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &whole), 0);
     rlimit none = whole;
