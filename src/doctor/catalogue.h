@@ -75,6 +75,7 @@ inline constexpr std::string_view daemonCodeMissing = "daemon-code-missing";
 inline constexpr std::string_view daemonScriptMissing = "daemon-script-missing";
 inline constexpr std::string_view supervisorNotRunning = "supervisor-not-running";
 inline constexpr std::string_view displayMissing = "display-missing";
+inline constexpr std::string_view displaySilent = "display-silent";
 inline constexpr std::string_view orphanTool = "orphan-tool";
 inline constexpr std::string_view strayDaemon = "stray-daemon";
 inline constexpr std::string_view logsLarge = "logs-large";

@@ -56,6 +56,8 @@ struct Surroundings {
     std::function<std::optional<std::int64_t>(const std::string& path)> lockHolder;
     // Whether anybody shows status items on the session's bus; none if the bus doesn't answer.
     std::function<std::optional<bool>()> hasTray;
+    // Whether a panel on the X server takes in windows of others; none if it doesn't answer.
+    std::function<std::optional<bool>()> hasEmbeddedTray;
 };
 
 // Constants whose files lie in `folder` instead of the home's own.

@@ -165,16 +165,27 @@ private:
     void checkSession() {
         const std::string x11 = variable("DISPLAY");
         const std::string wayland = variable("WAYLAND_DISPLAY");
-        const bool hasDisplay = !x11.empty() || !wayland.empty();
         const auto tray = around_.hasTray();
         fact("Session bus", tray ? "answers" : "doesn't answer", tray.has_value());
-        std::string display = x11;
+        const auto embedded = x11.empty() ? std::nullopt : around_.hasEmbeddedTray();
+        const bool isSilent = !x11.empty() && !embedded;
+        const bool hasDisplay = (!x11.empty() && !isSilent) || !wayland.empty();
+        std::string display = x11 + (isSilent ? " (doesn't answer)" : "");
         if (!wayland.empty()) {
             display += (x11.empty() ? "" : ", ") + wayland + " (Wayland)";
         }
-        fact("Display", hasDisplay ? display : "none", hasDisplay);
-        fact("Status item", statusItem(hasDisplay, tray), hasDisplay);
-        if (!hasDisplay) {
+        fact("Display", display.empty() ? "none" : display, hasDisplay);
+        fact("Status item", statusItem(hasDisplay, tray, embedded), hasDisplay);
+        if (isSilent) {
+            add({.id = ids::displaySilent,
+                 .level = Level::warning,
+                 .subject = "display",
+                 .sentence = "The X server " + x11 + " refuses us or doesn't answer.",
+                 .consequence = wayland.empty()
+                                    ? "Varnhold can't be started here; agents run all the same."
+                                    : "Varnhold goes by Wayland alone, where less can be had.",
+                 .remedy = "See that DISPLAY and XAUTHORITY are those of the desktop."});
+        } else if (!hasDisplay) {
             add({.id = ids::displayMissing,
                  .level = Level::note,
                  .subject = "display",
@@ -184,12 +195,17 @@ private:
         }
     }
 
-    static std::string statusItem(bool hasDisplay, std::optional<bool> tray) {
+    // By the supervisor's own preference.
+    static std::string statusItem(bool hasDisplay, std::optional<bool> tray,
+                                  std::optional<bool> embedded) {
         if (!hasDisplay) {
             return "none, for want of a display";
         }
-        return tray.value_or(false) ? "in the tray (StatusNotifierItem)"
-                                    : "in an embedded tray if there is one, else a strip";
+        if (tray.value_or(false)) {
+            return "in the tray (StatusNotifierItem)";
+        }
+        return embedded.value_or(false) ? "in the tray (XEmbed)"
+                                        : "a strip of its own, since there is no tray";
     }
 
     void checkProcesses() {

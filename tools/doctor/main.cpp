@@ -12,6 +12,7 @@
 
 #include "base/text.h"
 #include "disk_room.h"
+#include "display_tray.h"
 #include "doctor/command_line.h"
 #include "doctor/examination.h"
 #include "doctor/json_report.h"
@@ -81,7 +82,8 @@ struct Home {
                 .startOf = startOfProcess,
                 .processes = ownProcesses,
                 .lockHolder = holderOfLock,
-                .hasTray = sessionHasTray};
+                .hasTray = sessionHasTray,
+                .hasEmbeddedTray = displayHasTray};
     }
 
     const std::unique_ptr<platform::System> system = platform::makeSystem();

@@ -35,10 +35,12 @@ struct DoctorHome {
         },
         .processes = [this] { return processes; },
         .lockHolder = [this](const std::string&) { return lockHolder; },
-        .hasTray = [this] { return tray; }};
+        .hasTray = [this] { return tray; },
+        .hasEmbeddedTray = [this] { return embeddedTray; }};
     std::vector<doctor::Process> processes;
     std::optional<std::int64_t> lockHolder;
     std::optional<bool> tray;
+    std::optional<bool> embeddedTray = false;
     doctor::ListingRun listing{.started = true};
     std::map<std::int64_t, std::chrono::seconds> runsFor; // by process
 

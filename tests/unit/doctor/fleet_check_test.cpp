@@ -83,6 +83,26 @@ TEST(FleetCheck, ACrashIsToldWithItsCodeOrItsSignal) {
     EXPECT_EQ(section.data["bots"][0]["starts"], 7);
 }
 
+TEST(FleetCheck, ADaemonThatHasEndedWithSuccessIsNoFault) {
+    Fleet fleet;
+    fleet.loaded("doctor-a");
+    const auto found =
+        findingsOf(fleet.check(botRecord("doctor-a"), row("-", 0, "doctor-a")), ids::botEnded);
+    ASSERT_THAT(found, SizeIs(1));
+    EXPECT_EQ(found[0].level, Level::note);
+}
+
+TEST(FleetCheck, AFileInTheDataFoldersPlaceIsAFault) {
+    Fleet fleet;
+    fleet.write(fleet.constants.appSupportDir + "/data/doctor-a", "");
+    const auto found = findingsOf(fleet.check(botRecord("doctor-a")), ids::botFolderBlocked);
+    ASSERT_THAT(found, SizeIs(1));
+    EXPECT_EQ(found[0].level, Level::fault);
+    std::filesystem::remove(fleet.constants.appSupportDir + "/data/doctor-a");
+    fleet.home.makeFolder(fleet.constants.appSupportDir + "/data/doctor-a");
+    EXPECT_THAT(findingsOf(fleet.check(botRecord("doctor-a")), ids::botFolderBlocked), IsEmpty());
+}
+
 TEST(FleetCheck, ACrashIsShownWithTheLastLinesOfItsLog) {
     Fleet fleet;
     const std::string log = errorLogPath("doctor-crash-test");

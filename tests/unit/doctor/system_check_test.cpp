@@ -96,6 +96,29 @@ TEST(SystemCheck, ASessionWithoutDisplayOrSupervisorIsNoted) {
     EXPECT_THAT(machine.fact("Status item"), HasSubstr("strip"));
 }
 
+TEST(SystemCheck, TheTrayIsTheOneThatTheSupervisorWouldTake) {
+    Machine machine;
+    EXPECT_EQ(machine.fact("Status item"), "a strip of its own, since there is no tray");
+    machine.embeddedTray = true;
+    EXPECT_EQ(machine.fact("Status item"), "in the tray (XEmbed)");
+    machine.tray = true;
+    EXPECT_EQ(machine.fact("Status item"), "in the tray (StatusNotifierItem)");
+    EXPECT_THAT(machine.check().findings, IsEmpty());
+}
+
+TEST(SystemCheck, ADisplayThatDoesNotAnswerIsTold) {
+    Machine machine;
+    machine.embeddedTray = std::nullopt;
+    EXPECT_THAT(idsOf(machine.check()), ElementsAre(ids::displaySilent));
+    EXPECT_EQ(machine.fact("Display"), ":0 (doesn't answer)");
+    EXPECT_EQ(machine.fact("Status item"), "none, for want of a display");
+    machine.around.environment["WAYLAND_DISPLAY"] = "wayland-0";
+    EXPECT_EQ(machine.fact("Display"), ":0 (doesn't answer), wayland-0 (Wayland)");
+    EXPECT_EQ(machine.fact("Status item"), "a strip of its own, since there is no tray");
+    machine.around.environment.erase("DISPLAY");
+    EXPECT_THAT(machine.check().findings, IsEmpty()) << "of no X server nothing is asked";
+}
+
 TEST(SystemCheck, OrphansAreTheToolsWhoseParentTakesInOrphans) {
     const std::vector<Process> processes{
         {1, 0, {"/sbin/init"}},
