@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""How long the doctor takes: on the sample fleet, and on a thousand bots of which all are loaded.
+"""How long the doctor takes: on the sample fleet, and on a thousand bots, all of them loaded.
 
     tests/system/in-sandbox /usr/bin/python3 "$PWD/bench/doctor.py" BUILD_FOLDER [BOTS]
 
-Nothing runs but the doctor: the listing comes from a stand-in that prints as many jobs as there are
-bots, and their folders stand where the service tools would keep them. Property lists, logs and a
-database of events are there.
+The jobs are real ones, loaded and listed by the build's own launchctl; their agents only sleep, but for
+every hundredth, which crashes. Property lists, logs and a database of events are there.
 """
 
 import json
@@ -20,62 +19,74 @@ import sys
 import time
 
 SOURCE = pathlib.Path(__file__).resolve().parent.parent
-sys.path.append(str(SOURCE / "examples"))
+sys.path += [str(SOURCE / "examples"), str(SOURCE / "tests/system")]
 from make_fleet import lay_fleet  # noqa: E402
+from user_manager import wait_until  # noqa: E402
 
 HOME = pathlib.Path(os.environ["HOME"])
-RUNTIME = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
+PREFIX = pathlib.Path("/tmp/prefix")
+LAUNCHCTL = PREFIX / "libexec/varnhold/launchctl"
 DATA = HOME / "Library/Application Support/Varnhold"
+AGENTS = HOME / "Library/LaunchAgents"
+DOMAIN = f"gui/{os.getuid()}"
 ROUNDS = 11
+DEADLINE = 300  # seconds
 
 
-def lay(bots, prefix):
-    shutil.rmtree(HOME, ignore_errors=True)
-    HOME.mkdir()
-    shutil.rmtree(RUNTIME / "varnhold", ignore_errors=True)
+def records_of(bots):
+    """Of the sample fleet, or of so many bots in its place."""
     lay_fleet(HOME)
     if bots is None:
-        records = json.loads((DATA / "bots.json").read_text())
-    else:
-        records = [{"icon": "x", "title": f"Bot {i}", "token": f"token-of-bot-{i}", "role": f"b{i}",
-                    "launchdLabel": f"com.ostrelleai.b{i}.telegramd", "service": "Telegram"}
-                   for i in range(bots)]
-        (DATA / "bots.json").write_text(json.dumps(records))
-        (DATA / "chain_bot_assignments.json").write_text(
-            json.dumps({"architect": [record["launchdLabel"] for record in records]}))
-    rows = ["PID\tStatus\tLabel"]
-    (HOME / "Library/LaunchAgents").mkdir(parents=True)
+        return json.loads((DATA / "bots.json").read_text())
+    records = [{"icon": "x", "title": f"Bot {i}", "token": f"token-of-bot-{i}", "role": f"b{i}",
+                "launchdLabel": f"com.ostrelleai.b{i}.telegramd", "service": "Telegram"}
+               for i in range(bots)]
+    (DATA / "bots.json").write_text(json.dumps(records))
+    (DATA / "chain_bot_assignments.json").write_text(
+        json.dumps({"architect": [record["launchdLabel"] for record in records]}))
+    return records
+
+
+def listed():
+    rows = subprocess.run([LAUNCHCTL, "list"], check=True, capture_output=True, text=True).stdout
+    return [row.split("\t") for row in rows.splitlines()[1:]]
+
+
+def load(records):
+    AGENTS.mkdir(parents=True, exist_ok=True)
     for number, record in enumerate(records):
         label, role = record["launchdLabel"], record["role"]
-        content = plistlib.dumps({
+        crashes = number % 100 == 5
+        path = AGENTS / f"{label}.plist"
+        path.write_bytes(plistlib.dumps({
             "Label": label, "KeepAlive": True, "RunAtLoad": True,
             "EnvironmentVariables": {"HOME": str(HOME), "TELEGRAM_BOT_TOKEN": record["token"]},
-            "ProgramArguments": ["/usr/bin/python3", "-m", "provider_telegramd"],
+            "ProgramArguments": ["/bin/false"] if crashes else ["/bin/sleep", "100000"],
             "WorkingDirectory": "/tmp", "StandardOutPath": f"/tmp/vh-{role}.log",
-            "StandardErrorPath": f"/tmp/vh-{role}-error.log"})
-        (HOME / f"Library/LaunchAgents/{label}.plist").write_bytes(content)
-        folder = RUNTIME / "varnhold/jobs" / label
-        folder.mkdir(parents=True)
-        (folder / "job.plist").write_bytes(content)
-        (folder / "starts").write_text("3")
+            "StandardErrorPath": f"/tmp/vh-{role}-error.log"}))
         pathlib.Path(f"/tmp/vh-{role}.log").write_text("[MSG] one\n" * 800)
-        crashed = number % 10 == 5
-        rows.append(f"{'-' if crashed else os.getpid()}\t{3 if crashed else 0}\t{label}")
-    tool = prefix / "libexec/varnhold/launchctl"
-    (prefix / "listing").write_text("\n".join(rows) + "\n")
-    tool.write_text(f"#!/bin/sh\nexec cat {prefix}/listing\n")
+        subprocess.run([LAUNCHCTL, "bootstrap", DOMAIN, path], check=True)
+    expected = sum(number % 100 != 5 for number in range(len(records)))
+    wait_until("every agent is up",
+               lambda: sum(row[0] != "-" for row in listed()) >= expected, DEADLINE)
     with sqlite3.connect(DATA / "governor.db") as database:
         database.execute("CREATE TABLE agent_events (id INTEGER PRIMARY KEY, dept TEXT, model TEXT)")
         database.executemany("INSERT INTO agent_events (dept, model) VALUES (?, 'm')",
                              [(record["role"],) for record in records] * 100)
 
 
-def measure(prefix, *words):
+def unload(records):
+    for record in records:
+        subprocess.run([LAUNCHCTL, "bootout", f"{DOMAIN}/{record['launchdLabel']}"], check=True)
+    shutil.rmtree(HOME)
+    HOME.mkdir()
+
+
+def measure(*command):
     times = []
     for _ in range(ROUNDS):
         start = time.perf_counter()
-        subprocess.run([prefix / "bin/varnhold-doctor", *words], check=False,
-                       stdout=subprocess.DEVNULL)
+        subprocess.run(command, check=False, stdout=subprocess.DEVNULL)
         times.append((time.perf_counter() - start) * 1000)
     return statistics.median(times), max(times)
 
@@ -83,19 +94,20 @@ def measure(prefix, *words):
 def main():
     build = pathlib.Path(sys.argv[1])
     bots = int(sys.argv[2]) if len(sys.argv) > 2 else 1000
-    prefix = pathlib.Path("/tmp/prefix")
-    for folder in ("bin", "libexec/varnhold"):
-        (prefix / folder).mkdir(parents=True)
-    shutil.copy(build / "bin/varnhold-doctor", prefix / "bin")
-    tool = prefix / "libexec/varnhold/launchctl"
-    tool.touch()
-    tool.chmod(0o755)
+    shutil.copytree(build / "libexec", PREFIX / "libexec")
+    (PREFIX / "bin").mkdir()
+    doctor = shutil.copy(build / "bin/varnhold-doctor", PREFIX / "bin")
+    print(f"load {os.getloadavg()[0]:.1f} on {os.cpu_count()} processors")
     for name, count in (("sample fleet", None), (f"{bots} bots", bots)):
-        lay(count, prefix)
-        for words in ((), ("--json",), ("fleet",), ("files",), ("--without", "claude")):
-            middle, worst = measure(prefix, *words)
-            print(f"{name:14} {' '.join(words) or 'all checks':18} "
-                  f"{middle:7.1f} ms, at worst {worst:7.1f} ms")
+        records = records_of(count)
+        load(records)
+        commands = {"launchctl list": (LAUNCHCTL, "list")} | {
+            " ".join(words) or "all checks": (doctor, *words)
+            for words in ((), ("--json",), ("fleet",), ("files",), ("--without", "claude"))}
+        for title, command in commands.items():
+            middle, worst = measure(*command)
+            print(f"{name:14} {title:18} {middle:7.1f} ms, at worst {worst:7.1f} ms", flush=True)
+        unload(records)
 
 
 if __name__ == "__main__":
