@@ -1,5 +1,7 @@
 #include "views/settings/settings_model.h"
 
+#include <algorithm>
+
 #include "settings/groups_wiring.h"
 
 namespace varnhold {
@@ -14,6 +16,28 @@ SettingsModel::SettingsModel(const SettingsContext& context, QObject* parent)
     parts_.push_back(groups_);
     context_.view.observe([this](Animation animation) { sync(animation); });
     sync(Animation::none);
+}
+
+ChainPart* SettingsModel::governorChain() const {
+    const auto governor = std::find_if(chains_.begin(), chains_.end(),
+                                       [](const ChainPart* chain) { return chain->row() == 0; });
+    return governor == chains_.end() ? nullptr : *governor;
+}
+
+QVariantList SettingsModel::chainRows() const {
+    QVariantList rows;
+    for (int row = 1;; ++row) {
+        QVariantList chains;
+        for (ChainPart* const chain : chains_) {
+            if (chain->row() == row) {
+                chains.append(QVariant::fromValue(chain));
+            }
+        }
+        if (chains.isEmpty()) {
+            return rows;
+        }
+        rows.append(QVariant(chains));
+    }
 }
 
 void SettingsModel::setShowHints(bool show) {

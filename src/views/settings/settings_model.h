@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QQmlListProperty>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 #include <vector>
 
@@ -29,8 +29,9 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(varnhold::ProvidersPart* providers READ providers CONSTANT)
     Q_PROPERTY(varnhold::PromptsPart* prompts READ prompts CONSTANT)
     Q_PROPERTY(varnhold::SheetsPart* sheets READ sheets CONSTANT)
-    // In the order of the window.
-    Q_PROPERTY(QQmlListProperty<varnhold::ChainPart> chains READ chains CONSTANT)
+    Q_PROPERTY(varnhold::ChainPart* governorChain READ governorChain CONSTANT)
+    // The other chains, a list for each row of the window.
+    Q_PROPERTY(QVariantList chainRows READ chainRows CONSTANT)
     Q_PROPERTY(varnhold::GroupsPart* groups READ groups CONSTANT)
 
 public:
@@ -47,7 +48,10 @@ public:
     [[nodiscard]] ProvidersPart* providers() { return &providers_; }
     [[nodiscard]] PromptsPart* prompts() { return &prompts_; }
     [[nodiscard]] SheetsPart* sheets() { return &sheets_; }
-    [[nodiscard]] QQmlListProperty<ChainPart> chains() { return {this, &chains_}; }
+    // All of them, in the order of the window.
+    [[nodiscard]] const QList<ChainPart*>& chains() const { return chains_; }
+    [[nodiscard]] ChainPart* governorChain() const;
+    [[nodiscard]] QVariantList chainRows() const;
     [[nodiscard]] GroupsPart* groups() { return groups_; }
 
     // Each time the window comes to be seen.

@@ -32,13 +32,10 @@ struct ModelledSettings : SettingsHome {
     }
 
     [[nodiscard]] ChainPart& chain(TargetList list) const {
-        QQmlListProperty<ChainPart> chains = model->chains();
-        for (qsizetype i = 0;; ++i) {
-            ChainPart* part = chains.at(&chains, i);
-            if (part->key().toStdString() == chainKey(list)) {
-                return *part;
-            }
-        }
+        const auto& chains = model->chains();
+        return **std::find_if(chains.begin(), chains.end(), [list](const ChainPart* part) {
+            return part->key().toStdString() == chainKey(list);
+        });
     }
 
     [[nodiscard]] GroupPart& group(int row) const {

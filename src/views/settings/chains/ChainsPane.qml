@@ -61,7 +61,14 @@ ScrollArea {
             spacing: root.spacing
         }
 
-        SectionRow { chains: [root.settings.chains[1], root.settings.chains[2]] }
-        SectionRow { chains: [root.settings.chains[3], root.settings.chains[4], root.settings.chains[5]] }
+        Repeater {
+            model: root.settings.chainRows
+
+            SectionRow {
+                required property var modelData
+
+                chains: modelData
+            }
+        }
     }
 }

@@ -8,7 +8,7 @@ Item {
     required property SettingsModel settings
     required property real spacing
 
-    readonly property ChainPart chain: settings.chains[0]
+    readonly property ChainPart chain: settings.governorChain
 
     implicitHeight: card.height
 

@@ -38,6 +38,7 @@ class ChainPart final : public varnhold::StackPart {
 public:
     ChainPart(const SettingsContext& context, const ChainSection& section, QObject* parent);
 
+    [[nodiscard]] int row() const { return section_.row; }
     [[nodiscard]] QString key() const;
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString hint() const;

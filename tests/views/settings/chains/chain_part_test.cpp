@@ -25,14 +25,26 @@ struct Chains : ModelledSettings {
 
 TEST(ChainPart, StandForTheSixChainsInTheOrderOfTheWindow) {
     Chains settings;
-    QQmlListProperty<ChainPart> chains = settings.model->chains();
-    ASSERT_EQ(chains.count(&chains), 6);
     std::vector<std::string> titles;
-    for (qsizetype i = 0; i < 6; ++i) {
-        titles.push_back(chains.at(&chains, i)->title().toStdString());
+    for (const ChainPart* chain : settings.model->chains()) {
+        titles.push_back(chain->title().toStdString());
     }
     EXPECT_THAT(titles, ElementsAre("⚖️ Governor Chain", "Architect Chain", "Coding Chain",
                                     "Photo Chain", "Video Chain", "Audio Chain"));
+}
+
+TEST(ChainPart, StandSideBySideBelowTheGovernorInTwoAndInThree) {
+    Chains settings;
+    EXPECT_EQ(settings.model->governorChain(), &settings.chain(TargetList::governor));
+    std::vector<std::vector<std::string>> rows;
+    for (const QVariant& row : settings.model->chainRows()) {
+        rows.emplace_back();
+        for (const QVariant& chain : row.toList()) {
+            rows.back().push_back(chain.value<ChainPart*>()->key().toStdString());
+        }
+    }
+    EXPECT_THAT(rows, ElementsAre(ElementsAre("architect", "worker"),
+                                  ElementsAre("photo", "video", "voice")));
 }
 
 TEST(ChainPart, ShowsWhatIsFixedAboutItsChain) {
