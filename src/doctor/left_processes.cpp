@@ -1,14 +1,15 @@
 #include "doctor/left_processes.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
+#include <utility>
+
+#include "records/providers.h"
 
 namespace varnhold::doctor {
 
 namespace {
 
-constexpr std::array<const char*, 4> tools{"claude", "gemini", "qwen", "codex"};
 // A tool may be a script, and then its interpreter stands before it.
 constexpr std::size_t wordsLookedAt = 2;
 
@@ -35,15 +36,16 @@ bool isAt(const std::string& word, const std::string& tool) {
 }
 
 // None for what somebody runs by hand: that may have lost its parent and still be in use.
-const char* toolOf(const Process& process) {
+std::string toolOf(const Process& process) {
     for (std::size_t i = 0; i < std::min(process.words.size(), wordsLookedAt); ++i) {
-        for (const char* tool : tools) {
-            if (!process.hasTerminal && isAt(process.words[i], tool)) {
+        for (const Provider& provider : providers()) {
+            std::string tool(provider.tool);
+            if (!process.hasTerminal && !tool.empty() && isAt(process.words[i], tool)) {
                 return tool;
             }
         }
     }
-    return nullptr;
+    return {};
 }
 
 } // namespace
@@ -52,9 +54,9 @@ std::vector<LeftProcess> orphanedTools(const std::vector<Process>& processes) {
     const auto parents = fosterParents(processes);
     std::vector<LeftProcess> left;
     for (const Process& process : processes) {
-        const char* tool = parents.contains(process.parent) ? toolOf(process) : nullptr;
-        if (tool != nullptr) {
-            left.push_back({process.id, tool});
+        std::string tool = parents.contains(process.parent) ? toolOf(process) : std::string();
+        if (!tool.empty()) {
+            left.push_back({process.id, std::move(tool)});
         }
     }
     return left;

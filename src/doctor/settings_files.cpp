@@ -10,6 +10,7 @@
 #include "records/groups.h"
 #include "records/models.h"
 #include "records/preferences.h"
+#include "records/providers.h"
 
 namespace varnhold::doctor {
 
@@ -98,20 +99,16 @@ void checkTokens(const Value& document, Reading& reading) {
 
 Result<Reading> readAuth(const Value& document, const std::string& text) {
     return decodeAuthConfig(text).map([&document](const AuthConfig& config) {
-        Reading reading{"sign-in of 8 providers", encodeAuthConfig(config)};
-        const auto check = [&reading](const char* key, const std::string& method,
-                                      const char* otherwise) {
-            if (!authMethodFromRawValue(method)) {
-                reading.partly.push_back({std::string(key) + ": no way to sign in",
-                                          std::string("Counts as \"") + otherwise + "\"."});
+        Reading reading{"sign-in of " + std::to_string(providerCount) + " providers",
+                        encodeAuthConfig(config)};
+        const SignIn usual;
+        for (const Provider& each : providers()) {
+            if (each.hasMethod() && !authMethodFromRawValue(*each.method.of(config))) {
+                reading.partly.push_back(
+                    {std::string(each.method.name) + ": no way to sign in",
+                     "Counts as \"" + std::string(rawValue(usual.*each.chosenMethod)) + "\"."});
             }
-        };
-        check("anthropicMethod", config.anthropicMethod, "Login (OAuth)");
-        check("googleMethod", config.googleMethod, "Login (OAuth)");
-        check("openaiMethod", config.openaiMethod, "API Key");
-        check("mistralMethod", config.mistralMethod, "API Key");
-        check("qwenMethod", config.qwenMethod, "API Key");
-        check("deepseekMethod", config.deepseekMethod, "API Key");
+        }
         checkTokens(document, reading);
         return reading;
     });

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/unicode.h"
+#include "records/providers.h"
 #include "settings/chain_sections.h"
 #include "settings/placement_checks.h"
 
@@ -11,31 +13,14 @@ namespace varnhold::doctor {
 
 namespace {
 
-struct KnownProvider {
-    std::string_view key;
-    std::string_view name;
-    std::array<std::string_view, 3> otherNames;
-    AuthMethod SettingsFields::*method; // null: by key alone, or by nothing
-    std::string_view loginMark; // the file that a login leaves behind; empty: none ever does
-};
+// Those that need no sign-in.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 2> freeProviders{
+    {{"ollama", "Ollama"}, {"local", "this machine"}}};
 
-constexpr std::array<KnownProvider, 10> providers{{
-    {"claude", "Anthropic", {"anthropic"}, &SettingsFields::anthropicMethod, "~/.claude.json"},
-    {"gemini", "Google", {"google"}, &SettingsFields::googleMethod, "~/.gemini/oauth_creds.json"},
-    {"openai", "OpenAI", {"codex", "gpt"}, &SettingsFields::openaiMethod, "~/.codex/auth.json"},
-    {"mistral", "Mistral", {}, &SettingsFields::mistralMethod, "~/.mistral.json"},
-    {"qwen", "Qwen", {}, &SettingsFields::qwenMethod, "~/.qwen/auth.json"},
-    {"deepseek", "DeepSeek", {}, &SettingsFields::deepseekMethod, ""},
-    {"openrouter", "OpenRouter", {}, nullptr, ""},
-    {"cerebras", "Cerebras", {}, nullptr, ""},
-    {"ollama", "Ollama", {}, nullptr, ""},
-    {"local", "this machine", {}, nullptr, ""},
-}};
-
-const KnownProvider* findKnown(std::string_view key) {
-    const auto* const found = std::find_if(providers.begin(), providers.end(),
-                                           [key](const auto& each) { return each.key == key; });
-    return found == providers.end() ? nullptr : found;
+bool isNamed(const Provider& provider, std::string_view name) {
+    const auto& words = provider.words;
+    return !name.empty() && (provider.key == name || provider.tool == name ||
+                             std::find(words.begin(), words.end(), name) != words.end());
 }
 
 } // namespace
@@ -82,30 +67,36 @@ const AIModelItem* whoAnswers(const SettingsFields& fields, const ModelStack& st
 }
 
 std::string whyNotConnected(const SettingsFields& fields, const std::string& provider) {
-    const KnownProvider* known = findKnown(provider);
-    if (known == nullptr || known->method == nullptr ||
-        fields.*known->method == AuthMethod::apiKey) {
+    const Provider* known = findProvider(provider);
+    if (known == nullptr || !known->hasMethod() ||
+        fields.*known->chosenMethod == AuthMethod::apiKey) {
         return "its key is empty";
     }
-    return known->loginMark.empty()
-               ? "a login doesn't count for it; choose \"API Key\""
-               : "it is to be used by login, and " + std::string(known->loginMark) + " isn't there";
+    const std::string file(known->loginFiles.front());
+    return file.empty() ? "a login doesn't count for it; choose \"API Key\""
+                        : "it is to be used by login, and ~" + file + " isn't there";
 }
 
 std::string providerNamed(std::string_view name) {
     const std::string low = unicode::toLower(name);
-    for (const KnownProvider& each : providers) {
-        const auto& others = each.otherNames;
-        if (each.key == low || std::find(others.begin(), others.end(), low) != others.end()) {
+    for (const Provider& each : providers()) {
+        if (isNamed(each, low)) {
             return std::string(each.key);
         }
     }
-    return std::string(name);
+    const bool isFree = std::any_of(freeProviders.begin(), freeProviders.end(),
+                                    [&low](const auto& each) { return each.first == low; });
+    return isFree ? low : std::string(name);
 }
 
 std::string nameOfProvider(const std::string& provider) {
-    const KnownProvider* known = findKnown(provider);
-    return known == nullptr ? provider : std::string(known->name);
+    if (const Provider* known = findProvider(provider)) {
+        return std::string(known->name);
+    }
+    const auto* const found =
+        std::find_if(freeProviders.begin(), freeProviders.end(),
+                     [&provider](const auto& each) { return each.first == provider; });
+    return found == freeProviders.end() ? provider : std::string(found->second);
 }
 
 } // namespace varnhold::doctor

@@ -1,26 +1,15 @@
 #include "lifecycle/launch_agent.h"
 
-#include <array>
 #include <utility>
 
 #include "base/files.h"
 #include "base/json.h"
 #include "base/unicode.h"
+#include "records/providers.h"
 
 namespace varnhold {
 
 namespace {
-
-constexpr std::array<std::pair<const char*, const char*>, 8> providerVariables{{
-    {"anthropicKey", "ANTHROPIC_API_KEY"},
-    {"openaiKey", "OPENAI_API_KEY"},
-    {"googleKey", "GOOGLE_API_KEY"},
-    {"cerebrasKey", "CEREBRAS_API_KEY"},
-    {"openrouterKey", "OPENROUTER_API_KEY"},
-    {"mistralKey", "MISTRAL_API_KEY"},
-    {"qwenKey", "QWEN_API_KEY"},
-    {"deepseekKey", "DEEPSEEK_API_KEY"},
-}};
 
 std::map<std::string, std::string> environmentFor(const Constants& constants, const BotConfig& bot,
                                                   const std::string& resources) {
@@ -64,12 +53,12 @@ std::map<std::string, std::string> signInVariables(const json::Value& authConfig
     if (!authConfig.is_object()) {
         return variables;
     }
-    for (const auto& [key, variable] : providerVariables) {
-        const auto found = authConfig.find(key);
+    for (const Provider& provider : providers()) {
+        const auto found = authConfig.find(provider.apiKey.name);
         std::string value =
             found == authConfig.end() ? std::string() : valueOrEmpty(json::asString(*found));
         if (!value.empty()) {
-            variables[variable] = std::move(value);
+            variables[std::string(provider.variable)] = std::move(value);
         }
     }
     const auto tokens = authConfig.find("oauthTokens");

@@ -4,35 +4,22 @@
 #include <utility>
 
 #include "base/json.h"
+#include "records/providers.h"
 
 namespace varnhold {
 
 namespace {
 
-constexpr std::array<std::pair<const char*, const char*>, 5> providersShown{{
-    {"claude", "Anthropic"},
-    {"gemini", "Google"},
-    {"openai", "OpenAI"},
-    {"qwen", "Qwen"},
-    {"deepseek", "DeepSeek"},
-}};
-
 Result<AuthConfig> decodeConfig(const json::Value& value) {
     json::ObjectReader in(value);
-    AuthConfig config{.anthropicMethod = in.string("anthropicMethod"),
-                      .anthropicKey = in.string("anthropicKey"),
-                      .googleMethod = in.string("googleMethod"),
-                      .googleKey = in.string("googleKey"),
-                      .openaiMethod = in.string("openaiMethod"),
-                      .openaiKey = in.string("openaiKey"),
-                      .mistralMethod = in.string("mistralMethod"),
-                      .mistralKey = in.string("mistralKey"),
-                      .qwenMethod = in.string("qwenMethod"),
-                      .qwenKey = in.string("qwenKey"),
-                      .deepseekMethod = in.string("deepseekMethod"),
-                      .deepseekKey = in.string("deepseekKey"),
-                      .openrouterKey = in.string("openrouterKey"),
-                      .cerebrasKey = in.optionalString("cerebrasKey")};
+    AuthConfig config;
+    for (const StoredValue& each : storedValues()) {
+        if (each.member != nullptr) {
+            config.*each.member = in.string(each.name);
+        } else {
+            config.*each.optionalMember = in.optionalString(each.name);
+        }
+    }
     return in.finish(std::move(config));
 }
 
@@ -48,27 +35,40 @@ std::optional<AuthMethod> authMethodFromRawValue(std::string_view raw) {
     return found == allAuthMethods.end() ? std::nullopt : std::optional(*found);
 }
 
+SignIn signInFrom(const AuthConfig& config) {
+    SignIn signIn;
+    for (const Provider& provider : providers()) {
+        if (provider.hasMethod()) {
+            AuthMethod& method = signIn.*provider.chosenMethod;
+            const std::string raw = provider.method.of(config).value_or("");
+            method = authMethodFromRawValue(raw).value_or(method);
+        }
+        signIn.*provider.typedKey = provider.apiKey.of(config).value_or("");
+    }
+    return signIn;
+}
+
+AuthConfig authConfigOf(const SignIn& signIn) {
+    AuthConfig config;
+    for (const Provider& provider : providers()) {
+        if (provider.hasMethod()) {
+            provider.method.set(config, std::string(rawValue(signIn.*provider.chosenMethod)));
+        }
+        provider.apiKey.set(config, signIn.*provider.typedKey);
+    }
+    return config;
+}
+
 Result<AuthConfig> decodeAuthConfig(std::string_view text) {
     return json::parse(text).and_then(decodeConfig);
 }
 
 std::string encodeAuthConfig(const AuthConfig& config) {
     json::Value out = json::Value::object();
-    out["anthropicMethod"] = config.anthropicMethod;
-    out["anthropicKey"] = config.anthropicKey;
-    out["googleMethod"] = config.googleMethod;
-    out["googleKey"] = config.googleKey;
-    out["openaiMethod"] = config.openaiMethod;
-    out["openaiKey"] = config.openaiKey;
-    out["mistralMethod"] = config.mistralMethod;
-    out["mistralKey"] = config.mistralKey;
-    out["qwenMethod"] = config.qwenMethod;
-    out["qwenKey"] = config.qwenKey;
-    out["deepseekMethod"] = config.deepseekMethod;
-    out["deepseekKey"] = config.deepseekKey;
-    out["openrouterKey"] = config.openrouterKey;
-    if (config.cerebrasKey) {
-        out["cerebrasKey"] = *config.cerebrasKey;
+    for (const StoredValue& each : storedValues()) {
+        if (auto value = each.of(config)) {
+            out[each.name] = *std::move(value);
+        }
     }
     return json::compact(out);
 }
@@ -79,12 +79,15 @@ Result<AuthConfig> readAuthConfig(const std::string& path) {
 
 std::vector<ProviderAuth> providerAuths(const std::map<std::string, bool>& oauthStatuses) {
     std::vector<ProviderAuth> rows;
-    for (const auto& [key, name] : providersShown) {
-        const auto status = oauthStatuses.find(key);
-        rows.push_back({.id = key,
-                        .name = name,
-                        .oauthStatus = status != oauthStatuses.end() && status->second,
-                        .scoutKey = key});
+    for (const Provider& provider : providers()) {
+        if (provider.hasLoginRow) {
+            const std::string key(provider.key);
+            const auto status = oauthStatuses.find(key);
+            rows.push_back({.id = key,
+                            .name = std::string(provider.name),
+                            .oauthStatus = status != oauthStatuses.end() && status->second,
+                            .scoutKey = key});
+        }
     }
     return rows;
 }

@@ -43,6 +43,21 @@ struct AuthConfig {
     bool operator==(const AuthConfig&) const = default;
 };
 
+// The same values as they are chosen and typed in the settings window, each with its starting
+// value.
+struct SignIn {
+    AuthMethod anthropicMethod = AuthMethod::oauth, googleMethod = AuthMethod::oauth;
+    AuthMethod openaiMethod = AuthMethod::apiKey, mistralMethod = AuthMethod::apiKey;
+    AuthMethod qwenMethod = AuthMethod::apiKey, deepseekMethod = AuthMethod::apiKey;
+    std::string anthropicKey, googleKey, openaiKey, mistralKey, qwenKey, deepseekKey, openrouterKey,
+        cerebrasKey;
+};
+
+// An unknown method becomes the provider's starting value, an absent key the empty one; and back,
+// with every key present.
+[[nodiscard]] SignIn signInFrom(const AuthConfig& config);
+[[nodiscard]] AuthConfig authConfigOf(const SignIn& signIn);
+
 [[nodiscard]] Result<AuthConfig> decodeAuthConfig(std::string_view text);
 [[nodiscard]] std::string encodeAuthConfig(const AuthConfig& config);
 [[nodiscard]] Result<AuthConfig> readAuthConfig(const std::string& path);

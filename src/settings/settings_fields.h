@@ -25,7 +25,7 @@ namespace varnhold {
 [[nodiscard]] BotConfig builtInGovernorBot();
 
 // What the settings window holds, each field with its starting value. Plain data; main thread.
-struct SettingsFields {
+struct SettingsFields : SignIn {
     // Chains, in failover order
     std::vector<AIModelItem> workerModels, architectModels, photoModels, videoModels, voiceModels,
         governorModels;
@@ -56,12 +56,7 @@ struct SettingsFields {
         cerebrasModels;
     const std::vector<AIModelItem> localToolModels = builtInLocalTools();
 
-    // Sign-in
-    AuthMethod anthropicMethod = AuthMethod::oauth, googleMethod = AuthMethod::oauth;
-    AuthMethod openaiMethod = AuthMethod::apiKey, mistralMethod = AuthMethod::apiKey;
-    AuthMethod qwenMethod = AuthMethod::apiKey, deepseekMethod = AuthMethod::apiKey;
-    std::string anthropicKey, googleKey, openaiKey, mistralKey, qwenKey, deepseekKey, openrouterKey,
-        cerebrasKey;
+    // Sign-in, by provider; methods and keys are those of SignIn
     std::map<std::string, bool> oauthStatuses;
 
     // Bots

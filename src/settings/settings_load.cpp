@@ -3,8 +3,8 @@
 #include "base/files.h"
 #include "base/unicode.h"
 #include "records/governor_choice.h"
+#include "records/providers.h"
 #include "settings/chain_sections.h"
-#include "settings/legacy_keys.h"
 #include "settings/settings_state.h"
 
 namespace varnhold {
@@ -17,10 +17,6 @@ EffortLevel levelOr(const std::optional<std::string>& raw, EffortLevel otherwise
 
 double tokensOf(const std::optional<std::int64_t>& budget) {
     return static_cast<double>(budget.value_or(0));
-}
-
-AuthMethod methodOr(const std::string& raw, AuthMethod otherwise) {
-    return authMethodFromRawValue(raw).value_or(otherwise);
 }
 
 template <class Bots>
@@ -125,34 +121,16 @@ void ModelSelectorView::loadBudgets() {
 
 void ModelSelectorView::loadSettings() {
     const auto config = readAuthConfig(constants_.authConfigFile);
-    adopt(config ? *config : signInFromDefaults());
+    static_cast<SignIn&>(*this) = signInFrom(config ? *config : signInFromDefaults());
     changed();
 }
 
 AuthConfig ModelSelectorView::signInFromDefaults() const {
     AuthConfig config;
-    for (const LegacyKey& each : legacyKeys) {
-        config.*each.field = platform_.defaults.string(each.key);
+    for (const StoredValue& each : storedValues()) {
+        each.set(config, platform_.defaults.string(std::string(each.legacyKey)));
     }
-    config.cerebrasKey = platform_.defaults.string(legacyCerebrasKey);
     return config;
-}
-
-void ModelSelectorView::adopt(const AuthConfig& config) {
-    anthropicMethod = methodOr(config.anthropicMethod, AuthMethod::oauth);
-    anthropicKey = config.anthropicKey;
-    googleMethod = methodOr(config.googleMethod, AuthMethod::oauth);
-    googleKey = config.googleKey;
-    openaiMethod = methodOr(config.openaiMethod, AuthMethod::apiKey);
-    openaiKey = config.openaiKey;
-    mistralMethod = methodOr(config.mistralMethod, AuthMethod::apiKey);
-    mistralKey = config.mistralKey;
-    qwenMethod = methodOr(config.qwenMethod, AuthMethod::apiKey);
-    qwenKey = config.qwenKey;
-    deepseekMethod = methodOr(config.deepseekMethod, AuthMethod::apiKey);
-    deepseekKey = config.deepseekKey;
-    openrouterKey = config.openrouterKey;
-    cerebrasKey = config.cerebrasKey.value_or("");
 }
 
 } // namespace varnhold

@@ -1,32 +1,22 @@
 #include <algorithm>
-#include <array>
+#include <string>
+#include <string_view>
 
 #include "base/files.h"
 #include "base/unicode.h"
+#include "records/providers.h"
 #include "settings/settings_state.h"
 
 namespace varnhold {
 
 namespace {
 
-// A file that a provider's tool leaves below the home folder when someone has signed in.
-struct SignInMark {
-    const char* provider;
-    const char* file;
-    const char* otherwise; // where another release puts it; null if there is one place only
-};
-
-constexpr std::array<SignInMark, 5> signInMarks{{
-    {"claude", "/.claude.json", nullptr},
-    {"gemini", "/.gemini/oauth_creds.json", nullptr},
-    {"openai", "/.codex/auth.json", nullptr},
-    {"mistral", "/.mistral.json", nullptr},
-    {"qwen", "/.qwen/auth.json", "/.qwen.json"},
-}};
-
-bool isSignedIn(const SignInMark& mark, const std::string& home) {
-    return files::exists(home + mark.file) ||
-           (mark.otherwise != nullptr && files::exists(home + mark.otherwise));
+// By a file that the provider's tool leaves below the home folder.
+bool isSignedIn(const Provider& provider, const std::string& home) {
+    return std::any_of(provider.loginFiles.begin(), provider.loginFiles.end(),
+                       [&home](std::string_view file) {
+                           return !file.empty() && files::exists(home + std::string(file));
+                       });
 }
 
 bool standsBefore(const AIModelItem& left, const AIModelItem& right) {
@@ -49,8 +39,10 @@ std::vector<AIModelItem> directModelsOf(const std::vector<AIModelItem>& library)
 } // namespace
 
 void ModelSelectorView::refresh() {
-    for (const SignInMark& mark : signInMarks) {
-        oauthStatuses[mark.provider] = isSignedIn(mark, constants_.appHome);
+    for (const Provider& provider : providers()) {
+        if (!provider.loginFiles.front().empty()) {
+            oauthStatuses[std::string(provider.key)] = isSignedIn(provider, constants_.appHome);
+        }
     }
     if (auto library = readLibrary(constants_.modelLibraryFile)) {
         directModels = directModelsOf(library->models);

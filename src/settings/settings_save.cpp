@@ -2,9 +2,9 @@
 #include "base/files.h"
 #include "base/unicode.h"
 #include "records/governor_choice.h"
+#include "records/providers.h"
 #include "records/tokens.h"
 #include "settings/chain_sections.h"
-#include "settings/legacy_keys.h"
 #include "settings/settings_state.h"
 
 namespace varnhold {
@@ -71,31 +71,12 @@ void ModelSelectorView::savePrompt() const {
     }
 }
 
-AuthConfig ModelSelectorView::signIn() const {
-    const auto raw = [](AuthMethod method) { return std::string(rawValue(method)); };
-    return {.anthropicMethod = raw(anthropicMethod),
-            .anthropicKey = anthropicKey,
-            .googleMethod = raw(googleMethod),
-            .googleKey = googleKey,
-            .openaiMethod = raw(openaiMethod),
-            .openaiKey = openaiKey,
-            .mistralMethod = raw(mistralMethod),
-            .mistralKey = mistralKey,
-            .qwenMethod = raw(qwenMethod),
-            .qwenKey = qwenKey,
-            .deepseekMethod = raw(deepseekMethod),
-            .deepseekKey = deepseekKey,
-            .openrouterKey = openrouterKey,
-            .cerebrasKey = cerebrasKey};
-}
-
 void ModelSelectorView::saveSettings() {
-    const AuthConfig config = signIn();
+    const AuthConfig config = authConfigOf(*this);
     store(constants_.authConfigFile, encodeAuthConfig(config));
-    for (const LegacyKey& each : legacyKeys) {
-        platform_.defaults.setString(each.key, config.*each.field);
+    for (const StoredValue& each : storedValues()) {
+        platform_.defaults.setString(std::string(each.legacyKey), each.of(config).value_or(""));
     }
-    platform_.defaults.setString(legacyCerebrasKey, cerebrasKey);
 }
 
 void ModelSelectorView::saveEfforts() const {

@@ -108,8 +108,6 @@ private:
     void loadGovernorChoice();
     void loadEfforts();
     void loadBudgets();
-    void adopt(const AuthConfig& config);
-    [[nodiscard]] AuthConfig signIn() const;
     [[nodiscard]] AuthConfig signInFromDefaults() const;
 
     void saveGroups();

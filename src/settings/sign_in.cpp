@@ -1,28 +1,9 @@
 #include "settings/sign_in.h"
 
-#include <array>
-
+#include "records/providers.h"
 #include "shell/daemon_code.h"
 
 namespace varnhold {
-
-namespace {
-
-struct SignInParts {
-    const char* provider;
-    AuthMethod SettingsFields::*method;
-    std::string SettingsFields::*key;
-};
-
-constexpr std::array<SignInParts, 5> signInParts{{
-    {"claude", &SettingsFields::anthropicMethod, &SettingsFields::anthropicKey},
-    {"gemini", &SettingsFields::googleMethod, &SettingsFields::googleKey},
-    {"openai", &SettingsFields::openaiMethod, &SettingsFields::openaiKey},
-    {"qwen", &SettingsFields::qwenMethod, &SettingsFields::qwenKey},
-    {"deepseek", &SettingsFields::deepseekMethod, &SettingsFields::deepseekKey},
-}};
-
-} // namespace
 
 bool startSignIn(platform::Platform& platform, const std::string& provider) {
     const auto request = platform.system.terminalRequest(loginScript(platform.system), provider);
@@ -43,21 +24,26 @@ std::string_view AuthRow::tag() const {
 std::vector<AuthRow> authRows(ModelSelectorView& view) {
     std::vector<AuthRow> rows;
     for (const ProviderAuth& auth : providerAuths(view.oauthStatuses)) {
-        for (const SignInParts& parts : signInParts) {
-            if (auth.id == parts.provider) {
-                rows.push_back({.auth = auth,
-                                .method = view.*parts.method,
-                                .apiKey = view.*parts.key,
-                                .onScout = [&view](const auto& key) { view.runScout(key); }});
-            }
+        if (const Provider* provider = findProvider(auth.id)) {
+            rows.push_back({.auth = auth,
+                            .method = view.*provider->chosenMethod,
+                            .apiKey = view.*provider->typedKey,
+                            .onScout = [&view](const auto& key) { view.runScout(key); }});
         }
     }
     return rows;
 }
 
 std::vector<KeyRow> keyRows(ModelSelectorView& view) {
-    return {{.name = "OpenRouter", .tag = "(no tools)", .apiKey = view.openrouterKey},
-            {.name = "Cerebras", .tag = "(governor)", .apiKey = view.cerebrasKey}};
+    std::vector<KeyRow> rows;
+    for (const Provider& provider : providers()) {
+        if (!provider.hasMethod()) {
+            rows.push_back({.name = std::string(provider.name),
+                            .tag = std::string(provider.tag),
+                            .apiKey = view.*provider.typedKey});
+        }
+    }
+    return rows;
 }
 
 void ModelSelectorView::runScout(const std::optional<std::string>& key) {

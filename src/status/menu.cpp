@@ -1,11 +1,11 @@
 #include "status/menu.h"
 
 #include <algorithm>
-#include <map>
 
 #include "base/json.h"
 #include "base/unicode.h"
 #include "records/groups.h"
+#include "records/providers.h"
 #include "status/fleet_picture.h"
 
 namespace varnhold {
@@ -95,18 +95,18 @@ std::vector<ReauthAlert> loadReauthAlerts(const Constants& constants) {
 }
 
 std::string providerDisplayName(std::string_view provider) {
-    static const std::map<std::string, std::string> names{{"claude", "Claude (Anthropic)"},
-                                                          {"anthropic", "Claude (Anthropic)"},
-                                                          {"gemini", "Gemini (Google)"},
-                                                          {"google", "Gemini (Google)"},
-                                                          {"codex", "Codex (OpenAI)"},
-                                                          {"openai", "Codex (OpenAI)"},
-                                                          {"qwen", "Qwen"},
-                                                          {"cerebras", "Cerebras"},
-                                                          {"openrouter", "OpenRouter"},
-                                                          {"mlx", "MLX (local)"}};
-    const auto known = names.find(unicode::toLower(provider));
-    return known == names.end() ? unicode::capitalized(provider) : known->second;
+    const std::string low = unicode::toLower(provider);
+    if (low == "mlx") {
+        return "MLX (local)";
+    }
+    for (const Provider& each : providers()) {
+        const bool isIt = each.key == low || unicode::toLower(each.name) == low ||
+                          (!low.empty() && each.tool == low);
+        if (isIt && !each.menuName.empty()) {
+            return std::string(each.menuName);
+        }
+    }
+    return unicode::capitalized(provider);
 }
 
 std::vector<MenuGroup> loadMenuGroups(const Constants& constants) {

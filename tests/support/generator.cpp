@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "records/providers.h"
+
 namespace varnhold::testing {
 
 namespace {
@@ -122,20 +124,13 @@ ResponseMode Generator::responseMode() {
 }
 
 AuthConfig Generator::auth() {
-    return {.anthropicMethod = text(),
-            .anthropicKey = text(),
-            .googleMethod = text(),
-            .googleKey = text(),
-            .openaiMethod = text(),
-            .openaiKey = text(),
-            .mistralMethod = text(),
-            .mistralKey = text(),
-            .qwenMethod = text(),
-            .qwenKey = text(),
-            .deepseekMethod = text(),
-            .deepseekKey = text(),
-            .openrouterKey = text(),
-            .cerebrasKey = maybe(&Generator::text)};
+    AuthConfig config;
+    for (const StoredValue& each : storedValues()) {
+        if (each.member != nullptr || coin()) {
+            each.set(config, text());
+        }
+    }
+    return config;
 }
 
 Uuid Generator::uuid() {

@@ -2,12 +2,14 @@
 
 #include "base/files.h"
 #include "base/uuid.h"
+#include "records/providers.h"
 #include "settings/placement_checks.h"
 #include "window.h"
 
 namespace varnhold::testing {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -43,6 +45,12 @@ TEST_F(AddModel, StartsEmptyWithTheFirstProviderAndColour) {
                             "openrouter", "cerebras", "ollama"));
     EXPECT_THAT(AddModelSheet::colors,
                 ElementsAre("purple", "blue", "green", "orange", "red", "teal", "yellow", "pink"));
+}
+
+TEST_F(AddModel, OffersEveryProviderThatOneCanSignInTo) {
+    for (const Provider& provider : providers()) {
+        EXPECT_THAT(AddModelSheet::providers, Contains(provider.key));
+    }
 }
 
 TEST_F(AddModel, IsThereOnlyWhileItIsWanted) {
