@@ -151,9 +151,11 @@ void Stack::removeModels(const std::string& uid) const {
     }
 }
 
-std::string Stack::startDrag(const std::string& uid) const {
-    const AIModelItem* item = model(uid);
-    return item == nullptr ? std::string() : editing_.get().startDrag(*item);
+void Stack::startDrag(const std::string& uid) const {
+    if (const AIModelItem* item = model(uid)) {
+        // What it gives is the row's uid, which whoever drags by uid has already.
+        static_cast<void>(editing_.get().startDrag(*item));
+    }
 }
 
 std::optional<RealTimeDropDelegate> Stack::dropDelegate(const AIModelItem& item) const {

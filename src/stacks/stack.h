@@ -72,8 +72,7 @@ public:
                     std::optional<std::size_t> insertAt = std::nullopt) const;
     void removeModels(const std::string& uid) const;
 
-    // Begins to drag a row, and gives the text that the drag carries; "" if the row has gone.
-    [[nodiscard]] std::string startDrag(const std::string& uid) const;
+    void startDrag(const std::string& uid) const;
     // What a row of the stack does with what is dragged. None, once the stack has gone.
     [[nodiscard]] std::optional<RealTimeDropDelegate> dropDelegate(const AIModelItem& item) const;
     // What is dragged comes over the row, or is dropped on it.

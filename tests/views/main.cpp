@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <gmock/gmock.h>
 
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <QDBusPendingReply>
 
 #include "platform/qt/session_bus.h"
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 
 namespace varnhold {
 
@@ -20,7 +20,7 @@ const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
-const QString colourScheme = QStringLiteral("color-scheme");
+const QString colorScheme = QStringLiteral("color-scheme");
 
 // Older portals wrap the value twice.
 unsigned schemeOf(QVariant value) {
@@ -32,7 +32,7 @@ unsigned schemeOf(QVariant value) {
 
 } // namespace
 
-void applyColourScheme(unsigned scheme) {
+void applyColorScheme(unsigned scheme) {
     QApplication::setPalette(QPalette()); // the desktop's own
     const bool dark = isDark(QApplication::palette());
     if (scheme == wantsDark && !dark) {
@@ -51,12 +51,12 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
                 SLOT(settingChanged(QDBusMessage)));
     QDBusMessage question =
         QDBusMessage::createMethodCall(service, path, settings, QStringLiteral("Read"));
-    question << appearance << colourScheme;
+    question << appearance << colorScheme;
     auto* call = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [call] {
         const QDBusPendingReply<QDBusVariant> answer = *call;
         if (answer.isValid()) {
-            applyColourScheme(schemeOf(answer.value().variant()));
+            applyColorScheme(schemeOf(answer.value().variant()));
         }
         call->deleteLater();
     });
@@ -64,8 +64,8 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
 
 void Appearance::settingChanged(const QDBusMessage& change) {
     const QVariantList setting = change.arguments();
-    if (setting.size() == 3 && setting[0] == appearance && setting[1] == colourScheme) {
-        applyColourScheme(schemeOf(setting[2]));
+    if (setting.size() == 3 && setting[0] == appearance && setting[1] == colorScheme) {
+        applyColorScheme(schemeOf(setting[2]));
     }
 }
 

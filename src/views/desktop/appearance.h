@@ -21,6 +21,6 @@ private slots:
 };
 
 // 1 asks for dark, 2 for light, and everything else leaves it to the desktop's palette.
-void applyColourScheme(unsigned scheme);
+void applyColorScheme(unsigned scheme);
 
 } // namespace varnhold

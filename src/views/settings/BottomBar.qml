@@ -14,9 +14,9 @@ Item {
     TextButton {
         anchors.verticalCenter: parent.verticalCenter
         x: 12
-        text: qsTr("Reset")
+        text: "Reset"
         destructive: true
-        help: qsTr("Empties all chains but Audio")
+        help: "Empties all chains but Audio"
         onClicked: root.reset()
     }
 }

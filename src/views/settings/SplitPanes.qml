@@ -63,7 +63,7 @@ Item {
         height: root.height
         activeFocusOnTab: true
         Accessible.role: Accessible.Slider
-        Accessible.name: qsTr("Width of the left pane")
+        Accessible.name: "Width of the left pane"
         Accessible.onIncreaseAction: root.moveTo(root.leftWidth + grip.step)
         Accessible.onDecreaseAction: root.moveTo(root.leftWidth - grip.step)
         Keys.onLeftPressed: root.moveTo(root.leftWidth - grip.step)

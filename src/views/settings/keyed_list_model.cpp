@@ -9,7 +9,7 @@ namespace {
 constexpr int firstRole = Qt::UserRole + 1;
 
 // Rows of one key become distinct by their order among each other.
-void tellApart(std::vector<KeyedListModel::Row>& rows) {
+void makeKeysUnique(std::vector<KeyedListModel::Row>& rows) {
     QHash<QString, int> seen;
     for (auto& row : rows) {
         const int earlier = seen[row.key]++;
@@ -76,7 +76,7 @@ QVariant KeyedListModel::value(int row, const QString& name) const {
 }
 
 void KeyedListModel::sync(std::vector<Row> wanted) {
-    tellApart(wanted);
+    makeKeysUnique(wanted);
     const int formerCount = count();
     QHash<QString, int> places;
     for (std::size_t i = 0; i < wanted.size(); ++i) {

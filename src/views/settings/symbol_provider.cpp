@@ -13,7 +13,7 @@ constexpr QSize usualSize{16, 16};
 
 QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize& requested) {
     const QString name = id.section(QLatin1Char('?'), 0, 0);
-    const QColor colour(QLatin1Char('#') + id.section(QLatin1Char('?'), 1));
+    const QColor color(QLatin1Char('#') + id.section(QLatin1Char('?'), 1));
     QImage image(requested.isEmpty() ? usualSize : requested, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QSvgRenderer drawing(QStringLiteral(":/qt/qml/Varnhold/icons/%1.svg").arg(name));
@@ -25,7 +25,7 @@ QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize&
     drawing.setAspectRatioMode(Qt::KeepAspectRatio);
     drawing.render(&painter);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(image.rect(), colour);
+    painter.fillRect(image.rect(), color);
     painter.end();
     if (size != nullptr) {
         *size = image.size();

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/colors/colors.h"
+
 namespace varnhold {
 
 namespace {
@@ -22,9 +24,8 @@ QRectF snapped(const QRectF& rectangle, qreal scale) {
 
 } // namespace
 
-QColor barColour(double hue) {
-    return QColor::fromHsvF(static_cast<float>(hue), static_cast<float>(barSaturation),
-                            static_cast<float>(barBrightness));
+QColor barColor(double hue) {
+    return fromHsv(hue, barSaturation, barBrightness);
 }
 
 void paintBars(QPainter& painter, const BarImage& image, const QPointF& origin) {
@@ -32,7 +33,7 @@ void paintBars(QPainter& painter, const BarImage& image, const QPointF& origin) 
     painter.setPen(Qt::NoPen);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const BarRectangle& bar : image.bars) {
-        painter.setBrush(barColour(bar.hue));
+        painter.setBrush(barColor(bar.hue));
         painter.drawRoundedRect(
             snapped(QRectF(bar.x, bar.y, bar.width, bar.height).translated(origin), scale),
             barCornerRadius, barCornerRadius);

@@ -7,7 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
+#include "views/desktop/panel.h"
 #include "views/text/emoji_text.h"
 
 namespace varnhold {
@@ -57,26 +58,26 @@ void drawSeparator(const QStyleOptionMenuItem& row, QPainter& painter) {
 void drawRow(const QStyleOptionMenuItem& row, QPainter& painter, bool alert) {
     const bool enabled = row.state.testFlag(QStyle::State_Enabled);
     const bool selected = enabled && row.state.testFlag(QStyle::State_Selected);
-    QColor colour = row.palette.color(QPalette::WindowText);
+    QColor color = row.palette.color(QPalette::WindowText);
     if (selected) {
-        const Selection selection = selectionColours(row.palette);
+        const Selection selection = selectionColors(row.palette);
         painter.setPen(Qt::NoPen);
         painter.setBrush(selection.ground);
         painter.drawRoundedRect(QRectF(row.rect).adjusted(selectionInset, 0, -selectionInset, 0),
                                 selectionRadius, selectionRadius);
-        colour = selection.text;
+        color = selection.text;
     } else if (alert) {
-        colour = alertColour(row.palette);
+        color = alertColor(row.palette);
     } else if (!enabled) {
-        colour = quietColour(row.palette);
+        color = quietColor(row.palette);
     }
     const RowText text = textOf(row.text);
     const QRectF place = QRectF(row.rect).adjusted(sidePadding, 0, -sidePadding, 0);
     painter.setFont(row.font);
-    painter.setPen(colour);
+    painter.setPen(color);
     drawEmojiText(painter, place,
                   elidedEmojiText(row.font, text.title, place.width() - keyRoom(row.font, text)));
-    painter.setPen(selected ? colour : quietColour(row.palette));
+    painter.setPen(selected ? color : quietColor(row.palette));
     drawEmojiText(painter, place, text.key, Qt::AlignRight);
 }
 

@@ -12,7 +12,8 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
+#include "views/desktop/panel.h"
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
 #include "views/desktop/x11_hints.h"
@@ -76,7 +77,7 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
     column->addLayout(header(toQString(panel.title), icon));
     area_ = messages(panel);
     column->addWidget(area_, 1);
-    colourWarnings();
+    colorWarnings();
     setFixedWidth(panel.width);
     // Long messages wrap and must not be cut, so the panel may want more than its usual height.
     heightBeside_ = 2 * padding + spacing + column->itemAt(0)->sizeHint().height();
@@ -139,18 +140,18 @@ void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
     column.addLayout(entry);
 }
 
-void NoticeView::colourWarnings() {
+void NoticeView::colorWarnings() {
     for (TextBlock* warning : warnings_) {
-        QPalette colours = palette();
-        colours.setColor(QPalette::WindowText, warningColour(palette()));
-        warning->setPalette(colours);
+        QPalette colors = palette();
+        colors.setColor(QPalette::WindowText, warningColor(palette()));
+        warning->setPalette(colors);
     }
 }
 
 void NoticeView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
-        colourWarnings();
+        colorWarnings();
     }
 }
 

@@ -38,7 +38,7 @@ private:
     [[nodiscard]] QScrollArea* messages(const NoticePanel& panel);
     void takeHeight(int height);
     void addNotice(const ModelNotice& notice, QVBoxLayout& column);
-    void colourWarnings();
+    void colorWarnings();
 
     QVBoxLayout* messages_ = nullptr; // of a child
     QScrollArea* area_ = nullptr;

@@ -7,7 +7,7 @@
 #include <QToolTip>
 #include <algorithm>
 
-#include "views/desktop/colours.h"
+#include "views/desktop/panel.h"
 #include "views/desktop/placement.h"
 #include "views/status/menu_style.h"
 #include "views/text/qt_text.h"

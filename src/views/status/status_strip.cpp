@@ -10,7 +10,7 @@
 #include <cmath>
 #include <utility>
 
-#include "views/desktop/colours.h"
+#include "views/desktop/panel.h"
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
 #include "views/desktop/session_kind.h"

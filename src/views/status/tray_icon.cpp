@@ -18,7 +18,7 @@ void paintBarsOf(const BarImage& image, int side, QPainter& painter) {
     for (const TrayBar& bar : trayBars(image, side)) {
         const QRect place(bar.x, bar.y, bar.width, bar.height);
         const qreal radius = bar.width < narrowestRounded ? 0 : bar.width / 3.0;
-        painter.setBrush(barColour(bar.hue));
+        painter.setBrush(barColor(bar.hue));
         painter.drawRoundedRect(place, radius, radius);
     }
 }

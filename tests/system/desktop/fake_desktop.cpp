@@ -48,7 +48,7 @@ private:
 };
 
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
-const QString colourScheme = QStringLiteral("color-scheme");
+const QString colorScheme = QStringLiteral("color-scheme");
 
 class Portal final : public QObject {
     Q_OBJECT
@@ -58,7 +58,7 @@ public:
 
     void change(unsigned scheme) {
         scheme_ = scheme;
-        emit SettingChanged(appearance, colourScheme, QDBusVariant(scheme_));
+        emit SettingChanged(appearance, colorScheme, QDBusVariant(scheme_));
     }
 
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names

@@ -1,5 +1,6 @@
 #include "settings/chain_sections.h"
 #include "shown_sheets.h"
+#include "views/colors/colors.h"
 #include "waiting.h"
 
 namespace varnhold::testing {

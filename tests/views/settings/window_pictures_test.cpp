@@ -3,7 +3,7 @@
 
 #include "pictures.h"
 #include "shown_sheets.h"
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 
 namespace varnhold::testing {
 namespace {

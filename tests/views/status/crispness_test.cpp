@@ -58,7 +58,7 @@ TEST_P(Crispness, EveryColumnIsAllBarOrAllGap) {
         const auto bar =
             static_cast<std::size_t>(std::lround((x + 0.5 - 10 * scale) / (3 * scale) - 1.0 / 3));
         ASSERT_LT(bar, image.bars.size());
-        EXPECT_TRUE(isAlmost(seen, barColour(image.bars[bar].hue)))
+        EXPECT_TRUE(isAlmost(seen, barColor(image.bars[bar].hue)))
             << "column " << x << " is blurred: " << seen.name(QColor::HexArgb).toStdString();
         ++widths[bar];
     }
@@ -70,12 +70,12 @@ TEST_P(Crispness, EveryColumnIsAllBarOrAllGap) {
 TEST_P(Crispness, ARisenBarReachesFromEdgeToEdge) {
     const qreal scale = GetParam();
     const QImage canvas = painted(risen(1), scale, {10, 6});
-    int coloured = 0;
+    int colored = 0;
     const int column = static_cast<int>(std::lround(10 * scale));
     for (int y = 0; y < canvas.height(); ++y) {
-        coloured += canvas.pixelColor(column, y).alpha() > 0 ? 1 : 0;
+        colored += canvas.pixelColor(column, y).alpha() > 0 ? 1 : 0;
     }
-    EXPECT_EQ(coloured, std::lround(16 * scale));
+    EXPECT_EQ(colored, std::lround(16 * scale));
 }
 
 TEST_P(Crispness, AFlatBarIsSeen) {
@@ -114,7 +114,7 @@ TEST_P(TrayCrispness, EveryColumnIsAllBarOrAllGap) {
             if (bar < 0) {
                 EXPECT_EQ(seen.alpha(), 0) << "column " << x << " of " << side;
             } else if (bars[static_cast<std::size_t>(bar)].height > side / 2) {
-                EXPECT_TRUE(isAlmost(seen, barColour(bars[static_cast<std::size_t>(bar)].hue)))
+                EXPECT_TRUE(isAlmost(seen, barColor(bars[static_cast<std::size_t>(bar)].hue)))
                     << "column " << x << " of " << side;
             }
         }

@@ -8,8 +8,8 @@
 #include <QScrollBar>
 
 #include "unit/settings/settings_home.h"
+#include "views/colors/colors.h"
 #include "views/desktop/application_icon.h"
-#include "views/desktop/colours.h"
 #include "views/qt_presentation.h"
 #include "views/status/notice_view.h"
 #include "views/status/text_block.h"
@@ -131,10 +131,10 @@ TEST(NoticePopover, KeepsItsWarningReadableWhenTheColoursChange) {
         }
         return QColor();
     };
-    EXPECT_EQ(warning(), warningColour(lightPalette()));
+    EXPECT_EQ(warning(), warningColor(lightPalette()));
     QApplication::setPalette(darkPalette());
     QCoreApplication::processEvents();
-    EXPECT_EQ(warning(), warningColour(darkPalette()));
+    EXPECT_EQ(warning(), warningColor(darkPalette()));
     QApplication::setPalette(lightPalette());
     view->close();
 }

@@ -7,7 +7,7 @@
 
 #include "fleets.h"
 #include "support/fake_user_defaults.h"
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 #include "views/status/status_strip.h"
 #include "waiting.h"
 

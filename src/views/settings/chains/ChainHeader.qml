@@ -23,7 +23,7 @@ Column {
         implicitHeight: title.implicitHeight
         Accessible.role: Accessible.Heading
         Accessible.name: root.chain.title
-        Accessible.description: qsTr("Has a menu that tells how to add models")
+        Accessible.description: "Has a menu that tells how to add models"
         Accessible.onPressAction: openMenu(0, height)
         Keys.onMenuPressed: openMenu(0, height)
         Keys.onPressed: event => {
@@ -39,7 +39,7 @@ Column {
         }
 
         FocusRing {
-            anchors.margins: -4 // the row begins where its letters do
+            anchors.margins: -Theme.tight // the row begins where its letters do
             shown: titleRow.visualFocus
         }
 
@@ -59,7 +59,7 @@ Column {
             anchors.leftMargin: Theme.gap
             anchors.verticalCenter: title.verticalCenter
             visible: root.chain.dotColor !== ""
-            size: 7
+            size: Theme.dot
             color: Theme[root.chain.dotColor] ?? Theme.gray
             help: root.chain.dotHelp
 
@@ -88,8 +88,8 @@ Column {
 
         Label {
             anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("Response:")
-            font: Theme.font(11, Font.Normal)
+            text: "Response:"
+            font: Theme.small
             color: Theme.secondaryText
         }
 
@@ -97,7 +97,7 @@ Column {
             width: Math.min(implicitWidth, 220, root.width - x)
             values: root.chain.responseValues
             current: root.chain.response
-            name: qsTr("Response")
+            name: "Response"
             onChosen: value => root.chain.chooseResponse(value)
         }
     }

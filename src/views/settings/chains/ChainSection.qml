@@ -37,7 +37,7 @@ Rectangle {
         id: bots
 
         anchors.top: header.bottom
-        anchors.topMargin: 2 * Theme.pad
+        anchors.topMargin: Theme.fine * Theme.pad
         x: Theme.pad
         width: header.width
         stack: root.chain

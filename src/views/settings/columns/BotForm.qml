@@ -13,18 +13,18 @@ Item {
     implicitWidth: 240
     implicitHeight: Theme.fieldHeight
     Accessible.role: Accessible.Grouping
-    Accessible.name: qsTr("New bot")
+    Accessible.name: "New bot"
 
     Picker {
         id: service
 
         width: 80
-        leftPadding: 7
-        rightPadding: 16
-        font: Theme.font(11, Font.Normal)
+        leftPadding: Theme.loose
+        rightPadding: Theme.ample
+        font: Theme.small
         values: root.bots.services
         current: root.bots.newService
-        name: qsTr("Service")
+        name: "Service"
         onChosen: value => root.bots.newService = value
     }
 
@@ -34,7 +34,7 @@ Item {
         anchors.left: service.right
         anchors.leftMargin: Theme.gap
         width: root.fieldWidth
-        placeholder: qsTr("Role")
+        placeholder: "Role"
         text: root.bots.newRole
         onEdited: text => root.bots.newRole = text
         onAccepted: token.forceActiveFocus(Qt.TabFocusReason)
@@ -46,7 +46,7 @@ Item {
         anchors.left: role.right
         anchors.leftMargin: Theme.gap
         width: root.fieldWidth
-        placeholder: qsTr("Token")
+        placeholder: "Token"
         text: root.bots.newToken
         onEdited: text => root.bots.newToken = text
         onAccepted: root.bots.addBot()
@@ -58,9 +58,9 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         symbol: Theme.symbol("plus.circle.fill")
-        size: 17
+        size: Theme.signSize + 1
         color: Theme.blue
-        help: qsTr("Add bot")
+        help: "Add bot"
         onClicked: root.bots.addBot()
     }
 }

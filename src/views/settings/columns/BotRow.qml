@@ -23,7 +23,7 @@ FocusItem {
     required property string keepaliveSymbol
     required property string keepaliveHelp
     required property bool isSelected
-    required property color colour
+    required property color outline
 
     signal menuRequested(Item item, real x, real y)
 
@@ -52,7 +52,7 @@ FocusItem {
     tabStop: isCurrent
     Accessible.role: Accessible.ListItem
     Accessible.name: fullName
-    Accessible.description: presenceHelp + ", " + role + ", " + (offersConnection ? qsTr("Not connected") : service)
+    Accessible.description: presenceHelp + ", " + role + ", " + (offersConnection ? "Not connected" : service)
     Accessible.selectable: true
     Accessible.selected: isSelected
     Accessible.focusable: true
@@ -79,7 +79,7 @@ FocusItem {
         radius: Theme.radius
         color: root.isSelected ? Theme.faded(Theme.accent, 0.12) : Theme.faded(Theme.text, 0.03)
         border.width: Math.round(1.5 * Screen.devicePixelRatio) / Screen.devicePixelRatio // evenly drawn
-        border.color: Theme.faded(root.colour, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
+        border.color: Theme.faded(root.outline, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
 
         FocusRing { shown: root.visualFocus }
     }
@@ -146,8 +146,8 @@ FocusItem {
                 id: connect
 
                 visible: root.offersConnection
-                text: qsTr("Connect")
-                size: 11
+                text: "Connect"
+                size: Theme.smallSize
                 prominent: true
                 ground: Theme.orange
                 focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
@@ -172,7 +172,7 @@ FocusItem {
             anchors.verticalCenter: parent.verticalCenter
             width: 16
             symbol: Theme.symbol(root.keepaliveSymbol)
-            size: 11
+            size: Theme.smallSize
             color: root.keptAlive ? Theme.green : Theme.secondaryText
             help: root.keepaliveHelp
             focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
@@ -185,12 +185,12 @@ FocusItem {
             id: more
 
             anchors.right: parent.right
-            anchors.rightMargin: 4
+            anchors.rightMargin: Theme.tight
             anchors.verticalCenter: parent.verticalCenter
             width: 20
             symbol: Theme.symbol("ellipsis.circle")
-            size: 14
-            help: qsTr("Actions for %1").arg(root.title)
+            size: Theme.largeSize
+            help: "Actions for %1".arg(root.title)
             focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
             onClicked: root.openMenu()
         }

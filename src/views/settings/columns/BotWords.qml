@@ -19,7 +19,7 @@ Item {
         width: Math.min(implicitWidth, root.width)
         text: root.fullName
         font: Qt.font({
-            family: Theme.textFamily, pixelSize: 12, weight: Font.Bold, strikeout: root.struck
+            family: Theme.textFamily, pixelSize: Theme.labelSize, weight: Font.Bold, strikeout: root.struck
         })
         Accessible.ignored: true
     }
@@ -33,7 +33,7 @@ Item {
         width: Math.min(implicitWidth, Math.max(0, root.room))
         visible: root.room >= Math.min(implicitWidth, 28)
         text: root.role
-        font: Theme.font(11, Font.Normal)
+        font: Theme.small
         color: Theme.secondaryText
         Accessible.ignored: true
     }

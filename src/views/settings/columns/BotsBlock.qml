@@ -25,8 +25,8 @@ Item {
 
         height: root.headingHeight
         verticalAlignment: Text.AlignVCenter
-        text: qsTr("Bots")
-        font: Theme.font(15, Font.Bold)
+        text: "Bots"
+        font: Theme.blockTitle
         Accessible.role: Accessible.Heading
     }
 
@@ -36,7 +36,7 @@ Item {
         anchors.right: parent.right
         y: (root.headingHeight - height) / 2
         symbol: Theme.symbol(root.bots.keepaliveSymbol)
-        size: 13
+        size: Theme.bodySize
         color: root.bots.allKeptAlive ? Theme.green : Theme.secondaryText
         help: root.bots.keepaliveHelp
         Accessible.checkable: true
@@ -50,7 +50,7 @@ Item {
         y: root.headingHeight
         width: parent.width
         visible: root.showHints
-        text: qsTr("Your Telegram AI agents — each bot is a separate assistant")
+        text: "Your Telegram AI agents — each bot is a separate assistant"
     }
 
     BotForm {
@@ -68,9 +68,9 @@ Item {
         y: root.listTop - 2
         width: parent.width + 4
         height: parent.height - y
-        topMargin: 2
-        bottomMargin: 2
-        name: qsTr("Bots")
+        topMargin: Theme.fine
+        bottomMargin: Theme.fine
+        name: "Bots"
         model: root.bots.rows
         delegate: BotRow {
             x: 2

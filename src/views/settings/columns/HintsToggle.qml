@@ -9,7 +9,7 @@ T.Button {
     required property SettingsModel settings
 
     readonly property bool on: settings.showHints
-    readonly property string help: on ? qsTr("Hide hints") : qsTr("Show hints")
+    readonly property string help: on ? "Hide hints" : "Show hints"
     readonly property color ink: on ? Theme.yellow : Theme.secondaryText
 
     implicitWidth: row.implicitWidth + 14
@@ -17,7 +17,7 @@ T.Button {
     padding: 0
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    text: qsTr("Hints")
+    text: "Hints"
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: help
@@ -32,19 +32,19 @@ T.Button {
             id: row
 
             anchors.centerIn: parent
-            spacing: 4
+            spacing: Theme.tight
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
                 name: root.on ? Theme.symbol("lightbulb.fill") : "lightbulb"
-                size: 14
+                size: Theme.largeSize
                 color: root.ink
             }
 
             Label {
                 anchors.verticalCenter: parent.verticalCenter
                 text: root.text
-                font: Theme.font(12, Font.Medium)
+                font: Theme.labelMedium
                 color: root.ink
                 Accessible.ignored: true
             }

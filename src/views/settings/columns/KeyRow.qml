@@ -15,7 +15,7 @@ Item {
     implicitHeight: provider.height + 3 + key.height
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    Accessible.description: isAuthorized ? qsTr("Signed in") : qsTr("Not signed in")
+    Accessible.description: isAuthorized ? "Signed in" : "Not signed in"
 
     ProviderName {
         id: provider
@@ -32,8 +32,8 @@ Item {
         anchors.bottom: parent.bottom
         width: parent.width
         height: 22
-        placeholder: qsTr("API Key...")
-        name: qsTr("API key of %1").arg(root.name)
+        placeholder: "API Key..."
+        name: "API key of %1".arg(root.name)
         text: root.apiKey
         onEdited: text => root.providers.setOnlyKey(root.index, text)
     }

@@ -18,8 +18,8 @@ Item {
 
         height: root.headingHeight
         verticalAlignment: Text.AlignVCenter
-        text: qsTr("Library")
-        font: Theme.font(15, Font.Bold)
+        text: "Library"
+        font: Theme.blockTitle
         Accessible.role: Accessible.Heading
     }
 
@@ -29,9 +29,9 @@ Item {
         anchors.right: parent.right
         y: (root.headingHeight - height) / 2
         symbol: Theme.symbol("plus")
-        size: 13
+        size: Theme.bodySize
         color: Theme.text
-        help: qsTr("Add a model to the library")
+        help: "Add a model to the library"
         onClicked: root.library.showAddModel()
     }
 
@@ -41,7 +41,7 @@ Item {
         y: root.headingHeight
         width: parent.width
         visible: root.showHints
-        text: qsTr("All available AI models from your connected providers — drag them into chains")
+        text: "All available AI models from your connected providers — drag them into chains"
     }
 
     DropZone {
@@ -49,10 +49,10 @@ Item {
 
         anchors.fill: parent
         anchors.topMargin: (hint.visible ? hint.y + hint.height + 4 : root.headingHeight)
-        anchors.leftMargin: -4
-        anchors.rightMargin: -4
+        anchors.leftMargin: -Theme.tight
+        anchors.rightMargin: -Theme.tight
         kinds: ["model"]
-        name: qsTr("Library")
+        name: "Library"
         onHoveredChanged: root.library.isTargeted = hovered
         onTextDropped: text => root.library.drop(text)
 
@@ -66,9 +66,9 @@ Item {
             id: rows
 
             anchors.fill: parent
-            topMargin: 2
-            bottomMargin: 4
-            name: qsTr("Library")
+            topMargin: Theme.fine
+            bottomMargin: Theme.tight
+            name: "Library"
             model: root.library.rows
             section.property: "section"
             section.delegate: LibraryHeading {

@@ -25,7 +25,7 @@ Item {
 
         x: 5
         y: root.divided ? 15 : 4
-        spacing: 5
+        spacing: Theme.close
 
         Label {
             text: root.section
@@ -38,7 +38,7 @@ Item {
             anchors.baseline: parent.children[0].baseline
             visible: root.note !== ""
             text: root.note
-            font: Theme.font(root.section === "OpenRouter" ? 12 : 11, Font.Light)
+            font: root.section === "OpenRouter" ? Theme.labelLight : Theme.smallLight
             color: Theme.secondaryText
             opacity: 0.7
         }

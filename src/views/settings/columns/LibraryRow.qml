@@ -11,7 +11,7 @@ FocusItem {
     required property string uid
     required property string name
     required property string tag
-    required property string colour
+    required property string ground
     required property bool isDragging
     required property bool isDownloading
     required property string kind
@@ -55,7 +55,7 @@ FocusItem {
         anchors.fill: parent
         name: root.name
         tag: root.tag
-        ground: root.colour
+        ground: root.ground
         isDragging: root.isDragging
         fading: root.library.fading
         isDownloading: root.isDownloading

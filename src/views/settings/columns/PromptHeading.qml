@@ -16,7 +16,7 @@ Item {
         id: title
 
         anchors.verticalCenter: parent.verticalCenter
-        text: qsTr("Bot Prompt")
+        text: "Bot Prompt"
         font: Theme.headline
         Accessible.role: Accessible.Heading
     }
@@ -30,7 +30,7 @@ Item {
         visible: root.subject !== ""
         width: visible ? Math.min(implicitWidth, root.showHints ? root.rest / 2 : root.rest) : 0
         text: root.subject
-        font: Theme.font(12, Font.Normal)
+        font: Theme.label
         color: Theme.secondaryText
     }
 
@@ -40,8 +40,8 @@ Item {
         anchors.right: parent.right
         anchors.baseline: title.baseline
         visible: root.showHints
-        text: qsTr("· Additional instructions specific to the selected bot's role")
-        font: Theme.font(11, Font.Normal)
+        text: "· Additional instructions specific to the selected bot's role"
+        font: Theme.small
         color: Theme.secondaryText
     }
 }

@@ -23,7 +23,7 @@ Item {
         anchors.rightMargin: Theme.gap
         height: root.headingHeight
         verticalAlignment: Text.AlignVCenter
-        text: qsTr("Master Prompt Injection")
+        text: "Master Prompt Injection"
         font: Theme.headline
         Accessible.role: Accessible.Heading
     }
@@ -42,7 +42,7 @@ Item {
         y: root.headingHeight
         width: parent.width
         visible: root.settings.showHints
-        text: qsTr("Injected into every bot's system prompt — use it to define your identity, values, and global rules")
+        text: "Injected into every bot's system prompt — use it to define your identity, values, and global rules"
     }
 
     TextArea {
@@ -51,7 +51,7 @@ Item {
         y: root.masterTop
         width: parent.width
         height: root.editorHeight
-        name: qsTr("Master Prompt Injection")
+        name: "Master Prompt Injection"
         text: root.prompts.masterPrompt
         onEdited: text => root.prompts.masterPrompt = text
     }
@@ -71,7 +71,7 @@ Item {
         anchors.topMargin: Theme.gap
         width: parent.width
         height: root.editorHeight
-        name: qsTr("Bot Prompt")
+        name: "Bot Prompt"
         text: root.prompts.botPrompt
         onEdited: text => root.prompts.botPrompt = text
     }

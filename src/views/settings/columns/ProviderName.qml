@@ -14,20 +14,20 @@ Row {
     StatusDot {
         anchors.verticalCenter: parent.verticalCenter
         color: root.isAuthorized ? Theme.green : Theme.red
-        help: root.isAuthorized ? qsTr("Signed in") : qsTr("Not signed in")
+        help: root.isAuthorized ? "Signed in" : "Not signed in"
     }
 
     Label {
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
-        font: Theme.font(12, Font.Bold)
+        font: Theme.labelBold
     }
 
     Label {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.tag !== ""
         text: root.tag
-        font: Theme.font(12, Font.Normal)
+        font: Theme.label
         color: Theme.secondaryText
     }
 }

@@ -17,7 +17,7 @@ Item {
     implicitHeight: picker.height + 3 + key.height
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    Accessible.description: isAuthorized ? qsTr("Signed in") : qsTr("Not signed in")
+    Accessible.description: isAuthorized ? "Signed in" : "Not signed in"
 
     ProviderName {
         anchors.verticalCenter: picker.verticalCenter
@@ -32,20 +32,20 @@ Item {
         anchors.right: parent.right
         width: 140
         height: 19
-        size: 10
+        size: Theme.tinySize
         values: root.providers.methods
         current: root.method
-        name: qsTr("Sign-in for %1").arg(root.name)
+        name: "Sign-in for %1".arg(root.name)
         onChosen: value => root.providers.setMethod(root.index, value)
     }
 
     TextButton {
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 1
+        anchors.bottomMargin: Theme.hair
         visible: !root.asksForKey
-        text: qsTr("Verify")
-        size: 11
-        help: qsTr("Signs in to %1 in a terminal window").arg(root.name)
+        text: "Verify"
+        size: Theme.smallSize
+        help: "Signs in to %1 in a terminal window".arg(root.name)
         onClicked: root.providers.verify(root.index)
     }
 
@@ -56,8 +56,8 @@ Item {
         width: parent.width
         height: 22
         visible: root.asksForKey
-        placeholder: qsTr("API Key...")
-        name: qsTr("API key of %1").arg(root.name)
+        placeholder: "API Key..."
+        name: "API key of %1".arg(root.name)
         text: root.apiKey
         onEdited: text => root.providers.setApiKey(root.index, text)
     }

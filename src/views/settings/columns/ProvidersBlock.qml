@@ -18,8 +18,8 @@ Item {
 
         height: root.headingHeight
         verticalAlignment: Text.AlignVCenter
-        text: qsTr("Providers")
-        font: Theme.font(15, Font.Bold)
+        text: "Providers"
+        font: Theme.blockTitle
         Accessible.role: Accessible.Heading
     }
 
@@ -29,8 +29,8 @@ Item {
         anchors.right: parent.right
         y: (root.headingHeight - height) / 2
         symbol: Theme.symbol("arrow.clockwise.circle.fill")
-        size: 16
-        help: qsTr("Refresh")
+        size: Theme.signSize
+        help: "Refresh"
         onClicked: root.providers.refresh()
     }
 
@@ -40,7 +40,7 @@ Item {
         y: root.headingHeight
         width: parent.width
         visible: root.showHints
-        text: qsTr("Connect your AI accounts — sign in or paste an API key to unlock each provider's models")
+        text: "Connect your AI accounts — sign in or paste an API key to unlock each provider's models"
     }
 
     ScrollArea {
@@ -53,7 +53,7 @@ Item {
         contentHeight: rows.height + 4
         alwaysVisible: true // with hints a row may end just at the edge
         Accessible.role: Accessible.List
-        Accessible.name: qsTr("Providers")
+        Accessible.name: "Providers"
 
         Column {
             id: rows
@@ -61,7 +61,7 @@ Item {
             x: 2
             y: 2
             width: scroll.room - 4
-            spacing: 7
+            spacing: Theme.loose
 
             Repeater {
                 model: root.providers.authRows

@@ -34,7 +34,7 @@ ListView {
     clip: true
     interactive: false
     reuseItems: true
-    spacing: 4
+    spacing: Theme.tight
     boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false

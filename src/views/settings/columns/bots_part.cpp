@@ -2,8 +2,11 @@
 
 #include <QColor>
 #include <algorithm>
+#include <array>
 
 #include "settings/bot_editing.h"
+#include "views/colors/colors.h"
+#include "views/settings/row_columns.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
@@ -36,18 +39,43 @@ QString presenceName(BotPresence presence) {
     return QStringLiteral("offline");
 }
 
-QColor colourOf(const BotColor& colour) {
-    return QColor::fromHsvF(static_cast<float>(colour.hue), static_cast<float>(colour.saturation),
-                            static_cast<float>(colour.brightness));
-}
+// What is shown of one bot.
+struct ShownBot {
+    const BotConfig& bot;
+    BotPresence presence;
+    KeepaliveSwitch keepalive;
+    bool isSelected = false;
+    BotColor color;
+};
+
+using Shown = const ShownBot&;
+using Column = RowColumn<ShownBot>;
+
+constexpr std::array botColumns{
+    Column{"label", [](Shown row) -> QVariant { return toQString(row.bot.launchdLabel); }},
+    Column{"icon", [](Shown row) -> QVariant { return toQString(row.bot.icon); }},
+    Column{"title", [](Shown row) -> QVariant { return toQString(row.bot.title); }},
+    Column{"role", [](Shown row) -> QVariant { return toQString(row.bot.role); }},
+    Column{"presence", [](Shown row) -> QVariant { return presenceName(row.presence); }},
+    Column{"presenceHelp", [](Shown row) -> QVariant { return toQString(label(row.presence)); }},
+    Column{"isPaused", [](Shown row) -> QVariant { return row.bot.paused(); }},
+    Column{"offersConnection", [](Shown row) -> QVariant { return offersConnection(row.bot); }},
+    Column{"service", [](Shown row) -> QVariant { return toQString(rawValue(row.bot.service)); }},
+    Column{"keptAlive", [](Shown row) -> QVariant { return row.keepalive.isOn; }},
+    Column{"keepaliveSymbol",
+           [](Shown row) -> QVariant { return toQString(row.keepalive.symbol); }},
+    Column{"keepaliveHelp", [](Shown row) -> QVariant { return toQString(row.keepalive.help); }},
+    Column{"isSelected", [](Shown row) -> QVariant { return row.isSelected; }},
+    Column{"outline",
+           [](Shown row) -> QVariant {
+               return fromHsv(row.color.hue, row.color.saturation, row.color.brightness);
+           }},
+};
 
 } // namespace
 
 BotsPart::BotsPart(const SettingsContext& context, QObject* parent)
-    : SettingsPart(context, parent),
-      rows_({"label", "icon", "title", "role", "presence", "presenceHelp", "isPaused",
-             "offersConnection", "service", "keptAlive", "keepaliveSymbol", "keepaliveHelp",
-             "isSelected", "colour"}) {}
+    : SettingsPart(context, parent), rows_(columnNames(botColumns)) {}
 
 void BotsPart::sync(Animation /*animation*/) {
     forgetWatches();
@@ -77,15 +105,12 @@ void BotsPart::syncRows() {
 
 KeyedListModel::Row BotsPart::shown(const BotRow& row, double hue) const {
     const BotConfig& bot = row.bot;
-    const BotPresence presence = presenceOf(bot, isOnline(bot.launchdLabel));
-    const KeepaliveSwitch keepalive = keepaliveSwitch(bot);
-    const QString label = toQString(bot.launchdLabel);
-    return {label,
-            {label, toQString(bot.icon), toQString(bot.title), toQString(bot.role),
-             presenceName(presence), toQString(varnhold::label(presence)), bot.paused(),
-             offersConnection(bot), toQString(rawValue(bot.service)), keepalive.isOn,
-             toQString(keepalive.symbol), toQString(keepalive.help), row.isSelected,
-             colourOf(botDisplayColor(hue))}};
+    const ShownBot all{.bot = bot,
+                       .presence = presenceOf(bot, isOnline(bot.launchdLabel)),
+                       .keepalive = keepaliveSwitch(bot),
+                       .isSelected = row.isSelected,
+                       .color = botDisplayColor(hue)};
+    return rowOf(toQString(bot.launchdLabel), all, botColumns);
 }
 
 // A bot that has left the list isn't watched any longer, even if its row fades for a while.

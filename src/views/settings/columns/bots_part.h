@@ -39,7 +39,7 @@ public:
     void sync(Animation animation) override;
 
     // Names: label, icon, title, role, presence, presenceHelp, isPaused, offersConnection, service,
-    // keptAlive, keepaliveSymbol, keepaliveHelp, isSelected, colour.
+    // keptAlive, keepaliveSymbol, keepaliveHelp, isSelected, outline.
     [[nodiscard]] KeyedListModel* rows() { return &rows_; }
 
     [[nodiscard]] bool allKeptAlive() const { return allKeptAlive_; }

@@ -2,27 +2,27 @@
 
 #include "settings/chain_editing.h"
 #include "settings/library_sections.h"
-#include "settings/model_tag.h"
+#include "views/settings/stacks/shown_rows.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
 
 namespace {
 
+// What every model's row has, with the section's title before it and the kind behind.
 KeyedListModel::Row shown(const QString& section, const ModelRow& row) {
-    const QString uid = toQString(row.model.uid());
-    return {uid,
-            {section, uid, toQString(row.model.displayName()), toQString(modelTag(row.model)),
-             toQString(name(row.model.themeColor())), row.isDragging, row.isDownloading,
-             // No place takes a tool of this machine's, and the pointer should say so.
-             row.model.type == "local" ? QStringLiteral("tool") : QStringLiteral("model")}};
+    KeyedListModel::Row all = shownModel({row.model, row.isDragging, row.isDownloading});
+    all.values.prepend(section);
+    // No place takes a tool of this machine's, and the pointer should say so.
+    all.values.append(row.model.type == "local" ? QStringLiteral("tool") : QStringLiteral("model"));
+    return all;
 }
 
 } // namespace
 
 LibraryPart::LibraryPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent),
-      rows_({"section", "uid", "name", "tag", "colour", "isDragging", "isDownloading", "kind"}) {}
+      rows_(QByteArrayList{"section"} + modelRowNames() + QByteArrayList{"kind"}) {}
 
 void LibraryPart::sync(Animation animation) {
     if (const bool fading = animation == Animation::easeOut; fading_ != fading) {

@@ -25,7 +25,7 @@ public:
 
     void sync(Animation animation) override;
 
-    // Names: section, uid, name, tag, colour, isDragging, isDownloading, kind.
+    // Names: section, uid, name, tag, ground, isDragging, isDownloading, kind.
     [[nodiscard]] KeyedListModel* rows() { return &rows_; }
 
     // True while a drag hovers over the column.

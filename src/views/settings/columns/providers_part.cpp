@@ -1,22 +1,42 @@
 #include "views/settings/columns/providers_part.h"
 
+#include <array>
+
 #include "settings/sign_in.h"
+#include "views/settings/row_columns.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
 
 namespace {
 
+using AuthColumn = RowColumn<AuthRow>;
+using KeyColumn = RowColumn<KeyRow>;
+
+constexpr std::array authColumns{
+    AuthColumn{"name", [](const AuthRow& row) -> QVariant { return toQString(row.auth.name); }},
+    AuthColumn{"tag", [](const AuthRow& row) -> QVariant { return toQString(row.tag()); }},
+    AuthColumn{"isAuthorized", [](const AuthRow& row) -> QVariant { return row.isAuthorized(); }},
+    AuthColumn{"method",
+               [](const AuthRow& row) -> QVariant { return toQString(rawValue(row.method)); }},
+    AuthColumn{"asksForKey",
+               [](const AuthRow& row) -> QVariant { return row.method == AuthMethod::apiKey; }},
+    AuthColumn{"apiKey", [](const AuthRow& row) -> QVariant { return toQString(row.apiKey); }},
+};
+
+constexpr std::array keyColumns{
+    KeyColumn{"name", [](const KeyRow& row) -> QVariant { return toQString(row.name); }},
+    KeyColumn{"tag", [](const KeyRow& row) -> QVariant { return toQString(row.tag); }},
+    KeyColumn{"isAuthorized", [](const KeyRow& row) -> QVariant { return row.isAuthorized(); }},
+    KeyColumn{"apiKey", [](const KeyRow& row) -> QVariant { return toQString(row.apiKey); }},
+};
+
 KeyedListModel::Row shown(const AuthRow& row) {
-    return {toQString(row.auth.id),
-            {toQString(row.auth.name), toQString(row.tag()), row.isAuthorized(),
-             toQString(rawValue(row.method)), row.method == AuthMethod::apiKey,
-             toQString(row.apiKey)}};
+    return rowOf(toQString(row.auth.id), row, authColumns);
 }
 
 KeyedListModel::Row shown(const KeyRow& row) {
-    const QString name = toQString(row.name);
-    return {name, {name, toQString(row.tag), row.isAuthorized(), toQString(row.apiKey)}};
+    return rowOf(toQString(row.name), row, keyColumns);
 }
 
 template <class Rows>
@@ -41,8 +61,8 @@ Row* rowAt(std::vector<Row>& rows, int row) {
 
 ProvidersPart::ProvidersPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent),
-      authRows_({"name", "tag", "isAuthorized", "method", "asksForKey", "apiKey"}),
-      keyRows_({"name", "tag", "isAuthorized", "apiKey"}) {}
+      authRows_(columnNames(authColumns)),
+      keyRows_(columnNames(keyColumns)) {}
 
 void ProvidersPart::sync(Animation /*animation*/) {
     authRows_.sync(allShown(varnhold::authRows(view())));

@@ -18,7 +18,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        radius: 5
+        radius: Theme.chipRadius
         color: Theme.faded(root.color, 0.13)
     }
 
@@ -28,7 +28,7 @@ Item {
         anchors.centerIn: parent
         text: root.text
         textFormat: Text.PlainText
-        font: Theme.font(11, Font.Bold)
+        font: Theme.smallBold
         color: Theme.readable(root.color, root.ground)
         Accessible.ignored: true
     }

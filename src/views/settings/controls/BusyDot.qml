@@ -5,13 +5,13 @@ import Varnhold
 Item {
     id: root
 
-    property real size: 16
+    property real size: Theme.signSize
     property color color: Theme.secondaryText
 
     implicitWidth: size
     implicitHeight: size
     Accessible.role: Accessible.Indicator
-    Accessible.name: qsTr("Busy")
+    Accessible.name: "Busy"
 
     Item {
         anchors.fill: parent

@@ -31,17 +31,17 @@ Item {
         x: 7
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbol
-        size: 9
+        size: Theme.zoneSize
         color: Theme.secondaryText
     }
 
     Label {
         anchors.left: sign.right
-        anchors.leftMargin: 4
+        anchors.leftMargin: Theme.tight
         anchors.right: remove.left
         anchors.verticalCenter: parent.verticalCenter
         text: root.text
-        font: Theme.font(10, Font.Normal)
+        font: Theme.tiny
         elide: Text.ElideMiddle
         help: root.help
         Accessible.ignored: true
@@ -51,11 +51,11 @@ Item {
         id: remove
 
         anchors.right: parent.right
-        anchors.rightMargin: 2
+        anchors.rightMargin: Theme.fine
         anchors.verticalCenter: parent.verticalCenter
         symbol: "x-bold"
-        size: 8
-        help: qsTr("Remove %1").arg(root.text)
+        size: Theme.zoneSize - 1
+        help: "Remove %1".arg(root.text)
         onClicked: root.removed()
     }
 }

@@ -27,8 +27,8 @@ T.Menu {
     readonly property FormerFocus former: FormerFocus {}
     readonly property bool signColumn: shownRows.some(row => row.checked === true || row.symbol)
 
-    padding: 4
-    margins: 8
+    padding: Theme.tight
+    margins: Theme.pad
     modal: false
     focus: true
     implicitWidth: Math.max(140, list.widest + 8)
@@ -49,7 +49,7 @@ T.Menu {
         currentIndex: root.currentIndex
     }
 
-    background: Panel { radius: 8 }
+    background: Panel { radius: Theme.zoneRadius }
 
     Repeater {
         model: root.shownRows

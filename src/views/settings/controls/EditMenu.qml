@@ -27,11 +27,11 @@ Item {
             readonly property bool selected: root.editor.selectedText !== ""
 
             rows: [
-                { title: qsTr("Cut"), enabled: selected && !root.secret },
-                { title: qsTr("Copy"), enabled: selected && !root.secret },
-                { title: qsTr("Paste"), enabled: root.editor.canPaste },
+                { title: "Cut", enabled: selected && !root.secret },
+                { title: "Copy", enabled: selected && !root.secret },
+                { title: "Paste", enabled: root.editor.canPaste },
                 { kind: "divider" },
-                { title: qsTr("Select All"), enabled: root.editor.length > 0 }
+                { title: "Select All", enabled: root.editor.length > 0 }
             ]
             onTriggered: row => {
                 const actions = ["cut", "copy", "paste", "", "selectAll"];

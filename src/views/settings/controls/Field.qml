@@ -11,14 +11,14 @@ T.TextField {
     property string help
     property bool secret: false
     property bool monospaced: false
-    property real fontSize: 12
+    property real fontSize: Theme.labelSize
 
     signal edited(string text)
 
     implicitWidth: 160
     implicitHeight: Theme.fieldHeight
-    leftPadding: 7
-    rightPadding: 7
+    leftPadding: Theme.loose
+    rightPadding: Theme.loose
     topPadding: 0
     bottomPadding: 0
     clip: contentWidth > width - leftPadding - rightPadding // at some scales the frame loses a line to it

@@ -6,7 +6,7 @@ Rectangle {
     property bool shown: false
 
     anchors.fill: parent
-    anchors.margins: -2
+    anchors.margins: -Theme.fine
     visible: shown
     color: "transparent"
     radius: Theme.radius + 2

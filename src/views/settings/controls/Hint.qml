@@ -5,7 +5,7 @@ import Varnhold
 Text {
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
-    font: Theme.font(11, Font.Normal)
+    font: Theme.small
     color: Theme.secondaryText
     Accessible.role: Accessible.StaticText
     Accessible.name: text

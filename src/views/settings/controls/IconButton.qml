@@ -7,7 +7,7 @@ T.Button {
     id: root
 
     property string symbol
-    property real size: 13
+    property real size: Theme.bodySize
     property color color: Theme.secondaryText
     property string help
 

@@ -7,7 +7,7 @@ Item {
 
     property string source
     property color color: Theme.text
-    property font font: Theme.font(12, Font.Normal)
+    property font font: Theme.label
 
     // Rich text changes its mind about its width while a layout asks for it, which layouts don't stand.
     implicitWidth: 320

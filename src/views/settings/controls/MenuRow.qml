@@ -18,8 +18,8 @@ T.MenuItem {
 
     implicitWidth: indent + Math.ceil(title.implicitWidth) + leftPadding + rightPadding
     implicitHeight: kind === "divider" ? 9 : kind === "section" ? 20 : 24
-    leftPadding: 8
-    rightPadding: 12
+    leftPadding: Theme.pad
+    rightPadding: Theme.wide
     enabled: kind === "action"
     Accessible.name: root.text
     Accessible.ignored: kind === "divider"
@@ -44,14 +44,14 @@ T.MenuItem {
             anchors.leftMargin: root.indent
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
-            font: root.kind === "section" ? Theme.font(11, Font.DemiBold) : Theme.font(12, Font.Normal)
+            font: root.kind === "section" ? Theme.smallStrong : Theme.label
             color: root.ink
             Accessible.ignored: true
         }
     }
 
     background: Rectangle {
-        radius: 5
+        radius: Theme.chipRadius
         color: root.highlighted && root.kind === "action" ? Theme.accent : "transparent"
 
         Divider {

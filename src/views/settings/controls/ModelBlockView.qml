@@ -16,7 +16,7 @@ Item {
 
     signal deleteRequested()
 
-    readonly property alias body: body // all of it, never faint: to be photographed for a drag
+    readonly property alias body: body // all of it, never faint: for the picture of a drag
 
     implicitWidth: 240
     implicitHeight: 34
@@ -51,7 +51,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, root.width - x - Theme.pad - trailing.width - (busy.visible ? 24 : 8))
             text: root.name
-            font: Theme.font(13, Font.Medium)
+            font: Theme.bodyMedium
             color: Theme.modelText
             Accessible.ignored: true
         }
@@ -60,11 +60,11 @@ Item {
             id: busy
 
             anchors.left: title.right
-            anchors.leftMargin: 6
+            anchors.leftMargin: Theme.gap
             anchors.verticalCenter: parent.verticalCenter
             visible: root.isDownloading
             color: Theme.modelText
-            size: 12
+            size: Theme.labelSize
         }
 
         Row {
@@ -73,13 +73,13 @@ Item {
             anchors.right: parent.right
             anchors.rightMargin: root.deletable ? 3 : Theme.pad
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 4
+            spacing: Theme.tight
 
             Label {
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, root.width * 0.4)
                 text: root.tag
-                font: Theme.font(12, Font.Normal)
+                font: Theme.label
                 color: Theme.faded(Theme.modelText, 0.8)
                 Accessible.ignored: true
             }
@@ -88,9 +88,9 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 visible: root.deletable
                 symbol: "trash"
-                size: 11
+                size: Theme.smallSize
                 color: Theme.faded(Theme.modelText, 0.7)
-                help: qsTr("Remove from library")
+                help: "Remove from library"
                 focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
                 onClicked: root.deleteRequested()
             }

@@ -16,9 +16,9 @@ Item {
             required property int index
 
             anchors.fill: parent
-            anchors.margins: -1 - index
-            anchors.topMargin: 1 - index
-            anchors.bottomMargin: -3 - index
+            anchors.margins: -Theme.hair - index
+            anchors.topMargin: Theme.hair - index
+            anchors.bottomMargin: -Theme.slim - index
             radius: root.radius + 1 + index
             color: Theme.faded(Theme.shadow, 1 / root.depth)
         }

@@ -15,13 +15,13 @@ T.ComboBox {
 
     implicitWidth: 120
     implicitHeight: Theme.fieldHeight
-    leftPadding: 9
-    rightPadding: 22
+    leftPadding: Theme.loose + Theme.fine
+    rightPadding: Theme.roomy + Theme.fine
     model: values
     currentIndex: values.indexOf(current)
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    font: Theme.font(12, Font.Normal)
+    font: Theme.label
     opacity: enabled ? 1 : 0.3
     Accessible.role: Accessible.ComboBox
     Accessible.name: root.name
@@ -44,7 +44,7 @@ T.ComboBox {
         x: root.width - width - 6
         y: (root.height - height) / 2
         name: "caret-down-bold"
-        size: 9
+        size: Theme.zoneSize
         color: Theme.secondaryText
     }
 
@@ -76,8 +76,8 @@ T.ComboBox {
         y: root.height + 3
         width: Math.max(root.width, 130)
         implicitHeight: Math.min(contentItem.implicitHeight + 8, 320)
-        padding: 4
-        margins: 8
+        padding: Theme.tight
+        margins: Theme.pad
         onVisibleChanged: visible ? Attention.menuOpened() : Attention.menuClosed()
         Component.onDestruction: if (visible) Attention.menuClosed()
 
@@ -90,7 +90,7 @@ T.ComboBox {
             Accessible.name: root.name
         }
 
-        background: Panel { radius: 8 }
+        background: Panel { radius: Theme.zoneRadius }
     }
 
     ToolTipArea { text: root.help }

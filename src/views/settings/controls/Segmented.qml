@@ -9,7 +9,7 @@ Item {
     property var values: []
     property string current
     property string name
-    property real size: 11 // of the words
+    property real size: Theme.smallSize // of the words
 
     signal chosen(string value)
 
@@ -80,7 +80,7 @@ Item {
 
     Row {
         anchors.fill: parent
-        anchors.margins: 2
+        anchors.margins: Theme.fine
 
         Repeater {
             id: segments

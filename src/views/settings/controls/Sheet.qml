@@ -7,8 +7,8 @@ FocusScope {
     id: root
 
     property string title
-    property real padding: 20
-    property real spacing: 14
+    property real padding: Theme.roomy
+    property real spacing: Theme.broad
     property Item firstFocus: null // where the keyboard begins; the first control, if nobody says
 
     default property alias content: holder.data

@@ -13,11 +13,11 @@ T.ScrollBar {
 
     implicitWidth: Theme.gutter
     implicitHeight: Theme.gutter
-    padding: 2
+    padding: Theme.fine
     policy: T.ScrollBar.AlwaysOn
     minimumSize: 0.08
     z: 2
-    Accessible.name: qsTr("Scroll bar")
+    Accessible.name: "Scroll bar"
 
     contentItem: Item {
         implicitWidth: 7

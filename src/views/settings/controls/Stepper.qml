@@ -33,16 +33,16 @@ FocusItem {
         id: row
 
         height: parent.height
-        spacing: 2
+        spacing: Theme.fine
 
         Label {
             id: caption
 
             anchors.verticalCenter: parent.verticalCenter
             width: Math.max(implicitWidth, root.labelWidth)
-            rightPadding: 4
+            rightPadding: Theme.tight
             text: root.label
-            font: Theme.font(11, Font.Medium)
+            font: Theme.smallMedium
             color: Theme.secondaryText
             Accessible.ignored: true
         }
@@ -50,10 +50,10 @@ FocusItem {
         IconButton {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "caret-left-bold"
-            size: 10
+            size: Theme.tinySize
             enabled: root.canGoLeft
             focusPolicy: Qt.NoFocus
-            Accessible.name: qsTr("Less %1").arg(root.label)
+            Accessible.name: "Less %1".arg(root.label)
             onClicked: root.goneLeft()
         }
 
@@ -62,7 +62,7 @@ FocusItem {
             width: root.valueWidth
             horizontalAlignment: Text.AlignHCenter
             text: root.valueText
-            font: Theme.font(11, Font.DemiBold)
+            font: Theme.smallStrong
             color: root.inactive ? Theme.secondaryText : Theme.blue
             Accessible.ignored: true
         }
@@ -70,10 +70,10 @@ FocusItem {
         IconButton {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "caret-right-bold"
-            size: 10
+            size: Theme.tinySize
             enabled: root.canGoRight
             focusPolicy: Qt.NoFocus
-            Accessible.name: qsTr("More %1").arg(root.label)
+            Accessible.name: "More %1".arg(root.label)
             onClicked: root.goneRight()
         }
     }

@@ -6,7 +6,7 @@ Image {
     id: root
 
     property string name
-    property real size: 13
+    property real size: Theme.bodySize
     property color color: Theme.text
 
     readonly property int side: Math.round(size * 1.2)

@@ -9,7 +9,7 @@ Item {
     property string text
     property string name
     property string placeholder
-    property real fontSize: 12
+    property real fontSize: Theme.labelSize
     property bool monospaced: false
 
     signal edited(string text)
@@ -32,7 +32,7 @@ Item {
 
     ScrollArea {
         anchors.fill: parent
-        anchors.margins: 2
+        anchors.margins: Theme.fine
         contentHeight: Math.max(height, editor.implicitHeight)
 
         T.TextArea.flickable: T.TextArea {
@@ -52,9 +52,9 @@ Item {
                 filling = false;
             }
 
-            padding: 4
-            leftPadding: 6
-            rightPadding: 12
+            padding: Theme.tight
+            leftPadding: Theme.gap
+            rightPadding: Theme.wide
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
             font.family: root.monospaced ? Theme.monospace : Theme.body.family

@@ -11,7 +11,7 @@ T.Button {
     property bool destructive: false
     property string symbol
     property string help
-    property real size: 13 // of the words
+    property real size: Theme.bodySize // of the words
     property color ground: Theme.accent // of a prominent button; made readable under white
     property color color: prominent ? Theme.accentText : destructive ? Theme.red : Theme.text
 
@@ -38,7 +38,7 @@ T.Button {
             id: row
 
             anchors.centerIn: parent
-            spacing: 5
+            spacing: Theme.close
 
             Symbol {
                 id: sign

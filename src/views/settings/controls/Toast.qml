@@ -26,7 +26,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        radius: 20
+        radius: height / 2
         color: Theme.accent
     }
 
@@ -36,7 +36,7 @@ Item {
         anchors.centerIn: parent
         text: root.text
         textFormat: Text.PlainText
-        font: Theme.font(14, Font.Bold)
+        font: Theme.largeBold
         color: Theme.accentText
         Accessible.ignored: true
     }

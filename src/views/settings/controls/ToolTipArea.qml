@@ -55,10 +55,10 @@ Item {
             parent: spot
             x: 6
             y: 18 // below the pointer's sign; above it where there is no room
-            margins: 8
-            padding: 6
-            leftPadding: 8
-            rightPadding: 8
+            margins: Theme.pad
+            padding: Theme.gap
+            leftPadding: Theme.pad
+            rightPadding: Theme.pad
             visible: true
             delay: 0
             timeout: -1
@@ -70,7 +70,7 @@ Item {
                 text: root.text
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
-                font: Theme.font(11, Font.Normal)
+                font: Theme.small
                 color: Theme.text
                 Accessible.ignored: true
 
@@ -80,7 +80,7 @@ Item {
                     visible: false
                     text: root.text
                     textFormat: Text.PlainText
-                    font: Theme.font(11, Font.Normal)
+                    font: Theme.small
                 }
             }
             background: Panel { radius: Theme.radius }

@@ -12,7 +12,7 @@ Item {
     required property string payload
     required property string kind // "model" or "bot"
     required property string name // as it is announced
-    property Item visual: root // what is photographed
+    property Item visual: root // what the drag shows
 
     signal began()
 
@@ -25,7 +25,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.name: root.name
-    Accessible.description: qsTr("Press Space to move")
+    Accessible.description: "Press Space to move"
     Accessible.focusable: true
     Accessible.onPressAction: root.pickUp()
     Keys.onSpacePressed: root.pickUp()

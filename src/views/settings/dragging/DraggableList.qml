@@ -75,7 +75,7 @@ DropTarget {
     readonly property bool rowMarked: root.home >= 0 && root.marked < root.rows
     markedArea: root.rowMarked ? Qt.rect(0, root.marked * root.pitch, root.width, root.rowHeight)
         : Qt.rect(0, 0, root.width, root.height)
-    markedName: root.rowMarked ? qsTr("%1, place %2 of %3").arg(root.name).arg(root.marked + 1).arg(root.rows)
+    markedName: root.rowMarked ? "%1, place %2 of %3".arg(root.name).arg(root.marked + 1).arg(root.rows)
         : root.name
     onStopEntered: stop => {
         if (root.rowMarked) {

@@ -11,7 +11,7 @@ namespace varnhold {
 
 namespace {
 
-// A window that isn't drawn just now takes no photographs.
+// A window that isn't drawn just now gives no picture of its items.
 constexpr std::chrono::milliseconds longestWait{200};
 
 // A page within a widget has no window on the screen; the widget's has.
@@ -23,9 +23,9 @@ QWindow* windowOnScreen(QQuickWindow* window) {
 } // namespace
 
 DragSession::DragSession(QObject* parent) : QObject(parent) {
-    patience_.setSingleShot(true);
-    patience_.setInterval(longestWait);
-    connect(&patience_, &QTimer::timeout, this, &DragSession::run);
+    grabTimeout_.setSingleShot(true);
+    grabTimeout_.setInterval(longestWait);
+    connect(&grabTimeout_, &QTimer::timeout, this, &DragSession::run);
     carrier_ = [](QDrag& drag) {
         return drag.exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
     };
@@ -41,22 +41,22 @@ void DragSession::start(QQuickItem* item, const QString& payload, const QString&
     window_ = item->window();
     size_ = item->size();
     hot_ = {hotX, hotY};
-    photograph_ = item->grabToImage();
-    if (photograph_ != nullptr) {
-        connect(photograph_.data(), &QQuickItemGrabResult::ready, this, &DragSession::run,
+    grab_ = item->grabToImage();
+    if (grab_ != nullptr) {
+        connect(grab_.data(), &QQuickItemGrabResult::ready, this, &DragSession::run,
                 Qt::QueuedConnection);
     }
-    patience_.start();
+    grabTimeout_.start();
     emit changed();
 }
 
 // The drag itself: returns when it is over.
 void DragSession::run() {
-    if (!patience_.isActive() && photograph_ == nullptr) {
-        return; // the photograph came after all, too late
+    if (!grabTimeout_.isActive() && grab_ == nullptr) {
+        return; // the picture came after all, too late
     }
-    patience_.stop();
-    const auto photograph = std::exchange(photograph_, nullptr);
+    grabTimeout_.stop();
+    const auto grab = std::exchange(grab_, nullptr);
     // Whoever has let go meanwhile is not dragging: the platform would wait for a second release.
     if (window_ == nullptr || !(QGuiApplication::mouseButtons() & Qt::LeftButton)) {
         end(false);
@@ -66,8 +66,8 @@ void DragSession::run() {
     text->setText(payload_);
     auto* drag = new QDrag(windowOnScreen(window_)); // the platform may need it a while longer
     drag->setMimeData(text);
-    if (photograph != nullptr && !photograph->image().isNull()) {
-        QPixmap picture = QPixmap::fromImage(photograph->image());
+    if (grab != nullptr && !grab->image().isNull()) {
+        QPixmap picture = QPixmap::fromImage(grab->image());
         picture.setDevicePixelRatio(picture.width() / size_.width());
         drag->setPixmap(picture);
         drag->setHotSpot(hot_.toPoint());

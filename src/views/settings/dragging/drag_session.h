@@ -13,8 +13,8 @@ namespace varnhold {
 // What a pointer drags at the moment, out of this window and into any other.
 //
 // The platform's drag runs in an event loop of its own, in which the dragged row may be moved,
-// renamed or removed. So nothing of a delegate takes part in it: the row asks for the drag, is
-// photographed, and may go. One for each engine; main thread.
+// renamed or removed. So nothing of a delegate takes part in it: the row asks for the drag, has
+// its picture taken, and may go. One for each engine; main thread.
 class DragSession final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -69,11 +69,11 @@ private:
     QString kind_;
     QPointer<QQuickWindow> window_;
     QPointer<QQuickItem> source_;
-    QSharedPointer<QQuickItemGrabResult> photograph_;
+    QSharedPointer<QQuickItemGrabResult> grab_;
     QSizeF size_;
     QPointF hot_;
     std::function<Qt::DropAction(QDrag&)> carrier_;
-    QTimer patience_; // for the photograph
+    QTimer grabTimeout_;
 };
 
 } // namespace varnhold

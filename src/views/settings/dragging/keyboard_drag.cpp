@@ -64,7 +64,7 @@ void KeyboardDrag::pickUp(QQuickItem* source, const QString& payload, const QStr
     emit changed();
     const std::vector<Stop> places = stops();
     if (places.empty()) {
-        end(tr("%1 can't be moved anywhere").arg(name_));
+        end(QStringLiteral("%1 can't be moved anywhere").arg(name_));
         return;
     }
     const auto home = std::find_if(places.begin(), places.end(), [](const Stop& stop) {
@@ -79,7 +79,7 @@ void KeyboardDrag::pickUp(QQuickItem* source, const QString& payload, const QStr
 void KeyboardDrag::giveUp() {
     if (active()) {
         returnHome();
-        end(tr("%1 not moved").arg(name_));
+        end(QStringLiteral("%1 not moved").arg(name_));
     }
 }
 
@@ -191,7 +191,7 @@ void KeyboardDrag::moveTo(const Stop& stop) {
     at_ = stop;
     at_.target->mark(at_.number);
     const QPointer<DropTarget> target = at_.target;
-    announce(tr("%1: %2").arg(name_, target->markedName));
+    announce(QStringLiteral("%1: %2").arg(name_, target->markedName));
     reveal(target, target->markedArea);
     emit target->stopEntered(stop.number);
 }
@@ -205,7 +205,7 @@ void KeyboardDrag::drop() {
     remind();
     const int number = at_.number;
     const QString payload = payload_;
-    end(tr("%1 dropped: %2").arg(name_, target->markedName));
+    end(QStringLiteral("%1 dropped: %2").arg(name_, target->markedName));
     emit target->stopDropped(number, payload);
 }
 

@@ -7,9 +7,9 @@ TextButton {
 
     required property GroupPart group
 
-    text: qsTr("Attach File / Folder")
+    text: "Attach File / Folder"
     symbol: "paperclip"
-    size: 11
+    size: Theme.smallSize
     Accessible.role: Accessible.ButtonMenu
     onClicked: choice.openAt(root, 0, height + 2)
 
@@ -17,8 +17,8 @@ TextButton {
         id: choice
 
         rows: [
-            { kind: "action", title: qsTr("Files…"), symbol: Theme.symbol("doc.fill") },
-            { kind: "action", title: qsTr("Folder…"), symbol: Theme.symbol("folder.fill") }
+            { kind: "action", title: "Files…", symbol: Theme.symbol("doc.fill") },
+            { kind: "action", title: "Folder…", symbol: Theme.symbol("folder.fill") }
         ]
         onTriggered: row => row === 0 ? root.group.attachFiles() : root.group.attachFolder()
     }

@@ -12,20 +12,20 @@ Item {
         anchors.centerIn: parent
         width: parent.width - 2 * Theme.pad
         visible: root.groups.groups.count === 0
-        spacing: 4
+        spacing: Theme.tight
 
         Label {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: qsTr("No Custom Groups")
+            text: "No Custom Groups"
             color: Theme.secondaryText
         }
 
         Label {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: qsTr("Add groups via File → Custom Groups…")
-            font: Theme.font(11, Font.Normal)
+            text: "Add groups via File → Custom Groups…"
+            font: Theme.small
             color: Theme.secondaryText
         }
     }

@@ -53,9 +53,9 @@ Rectangle {
             AttachButton { group: root.group }
 
             TextButton {
-                text: root.group.expanded ? qsTr("Hide Objectives") : qsTr("Objectives")
+                text: root.group.expanded ? "Hide Objectives" : "Objectives"
                 symbol: root.group.expanded ? "caret-up-bold" : "text-align-left"
-                size: 11
+                size: Theme.smallSize
                 onClicked: {
                     root.group.toggleObjectives();
                     objectives.item?.begin();
@@ -68,24 +68,24 @@ Rectangle {
             visible: root.group.attachments.count > 0
             paths: root.group.attachments
             spacing: root.group.chipSpacing
-            name: qsTr("Attachments")
+            name: "Attachments"
             onRemoved: path => root.group.removeAttachment(path)
         }
 
         Row {
             visible: root.group.doctrine.count > 0
-            spacing: 4
+            spacing: Theme.tight
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
                 name: Theme.symbol("book.closed.fill")
-                size: 10
+                size: Theme.tinySize
                 color: Theme.secondaryText
             }
 
             Label {
-                text: qsTr("Doctrine")
-                font: Theme.font(11, Font.Medium)
+                text: "Doctrine"
+                font: Theme.smallMedium
                 color: Theme.secondaryText
                 Accessible.role: Accessible.Heading
             }
@@ -96,7 +96,7 @@ Rectangle {
             visible: root.group.doctrine.count > 0
             paths: root.group.doctrine
             spacing: root.group.chipSpacing
-            name: qsTr("Doctrine")
+            name: "Doctrine"
             onRemoved: path => root.group.removeDoctrine(path)
         }
 

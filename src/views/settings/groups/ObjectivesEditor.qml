@@ -20,8 +20,8 @@ TextArea {
     }
 
     implicitHeight: 90
-    name: qsTr("Objectives of %1").arg(group.name)
-    fontSize: 11
+    name: "Objectives of %1".arg(group.name)
+    fontSize: Theme.smallSize
     text: group.objectives
     onEdited: text => group.setObjectives(text)
 }

@@ -14,7 +14,7 @@ Sheet {
             form.add();
     }
 
-    Accessible.name: qsTr("Add Model to Library")
+    Accessible.name: "Add Model to Library"
     Keys.onReturnPressed: form.add()
     Keys.onEnterPressed: form.add()
     onDismissed: form.cancel()
@@ -27,19 +27,19 @@ Sheet {
             id: column
 
             width: parent.width
-            spacing: 14
+            spacing: Theme.broad
 
             Label {
                 width: parent.width - 32
-                text: qsTr("Add Model to Library")
+                text: "Add Model to Library"
                 font: Theme.title3
             }
 
             Repeater {
                 model: [
-                    {label: qsTr("Model ID"), prompt: qsTr("e.g. claude-opus-4-8"), of: "modelId"},
-                    {label: qsTr("Display Name"), prompt: qsTr("e.g. Claude Opus 4.8"), of: "modelName"},
-                    {label: qsTr("Family / Group"), prompt: qsTr("e.g. Anthropic"), of: "modelFamily"}
+                    {label: "Model ID", prompt: "e.g. claude-opus-4-8", of: "modelId"},
+                    {label: "Display Name", prompt: "e.g. Claude Opus 4.8", of: "modelName"},
+                    {label: "Family / Group", prompt: "e.g. Anthropic", of: "modelFamily"}
                 ]
 
                 LabeledRow {
@@ -62,11 +62,11 @@ Sheet {
 
             LabeledRow {
                 width: parent.width
-                label: qsTr("Provider")
+                label: "Provider"
 
                 Picker {
                     anchors.fill: parent
-                    name: qsTr("Provider")
+                    name: "Provider"
                     Keys.onReturnPressed: event => root.accept(event, popup)
                     Keys.onEnterPressed: event => root.accept(event, popup)
                     values: root.form.providers
@@ -77,11 +77,11 @@ Sheet {
 
             LabeledRow {
                 width: parent.width
-                label: qsTr("Color")
+                label: "Color"
 
                 Picker {
                     anchors.fill: parent
-                    name: qsTr("Color")
+                    name: "Color"
                     Keys.onReturnPressed: event => root.accept(event, popup)
                     Keys.onEnterPressed: event => root.accept(event, popup)
                     values: root.form.colors
@@ -92,7 +92,7 @@ Sheet {
 
             SheetButtons {
                 width: parent.width
-                acceptText: qsTr("Add Model")
+                acceptText: "Add Model"
                 acceptable: root.form.canAdd
                 onAccepted: root.form.add()
                 onCancelled: root.form.cancel()
@@ -102,11 +102,11 @@ Sheet {
         // Behind the fields, so that the keyboard begins with the first of them.
         IconButton {
             anchors.right: parent.right
-            anchors.rightMargin: -5
+            anchors.rightMargin: -Theme.close
             y: -4
             symbol: "x-circle-fill"
-            size: 16
-            help: qsTr("Close")
+            size: Theme.signSize
+            help: "Close"
             onClicked: root.form.cancel()
         }
     }

@@ -8,7 +8,7 @@ Sheet {
     required property SheetsPart sheets
 
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: qsTr("Alert")
+    Accessible.name: "Alert"
     Accessible.description: sheets.alertText
     Keys.onReturnPressed: sheets.dismissAlert()
     Keys.onEnterPressed: sheets.dismissAlert()
@@ -16,16 +16,16 @@ Sheet {
 
     Column {
         width: 280
-        spacing: 16
+        spacing: Theme.ample
 
         Column {
             width: parent.width
-            spacing: 8
+            spacing: Theme.pad
 
             Label {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
-                text: qsTr("Alert")
+                text: "Alert"
                 font: Theme.title3
             }
 
@@ -42,7 +42,7 @@ Sheet {
                     text: root.sheets.alertText
                     textFormat: Text.PlainText
                     wrapMode: Text.Wrap
-                    font: Theme.font(12, Font.Normal)
+                    font: Theme.label
                     color: Theme.text
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text
@@ -54,7 +54,7 @@ Sheet {
             width: parent.width
             height: 28
             prominent: true
-            text: qsTr("OK")
+            text: "OK"
             onClicked: root.sheets.dismissAlert()
         }
     }

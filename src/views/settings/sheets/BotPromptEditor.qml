@@ -7,13 +7,17 @@ Sheet {
 
     required property PromptEditorModel editor
 
-    padding: 16
+    padding: Theme.ample
     Accessible.name: editor.heading
     Keys.onReturnPressed: editor.save()
     Keys.onEnterPressed: editor.save()
     onDismissed: editor.cancel()
 
     Item {
+        id: body
+
+        readonly property int spacing: 15
+
         width: 500 - 2 * root.padding
         height: 400 - 2 * root.padding
 
@@ -30,8 +34,8 @@ Sheet {
 
             anchors.right: parent.right
             anchors.baseline: heading.baseline
-            text: qsTr("bot-specific prompt")
-            font: Theme.font(10, Font.Normal)
+            text: "bot-specific prompt"
+            font: Theme.tiny
             color: Theme.secondaryText
         }
 
@@ -39,17 +43,17 @@ Sheet {
             id: line
 
             anchors.top: heading.bottom
-            anchors.topMargin: 15
+            anchors.topMargin: body.spacing
             width: parent.width
         }
 
         TextArea {
             anchors.top: line.bottom
             anchors.bottom: buttons.top
-            anchors.topMargin: 15
-            anchors.bottomMargin: 15
+            anchors.topMargin: body.spacing
+            anchors.bottomMargin: body.spacing
             width: parent.width
-            name: qsTr("bot-specific prompt")
+            name: "bot-specific prompt"
             monospaced: true
             text: root.editor.text
             onEdited: words => root.editor.text = words
@@ -60,7 +64,7 @@ Sheet {
 
             anchors.bottom: parent.bottom
             width: parent.width
-            acceptText: qsTr("Save Prompt")
+            acceptText: "Save Prompt"
             onAccepted: root.editor.save()
             onCancelled: root.editor.cancel()
         }

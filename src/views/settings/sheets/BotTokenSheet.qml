@@ -7,7 +7,7 @@ Sheet {
 
     required property TokenSheetModel form
 
-    padding: 16
+    padding: Theme.ample
     firstFocus: token
     Accessible.name: form.heading
     Keys.onReturnPressed: form.save()
@@ -16,7 +16,7 @@ Sheet {
 
     Column {
         width: 480 - 2 * root.padding
-        spacing: 12
+        spacing: Theme.wide
 
         Item {
             width: parent.width
@@ -34,7 +34,7 @@ Sheet {
 
                 anchors.right: parent.right
                 width: 180
-                name: qsTr("Service")
+                name: "Service"
                 values: root.form.services
                 current: root.form.service
                 onChosen: value => root.form.service = value
@@ -45,7 +45,7 @@ Sheet {
 
         Label {
             text: root.form.tokenLabel
-            font: Theme.font(12, Font.DemiBold)
+            font: Theme.labelStrong
         }
 
         Field {
@@ -66,7 +66,7 @@ Sheet {
 
         SheetButtons {
             width: parent.width
-            acceptText: qsTr("Save")
+            acceptText: "Save"
             acceptable: root.form.canSave
             onAccepted: root.form.save()
             onCancelled: root.form.cancel()

@@ -7,15 +7,17 @@ Item {
 
     property string label
 
+    readonly property int labelWidth: 100
+
     default property alias content: holder.data
 
     implicitHeight: Theme.fieldHeight
 
     Label {
         anchors.verticalCenter: parent.verticalCenter
-        width: 100
+        width: root.labelWidth
         text: root.label
-        font: Theme.font(12, Font.Normal)
+        font: Theme.label
         Accessible.ignored: true // the control has it for its name
     }
 
@@ -23,6 +25,6 @@ Item {
         id: holder
 
         anchors.fill: parent
-        anchors.leftMargin: 108
+        anchors.leftMargin: root.labelWidth + Theme.pad
     }
 }

@@ -7,38 +7,38 @@ Sheet {
 
     required property SheetsPart sheets
 
-    Accessible.name: qsTr("Welcome to the Model Library")
+    Accessible.name: "Welcome to the Model Library"
     Keys.onReturnPressed: sheets.dismissLibraryTip()
     Keys.onEnterPressed: sheets.dismissLibraryTip()
     onDismissed: sheets.dismissLibraryTip()
 
     Column {
         width: 420 - 2 * root.padding
-        spacing: 32
-        topPadding: 8
+        spacing: Theme.ample * 2
+        topPadding: Theme.pad
 
         Column {
             width: parent.width
-            spacing: 12
+            spacing: Theme.wide
 
             Symbol {
                 anchors.horizontalCenter: parent.horizontalCenter
                 name: Theme.symbol("books.vertical.fill")
-                size: 44
+                size: Theme.emblemSize
                 color: Theme.blue
             }
 
             Label {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
-                text: qsTr("Welcome to the Model Library")
+                text: "Welcome to the Model Library"
                 font: Theme.title
             }
 
             Text {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
-                text: qsTr("Before you can assign AI models to your chains, you need to add the models you have access to.")
+                text: "Before you can assign AI models to your chains, you need to add the models you have access to."
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
                 font: Theme.body
@@ -50,13 +50,13 @@ Sheet {
 
         Column {
             width: parent.width
-            spacing: 14
+            spacing: Theme.broad
 
             Repeater {
                 model: [
-                    {sign: "plus.circle.fill", text: qsTr("Tap the \"+\" button in the Library panel header to add a model")},
-                    {sign: "creditcard.fill", text: qsTr("Add models you subscribe to (e.g. Claude, GPT-4, Gemini)")},
-                    {sign: "key.fill", text: qsTr("Add models you have API keys for via Providers")}
+                    {sign: "plus.circle.fill", text: "Tap the \"+\" button in the Library panel header to add a model"},
+                    {sign: "creditcard.fill", text: "Add models you subscribe to (e.g. Claude, GPT-4, Gemini)"},
+                    {sign: "key.fill", text: "Add models you have API keys for via Providers"}
                 ]
 
                 Row {
@@ -65,12 +65,12 @@ Sheet {
                     required property var modelData
 
                     width: parent.width
-                    spacing: 12
+                    spacing: Theme.wide
 
                     Symbol {
                         anchors.verticalCenter: parent.verticalCenter
                         name: Theme.symbol(line.modelData.sign)
-                        size: 18
+                        size: Theme.largeSignSize
                         color: Theme.blue
                     }
 
@@ -93,7 +93,7 @@ Sheet {
             width: parent.width
             height: 32
             prominent: true
-            text: qsTr("Got it — let me add models")
+            text: "Got it — let me add models"
             onClicked: root.sheets.dismissLibraryTip()
         }
     }

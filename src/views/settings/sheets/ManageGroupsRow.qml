@@ -15,8 +15,8 @@ Item {
 
     Field {
         width: parent.width - remover.width - 4
-        name: qsTr("Group name")
-        placeholder: qsTr("Group name")
+        name: "Group name"
+        placeholder: "Group name"
         text: root.name
         onEdited: words => root.renamed(words)
     }
@@ -26,7 +26,7 @@ Item {
 
         anchors.right: parent.right
         symbol: "trash"
-        help: qsTr("Delete %1").arg(root.name)
+        help: "Delete %1".arg(root.name)
         onClicked: root.removed()
     }
 }

@@ -8,7 +8,7 @@ Sheet {
     required property ManageGroupsModel form
 
     firstFocus: newName
-    Accessible.name: qsTr("Custom Groups")
+    Accessible.name: "Custom Groups"
     Keys.onReturnPressed: form.dismiss()
     Keys.onEnterPressed: form.dismiss()
     onDismissed: form.dismiss()
@@ -17,21 +17,21 @@ Sheet {
         id: column
 
         width: 380
-        spacing: 14
+        spacing: Theme.broad
 
         Label {
             width: parent.width
-            text: qsTr("Custom Groups")
+            text: "Custom Groups"
             font: Theme.title3
         }
 
         Text {
             width: parent.width
-            topPadding: 18
-            bottomPadding: 18
+            topPadding: Theme.ample + Theme.fine
+            bottomPadding: Theme.ample + Theme.fine
             visible: root.form.groups.count === 0
             horizontalAlignment: Text.AlignHCenter
-            text: qsTr("No groups yet. Add one below.")
+            text: "No groups yet. Add one below."
             textFormat: Text.PlainText
             font: Theme.body
             color: Theme.secondaryText
@@ -80,8 +80,8 @@ Sheet {
                 id: newName
 
                 width: parent.width - add.width - 8
-                name: qsTr("New group name")
-                placeholder: qsTr("New group name…")
+                name: "New group name"
+                placeholder: "New group name…"
                 text: root.form.newName
                 onEdited: words => root.form.newName = words
                 Keys.onReturnPressed: event => enter(event)
@@ -100,7 +100,7 @@ Sheet {
 
                 anchors.right: parent.right
                 enabled: root.form.canAdd
-                text: qsTr("Add Group")
+                text: "Add Group"
                 onClicked: {
                     newName.forceActiveFocus(Qt.OtherFocusReason); // the button is about to be disabled
                     root.form.add();
@@ -113,7 +113,7 @@ Sheet {
             height: 28
             width: Math.max(implicitWidth, 80)
             prominent: true
-            text: qsTr("Done")
+            text: "Done"
             onClicked: root.form.dismiss()
         }
     }

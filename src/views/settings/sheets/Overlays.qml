@@ -19,8 +19,8 @@ Item {
     Toast {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 24
-        text: qsTr("Preferences Saved")
+        anchors.bottomMargin: Theme.vast
+        text: "Preferences Saved"
         shown: root.sheets.toastShown
     }
 

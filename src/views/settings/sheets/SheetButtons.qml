@@ -15,7 +15,7 @@ Item {
 
     TextButton {
         height: parent.height
-        text: qsTr("Cancel")
+        text: "Cancel"
         onClicked: root.cancelled()
     }
 

@@ -8,7 +8,7 @@ Sheet {
     required property SheetsPart sheets
 
     padding: 0
-    Accessible.name: qsTr("Welcome to Varnhold")
+    Accessible.name: "Welcome to Varnhold"
     Keys.onReturnPressed: sheets.dismissWelcome()
     Keys.onEnterPressed: sheets.dismissWelcome()
     Keys.onUpPressed: text.wheelArea.scrollBy(-40)
@@ -31,23 +31,23 @@ Sheet {
 
             y: 24
             width: parent.width
-            spacing: 4
+            spacing: Theme.tight
 
             EmojiLabel {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: "⚖️"
-                font: Theme.font(40, Font.Normal)
+                font: Theme.emblem
             }
 
             Label {
                 anchors.horizontalCenter: parent.horizontalCenter
-                text: qsTr("Welcome to Varnhold")
+                text: "Welcome to Varnhold"
                 font: Theme.title
             }
 
             Label {
                 anchors.horizontalCenter: parent.horizontalCenter
-                text: qsTr("Ostrelle LLC autonomous AI ecosystem")
+                text: "Ostrelle LLC autonomous AI ecosystem"
                 color: Theme.secondaryText
             }
         }
@@ -91,18 +91,18 @@ Sheet {
             width: 160
             height: 32
             prominent: true
-            text: qsTr("Got it")
+            text: "Got it"
             onClicked: root.sheets.dismissWelcome()
         }
 
         // Behind the rest, so that the keyboard begins with the button that is wanted.
         IconButton {
             anchors.right: parent.right
-            anchors.rightMargin: 10
+            anchors.rightMargin: Theme.pad + Theme.fine
             y: 10
             symbol: "x-circle-fill"
-            size: 18
-            help: qsTr("Close")
+            size: Theme.largeSignSize
+            help: "Close"
             onClicked: root.sheets.dismissWelcome()
         }
     }

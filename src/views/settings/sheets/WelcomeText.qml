@@ -5,15 +5,15 @@ import Varnhold
 Column {
     id: root
 
-    spacing: 22
-    topPadding: 20
-    bottomPadding: 24
+    spacing: Theme.roomy + Theme.fine
+    topPadding: Theme.roomy
+    bottomPadding: Theme.vast
 
     component Paragraph: Text {
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         lineHeight: 1.15
-        font: Theme.font(12, Font.Normal)
+        font: Theme.label
         color: Theme.text
         Accessible.role: Accessible.StaticText
         Accessible.name: text
@@ -25,35 +25,35 @@ Column {
         property string title
 
         width: root.width
-        spacing: 7
+        spacing: Theme.loose
 
         Label {
             width: parent.width
             text: section.title
-            font: Theme.font(14, Font.DemiBold)
+            font: Theme.largeStrong
             Accessible.role: Accessible.Heading
         }
     }
 
     Section {
-        title: qsTr("What this app does")
+        title: "What this app does"
 
         Paragraph {
             width: parent.width
-            text: qsTr("Varnhold runs your fleet of AI bots as background agents that you chat with via Telegram or Slack. It manages chains of AI models with automatic failover so your bots never go silent.")
+            text: "Varnhold runs your fleet of AI bots as background agents that you chat with via Telegram or Slack. It manages chains of AI models with automatic failover so your bots never go silent."
         }
     }
 
     Section {
-        title: qsTr("The 4 Chains")
+        title: "The 4 Chains"
 
         Repeater {
             model: [
-                {name: qsTr("⚖️ Governor Chain"), text: qsTr("Single AI that orchestrates everything — runs code blocks locally, synthesizes worker output, sends failover notices. Pick a fast, capable model here.")},
-                {name: qsTr("Architect Chain"), text: qsTr("The model that talks to you. Tier-1 first, then falls down on failure.")},
-                {name: qsTr("Coding Chain"), text: qsTr("Silent worker — executes the architect's code locally, never talks to you.")},
-                {name: qsTr("Photo Chain"), text: qsTr("Vision models that describe images attached to your messages.")},
-                {name: qsTr("Video Chain"), text: qsTr("Same as Photo but for video attachments.")}
+                {name: "⚖️ Governor Chain", text: "Single AI that orchestrates everything — runs code blocks locally, synthesizes worker output, sends failover notices. Pick a fast, capable model here."},
+                {name: "Architect Chain", text: "The model that talks to you. Tier-1 first, then falls down on failure."},
+                {name: "Coding Chain", text: "Silent worker — executes the architect's code locally, never talks to you."},
+                {name: "Photo Chain", text: "Vision models that describe images attached to your messages."},
+                {name: "Video Chain", text: "Same as Photo but for video attachments."}
             ]
 
             Item {
@@ -69,7 +69,7 @@ Column {
 
                     width: 136
                     text: line.modelData.name
-                    font: Theme.font(12, Font.DemiBold)
+                    font: Theme.labelStrong
                 }
 
                 Paragraph {
@@ -84,35 +84,35 @@ Column {
     }
 
     Section {
-        title: qsTr("Built-in Telegram commands")
+        title: "Built-in Telegram commands"
 
         Paragraph {
             width: parent.width
-            text: qsTr("Type these in any bot's chat:")
+            text: "Type these in any bot's chat:"
             color: Theme.secondaryText
         }
 
         InlineMarkup {
             width: parent.width
-            source: qsTr("• `trestart` — restart all 20+ bot daemons (loads new code/keys)\n• `/status` — check which models in each chain are reachable\n• `/ping` — quick health check\n• `/help` — list of commands")
+            source: "• `trestart` — restart all 20+ bot daemons (loads new code/keys)\n• `/status` — check which models in each chain are reachable\n• `/ping` — quick health check\n• `/help` — list of commands"
         }
     }
 
     Section {
-        title: qsTr("First steps")
+        title: "First steps"
 
         InlineMarkup {
             width: parent.width
-            source: qsTr("1. Add your provider API keys in the **Providers** column\n2. Drag models from the **Library** into each chain\n3. Pick a **Governor** model from the dropdown\n4. Click **Save** when you have unsaved changes\n5. Run `trestart` to push changes to all live bots")
+            source: "1. Add your provider API keys in the **Providers** column\n2. Drag models from the **Library** into each chain\n3. Pick a **Governor** model from the dropdown\n4. Click **Save** when you have unsaved changes\n5. Run `trestart` to push changes to all live bots"
         }
     }
 
     Section {
-        title: qsTr("Tip: Effort sliders")
+        title: "Tip: Effort sliders"
 
         Paragraph {
             width: parent.width
-            text: qsTr("Each chain has its own effort/thinking level. Off = no reasoning. High = max budget. Models that don't support reasoning silently ignore it.")
+            text: "Each chain has its own effort/thinking level. Off = no reasoning. High = max budget. Models that don't support reasoning silently ignore it."
         }
     }
 }

@@ -19,14 +19,14 @@ Rectangle {
     color: Theme.faded(Theme.secondaryText, 0.08)
     Accessible.role: Accessible.ListItem
     Accessible.name: root.title
-    Accessible.description: root.paused ? qsTr("%1, paused").arg(root.role) : root.role
+    Accessible.description: root.paused ? "%1, paused".arg(root.role) : root.role
 
     StatusDot {
         id: dot
 
         x: 7
         anchors.verticalCenter: parent.verticalCenter
-        size: 7
+        size: Theme.dot
         color: root.paused ? Theme.orange : Theme.green
     }
 
@@ -34,12 +34,12 @@ Rectangle {
         id: sign
 
         anchors.left: dot.right
-        anchors.leftMargin: 6
+        anchors.leftMargin: Theme.gap
         anchors.verticalCenter: parent.verticalCenter
         anchors.verticalCenterOffset: 1 // emoji sit high in their line
         width: implicitWidth
         text: root.icon
-        font: Theme.font(11, Font.Normal)
+        font: Theme.small
         Accessible.ignored: true
     }
 
@@ -50,11 +50,11 @@ Rectangle {
         readonly property real room: release.x - x - point.width - Theme.gap
 
         anchors.left: sign.right
-        anchors.leftMargin: 5
+        anchors.leftMargin: Theme.close
         anchors.verticalCenter: parent.verticalCenter
         width: Math.max(0, Math.min(implicitWidth, room - Math.min(role.implicitWidth + 4, room * 0.4)))
         text: root.title
-        font: Theme.font(11, Font.Medium)
+        font: Theme.smallMedium
         Accessible.ignored: true
     }
 
@@ -63,10 +63,10 @@ Rectangle {
 
         anchors.left: name.right
         anchors.verticalCenter: parent.verticalCenter
-        leftPadding: 4
-        rightPadding: 4
+        leftPadding: Theme.tight
+        rightPadding: Theme.tight
         text: "·"
-        font: Theme.font(11, Font.Normal)
+        font: Theme.small
         color: Theme.secondaryText
         Accessible.ignored: true
     }
@@ -78,7 +78,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         width: Math.max(0, Math.min(implicitWidth, release.x - x - 4))
         text: root.role
-        font: Theme.font(10, Font.Normal)
+        font: Theme.tiny
         color: Theme.secondaryText
         Accessible.ignored: true
     }
@@ -87,12 +87,12 @@ Rectangle {
         id: release
 
         anchors.right: parent.right
-        anchors.rightMargin: 2
+        anchors.rightMargin: Theme.fine
         anchors.verticalCenter: parent.verticalCenter
         symbol: "minus-circle"
-        size: 11
+        size: Theme.smallSize
         color: Theme.secondaryText
-        Accessible.name: qsTr("Remove %1 from %2").arg(root.title).arg(root.owner)
+        Accessible.name: "Remove %1 from %2".arg(root.title).arg(root.owner)
         onClicked: root.released()
     }
 }

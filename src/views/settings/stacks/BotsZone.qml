@@ -12,14 +12,14 @@ Column {
 
     readonly property alias hovered: zone.hovered
 
-    spacing: 3
+    spacing: Theme.slim
 
-    ZoneLabel { text: qsTr("BOTS") }
+    ZoneLabel { text: "BOTS" }
 
     DashedFrame {
         width: parent.width
         height: Math.max(36, rows.height + 10)
-        radius: 8
+        radius: Theme.zoneRadius
         lineWidth: 1
         dash: 4
         fill: root.targeted ? Theme.faded(Theme.blue, 0.12) : Theme.faded(Theme.secondaryText, 0.06)
@@ -30,7 +30,7 @@ Column {
 
             anchors.fill: parent
             kinds: ["bot"]
-            name: qsTr("Bots of %1").arg(root.owner)
+            name: "Bots of %1".arg(root.owner)
             Accessible.role: Accessible.Grouping
             Accessible.name: name
             onTextDropped: text => root.stack.dropOnBots(text)
@@ -39,8 +39,8 @@ Column {
         Label {
             anchors.centerIn: parent
             visible: root.stack.bots.count === 0
-            text: qsTr("Drag bots here")
-            font: Theme.font(11, Font.Normal)
+            text: "Drag bots here"
+            font: Theme.small
             color: Theme.secondaryText
         }
 
@@ -50,7 +50,7 @@ Column {
             x: 5
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width - 10
-            spacing: 3
+            spacing: Theme.slim
 
             Repeater {
                 model: root.stack.bots

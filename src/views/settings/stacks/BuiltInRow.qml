@@ -12,14 +12,14 @@ Rectangle {
     color: Theme.faded(Theme.teal, 0.08)
     Accessible.role: Accessible.ListItem
     Accessible.name: root.name
-    Accessible.description: qsTr("built-in")
+    Accessible.description: "built-in"
 
     StatusDot {
         id: dot
 
         x: Theme.pad
         anchors.verticalCenter: parent.verticalCenter
-        size: 7
+        size: Theme.dot
         color: Theme.faded(Theme.teal, 0.7)
     }
 
@@ -32,7 +32,7 @@ Rectangle {
         anchors.rightMargin: Theme.gap
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
-        font: Theme.font(12, Font.Normal)
+        font: Theme.label
         wrapMode: Text.Wrap
         maximumLineCount: 2
         Accessible.ignored: true
@@ -44,8 +44,8 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: Theme.pad
         anchors.verticalCenter: parent.verticalCenter
-        text: qsTr("built-in")
-        font: Theme.font(10, Font.Normal)
+        text: "built-in"
+        font: Theme.tiny
         color: Theme.secondaryText
         Accessible.ignored: true
     }

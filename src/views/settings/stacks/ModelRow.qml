@@ -22,7 +22,7 @@ DragSource {
     payload: uid
     kind: "model"
     visual: block.body
-    Accessible.description: qsTr("%1. Press Space to move").arg(root.tag)
+    Accessible.description: "%1. Press Space to move".arg(root.tag)
 
     ModelBlockView {
         id: block
@@ -47,9 +47,9 @@ DragSource {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.removable
         symbol: "minus-circle"
-        size: 11
+        size: Theme.smallSize
         color: Theme.secondaryText
-        Accessible.name: qsTr("Remove %1 from %2").arg(root.name).arg(root.owner)
+        Accessible.name: "Remove %1 from %2".arg(root.name).arg(root.owner)
         onClicked: root.removeRequested()
     }
 }

@@ -28,14 +28,14 @@ Item {
     ZoneLabel {
         id: heading
 
-        text: qsTr("MODELS")
+        text: "MODELS"
     }
 
     TopStrip {
         id: strip
 
         anchors.top: heading.bottom
-        anchors.topMargin: 3
+        anchors.topMargin: Theme.slim
         width: parent.width
         owner: root.owner
         targeted: root.topTargeted
@@ -44,7 +44,7 @@ Item {
 
     Rectangle {
         anchors.fill: area
-        radius: 8
+        radius: Theme.zoneRadius
         visible: area.hovered
         color: Theme.faded(Theme.blue, 0.12)
         border.color: Theme.blue
@@ -63,7 +63,7 @@ Item {
         y: area.y + list.y + (first ? 0 : list.implicitHeight + (list.rows > 0 ? 1 : 0)) - 1
         width: list.width
         height: 2
-        radius: 1
+        radius: Theme.hair
         visible: (first || area.hovered) && !known
         color: Theme.blue
     }
@@ -76,7 +76,7 @@ Item {
         height: Math.max(implicitHeight, root.height - y)
         implicitHeight: Math.max(root.minimumHeight, tools.height + list.anchors.topMargin + list.implicitHeight + 10)
         kinds: ["model"]
-        name: qsTr("End of %1").arg(root.owner)
+        name: "End of %1".arg(root.owner)
         Accessible.role: Accessible.Grouping
         Accessible.name: name
         onTextDropped: text => root.stack.dropOnModels(text)
@@ -84,7 +84,7 @@ Item {
         Label {
             anchors.centerIn: parent
             visible: root.stack.models.count === 0 && root.builtIns.length === 0
-            text: qsTr("Drag models here")
+            text: "Drag models here"
             color: Theme.secondaryText
         }
 
@@ -94,7 +94,7 @@ Item {
             x: 5
             y: 5
             width: parent.width - 10
-            spacing: 4
+            spacing: Theme.tight
 
             Repeater {
                 model: root.builtIns
@@ -117,10 +117,10 @@ Item {
             width: parent.width - 10
             height: implicitHeight
             kinds: ["model"]
-            name: qsTr("Models of %1").arg(root.owner)
+            name: "Models of %1".arg(root.owner)
             model: root.stack.models
             rowHeight: 34
-            spacing: 4
+            spacing: Theme.tight
             springs: root.springs
             delegate: ModelRow {
                 deletable: root.deletable

@@ -23,7 +23,7 @@ DashedFrame {
         anchors.centerIn: parent
         text: "⤴︎"
         textFormat: Text.PlainText
-        font: Theme.font(14, Font.Normal)
+        font: Theme.large
         color: Theme.secondaryText
         Accessible.ignored: true
     }
@@ -33,7 +33,7 @@ DashedFrame {
 
         anchors.fill: parent
         kinds: ["model"]
-        name: qsTr("Top of %1").arg(root.owner)
+        name: "Top of %1".arg(root.owner)
         Accessible.role: Accessible.Grouping
         Accessible.name: name
         onTextDropped: text => root.modelDropped(text)

@@ -3,7 +3,7 @@ import Varnhold
 
 // The small heading of a zone.
 Label {
-    font: Theme.font(9, Font.Bold, 1)
+    font: Theme.zone
     color: Theme.secondaryText
     Accessible.role: Accessible.Heading
 }

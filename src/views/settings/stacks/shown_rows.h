@@ -4,19 +4,25 @@
 
 #include "records/bots.h"
 #include "records/groups.h"
+#include "records/models.h"
 #include "views/settings/keyed_list_model.h"
 
-// Rows of bots and models as chains and groups show them.
+// Rows of bots and models as stacks show them.
 namespace varnhold {
 
+// What is shown of one model.
+struct ShownModel {
+    const AIModelItem& model;
+    bool isDragging = false;
+    bool isDownloading = false;
+};
+
 // Names of the values in such rows, for the models' constructor.
-inline const QByteArrayList botRowNames{"label", "icon", "title", "role", "paused"};
-inline const QByteArrayList modelRowNames{"uid",    "name",       "tag",
-                                          "ground", "isDragging", "isDownloading"};
+[[nodiscard]] QByteArrayList botRowNames();
+[[nodiscard]] QByteArrayList modelRowNames();
 
 [[nodiscard]] std::vector<KeyedListModel::Row> shownBots(const std::vector<BotConfig>& bots);
-[[nodiscard]] KeyedListModel::Row shownModel(const AIModelItem& model, bool isDragging,
-                                             bool isDownloading);
+[[nodiscard]] KeyedListModel::Row shownModel(const ShownModel& shown);
 
 [[nodiscard]] QColor toQColor(const Color& color);
 

@@ -19,8 +19,8 @@ platform::PayloadProviders dropped(const QString& text) {
 StackPart::StackPart(const SettingsContext& context, Stack stack, QObject* parent)
     : SettingsPart(context, parent),
       stack_(std::move(stack)),
-      bots_(botRowNames),
-      models_(modelRowNames) {}
+      bots_(botRowNames()),
+      models_(modelRowNames()) {}
 
 void StackPart::dropOnBots(const QString& text) {
     stack_.dropBots(dropped(text));
@@ -38,8 +38,8 @@ void StackPart::dropOnTop(const QString& text) {
     stack_.dropModels(dropped(text), 0);
 }
 
-QString StackPart::startDrag(const QString& uid) {
-    return toQString(stack_.startDrag(uid.toStdString()));
+void StackPart::startDrag(const QString& uid) {
+    stack_.startDrag(uid.toStdString());
 }
 
 void StackPart::rowEntered(const QString& uid) {
@@ -59,7 +59,7 @@ bool StackPart::syncStack(const Stack& stack) {
     std::vector<KeyedListModel::Row> rows;
     if (const auto parts = stack.parts()) {
         for (const AIModelItem& model : parts->models) {
-            rows.push_back(shownModel(model, stack.isDragging(model), isDownloading(model)));
+            rows.push_back(shownModel({model, stack.isDragging(model), isDownloading(model)}));
         }
     }
     models_.sync(std::move(rows));

@@ -35,8 +35,7 @@ public:
 
     Q_INVOKABLE void dropOnModels(const QString& text);
     Q_INVOKABLE void dropOnTop(const QString& text);
-    // Gives the text that the drag carries; empty if the row has gone.
-    Q_INVOKABLE QString startDrag(const QString& uid);
+    Q_INVOKABLE void startDrag(const QString& uid);
     Q_INVOKABLE void rowEntered(const QString& uid);
     // The row takes the drop in any case; it changes something only where it came from this stack.
     Q_INVOKABLE void rowDropped(const QString& uid);

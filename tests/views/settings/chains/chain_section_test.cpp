@@ -73,7 +73,7 @@ TEST(ChainSection, LetsTheRowOfADragThatWasGivenUpComeBackGently) {
     Section settings;
     settings.show();
     const QQuickItem* block = blockOf(settings.named(QStringLiteral("Model a"), coding));
-    static_cast<void>(settings.chain(TargetList::worker).startDrag(QStringLiteral("A")));
+    settings.chain(TargetList::worker).startDrag(QStringLiteral("A"));
     EXPECT_DOUBLE_EQ(block->opacity(), 0.1);
     EXPECT_EQ(fadeOf(block), 0);
     settings.platform.advance(std::chrono::seconds(2));
@@ -214,18 +214,18 @@ TEST(ChainDot, IsShownOnlyWhileABotOfTheChainWantsToBeKeptWarm) {
 TEST(ChainDot, HasLimitsThatBelongToTheColderColour) {
     Section settings;
     settings.show();
-    const auto colour = [&] {
+    const auto color = [&] {
         return settings.named(QString::fromStdString(settings.dot()), coding)->property("color");
     };
     settings.warm(0.41);
     EXPECT_EQ(settings.dot(), "Cache warm");
-    EXPECT_EQ(colour(), settings.theme("green"));
+    EXPECT_EQ(color(), settings.theme("green"));
     settings.warm(0.4);
     EXPECT_EQ(settings.dot(), "Cache cooling — ping soon");
-    EXPECT_EQ(colour(), settings.theme("orange"));
+    EXPECT_EQ(color(), settings.theme("orange"));
     settings.warm(0.15);
     EXPECT_EQ(settings.dot(), "Cache cold");
-    EXPECT_EQ(colour(), settings.theme("gray"));
+    EXPECT_EQ(color(), settings.theme("gray"));
     EXPECT_EQ(settings.named(QStringLiteral("Cache cold"), coding)->width(), 7);
 }
 

@@ -48,10 +48,10 @@ TEST(BotsPart, ShowsTheRecordsBotsInTheirOrder) {
 
 TEST(BotsPart, OutlinesEachBotInTheColourOfItsBar) {
     const BotRows fleet;
-    const auto colour = fleet.bots().rows()->value(2, QStringLiteral("colour")).value<QColor>();
-    EXPECT_NEAR(colour.hsvHueF(), 0.83, 0.01);
-    EXPECT_NEAR(colour.hsvSaturationF(), 0.8, 0.01);
-    EXPECT_NEAR(colour.valueF(), 0.95, 0.01);
+    const auto color = fleet.bots().rows()->value(2, QStringLiteral("outline")).value<QColor>();
+    EXPECT_NEAR(color.hsvHueF(), 0.83, 0.01);
+    EXPECT_NEAR(color.hsvSaturationF(), 0.8, 0.01);
+    EXPECT_NEAR(color.valueF(), 0.95, 0.01);
 }
 
 TEST(BotsPart, NamesOnlyTheRowThatChanged) {

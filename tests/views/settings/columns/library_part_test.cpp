@@ -31,7 +31,7 @@ TEST(LibraryPart, ShowsTheLocalToolsAloneWhereNoModelIsListed) {
                                                     "say (voice reply, free/local)"));
     EXPECT_THAT(settings.shown("section"), Each("Local Tools"));
     EXPECT_THAT(settings.shown("tag"), Each("Local"));
-    EXPECT_THAT(settings.shown("colour"), Each("teal"));
+    EXPECT_THAT(settings.shown("ground"), Each("teal"));
 }
 
 TEST(LibraryPart, TellsRowsIntoSections) {

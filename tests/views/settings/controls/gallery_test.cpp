@@ -6,7 +6,7 @@
 
 #include "pictures.h"
 #include "shown_item.h"
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 
 namespace varnhold::testing {
 namespace {

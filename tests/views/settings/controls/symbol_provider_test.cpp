@@ -27,7 +27,7 @@ TEST(SymbolProvider, KnowsEverySignOfTheRecord) {
     ShownItem shown(R"(Item { property var names: Object.values(Theme.symbols) })");
     SymbolProvider provider;
     const QStringList names = shown.root()->property("names").toStringList();
-    EXPECT_GE(names.size(), 20);
+    EXPECT_GE(names.size(), 15);
     for (const QString& name : names) {
         const QImage image =
             provider.requestImage(name + QStringLiteral("?000000"), nullptr, QSize(32, 32));

@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 
 #include "shown_item.h"
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 
 namespace varnhold::testing {
 namespace {
@@ -23,7 +23,7 @@ protected:
     ~ThemeContrast() override { QApplication::setPalette(lightPalette()); }
 
     // A colour of the theme's, by its name or any expression.
-    QColor colour(const QString& expression) {
+    QColor color(const QString& expression) {
         QQmlExpression asked(qmlContext(shown_->root()), shown_->root(),
                              QString(expression).replace(names_, QStringLiteral("Theme.\\1")));
         const QVariant value = asked.evaluate();
@@ -34,7 +34,7 @@ protected:
 
     void expectReadable(const QString& text, const QString& ground) {
         const QString seen = QStringLiteral("over(%1, %2)").arg(text, ground);
-        EXPECT_GE(contrast(colour(seen), colour(ground)), readableContrast)
+        EXPECT_GE(contrast(color(seen), color(ground)), readableContrast)
             << qPrintable(text) << " on " << qPrintable(ground);
     }
 
@@ -157,7 +157,7 @@ TEST_P(ThemeContrast, BadgesAreReadable) {
 TEST_P(ThemeContrast, DotsStandOutFromTheirGrounds) {
     for (const char* name : {"green", "orange", "red", "gray", "teal", "focusRing"}) {
         for (const QString& ground : plainGrounds() + sections()) {
-            EXPECT_GE(contrast(colour(QString::fromLatin1(name)), colour(ground)), 3.0)
+            EXPECT_GE(contrast(color(QString::fromLatin1(name)), color(ground)), 3.0)
                 << name << " on " << qPrintable(ground);
         }
     }

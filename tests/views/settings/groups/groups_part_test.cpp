@@ -111,7 +111,7 @@ TEST(GroupsPart, TakesModelsOfTheLibraryAtTheEndAndAtTheHead) {
 
 TEST(GroupsPart, ReordersUnderTheDraggedRowAndSavesAtTheDrop) {
     Groups settings;
-    EXPECT_EQ(settings.crew().startDrag(QStringLiteral("C")), QStringLiteral("C"));
+    settings.crew().startDrag(QStringLiteral("C"));
     EXPECT_THAT(column(*settings.crew().models(), "isDragging"),
                 ElementsAre("false", "false", "true"));
     settings.crew().rowEntered(QStringLiteral("A"));
@@ -176,7 +176,7 @@ TEST(GroupsPart, DoesNothingOnAGroupThatHasGone) {
     gone.removeAttachment(QStringLiteral("/x"));
     gone.attachUrls({QUrl::fromLocalFile(QStringLiteral("/x"))});
     settings.platform.runMain();
-    EXPECT_EQ(gone.startDrag(QStringLiteral("A")), QString());
+    gone.startDrag(QStringLiteral("A"));
     EXPECT_EQ(settings.saved(), "");
     EXPECT_THAT(settings.view->customGroups, IsEmpty());
 }

@@ -31,7 +31,9 @@ ColumnLayout {
             spacing: 2
 
             Repeater {
-                model: Object.values(Theme.symbols).concat(["trash", "paperclip", "lightbulb"])
+                model: Object.values(Theme.symbols).concat(["trash", "paperclip", "lightbulb",
+                    "minus-circle", "text-align-left", "caret-left-bold", "caret-right-bold", "caret-up-bold",
+                    "caret-down-bold", "x-bold", "x-circle-fill"])
 
                 IconButton {
                     required property string modelData

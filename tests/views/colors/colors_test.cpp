@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QStyle>
 
-#include "views/desktop/colours.h"
+#include "views/colors/colors.h"
 #include "views/status/bar_painter.h"
 
 namespace varnhold::testing {
@@ -31,10 +31,10 @@ TEST(Contrast, IsThatOfTheGuideline) {
 TEST(Contrast, OfEveryTextOnEveryGroundIsEnoughToRead) {
     for (const QPalette& palette : palettes()) {
         const QColor ground = palette.color(QPalette::Window);
-        EXPECT_GE(contrast(alertColour(palette), ground), readableContrast);
-        EXPECT_GE(contrast(warningColour(palette), ground), readableContrast);
-        EXPECT_GE(contrast(quietColour(palette), ground), readableContrast);
-        const Selection selection = selectionColours(palette);
+        EXPECT_GE(contrast(alertColor(palette), ground), readableContrast);
+        EXPECT_GE(contrast(warningColor(palette), ground), readableContrast);
+        EXPECT_GE(contrast(quietColor(palette), ground), readableContrast);
+        const Selection selection = selectionColors(palette);
         EXPECT_GE(contrast(selection.text, selection.ground), readableContrast);
     }
 }
@@ -64,10 +64,10 @@ TEST(Palettes, KnowWhetherTheyAreDark) {
 }
 
 TEST(BarColour, IsTheHueAtItsSaturationAndBrightness) {
-    EXPECT_EQ(barColour(0).name(), QStringLiteral("#f23030"));
-    EXPECT_EQ(barColour(0.415).name(), QStringLiteral("#30f28f"));
-    EXPECT_EQ(barColour(0.83).name(), QStringLiteral("#ee30f2"));
-    EXPECT_EQ(barColour(0.83).alpha(), 255);
+    EXPECT_EQ(barColor(0).name(), QStringLiteral("#f23030"));
+    EXPECT_EQ(barColor(0.415).name(), QStringLiteral("#30f28f"));
+    EXPECT_EQ(barColor(0.83).name(), QStringLiteral("#ee30f2"));
+    EXPECT_EQ(barColor(0.83).alpha(), 255);
 }
 
 } // namespace
