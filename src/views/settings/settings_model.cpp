@@ -46,6 +46,7 @@ void SettingsModel::setShowHints(bool show) {
 }
 
 void SettingsModel::appear() {
+    groups_->forgetPaths();
     context_.view.appear();
     if (!springs_) {
         springs_ = true;

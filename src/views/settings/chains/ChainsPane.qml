@@ -11,7 +11,8 @@ ScrollArea {
     readonly property real spacing: Theme.pad
 
     contentHeight: rows.height + 2 * margin
-    alwaysVisible: true
+
+    AlwaysVisibleScrollbar {}
 
     component SectionRow: Row {
         id: row

@@ -51,9 +51,11 @@ Item {
         width: parent.width + 4
         height: Math.min(360, parent.height - y)
         contentHeight: rows.height + 4
-        alwaysVisible: true // with hints a row may end just at the edge
         Accessible.role: Accessible.List
         Accessible.name: "Providers"
+
+        // with hints a row may end just at the edge
+        AlwaysVisibleScrollbar {}
 
         Column {
             id: rows

@@ -8,6 +8,9 @@ Item {
     property string symbol
     property string text
     property string help
+    property bool reachable: true // by Tab
+
+    readonly property alias button: remove
 
     signal removed()
 
@@ -56,6 +59,7 @@ Item {
         symbol: "x-bold"
         size: Theme.zoneSize - 1
         help: "Remove %1".arg(root.text)
+        focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
         onClicked: root.removed()
     }
 }

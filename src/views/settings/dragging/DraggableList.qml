@@ -108,13 +108,18 @@ DropTarget {
     DropArea {
         id: area
 
-        property string over: "" // the row under the pointer
+        property var over: null // the identity of the row under the pointer
+
+        function uidUnder(y: real): var {
+            const row = root.rowUnder(y);
+            return row >= 0 ? root.uidAt(row) : null;
+        }
 
         function track(y: real) {
-            const uid = root.uidAt(root.rowUnder(y));
+            const uid = area.uidUnder(y);
             if (uid !== area.over) {
                 area.over = uid;
-                if (uid !== "") {
+                if (uid !== null) {
                     DragSession.remind();
                     root.rowEntered(uid);
                 }
@@ -125,7 +130,7 @@ DropTarget {
         // The rows have changed places under the pointer, which hasn't come over another one.
         function settle() {
             if (area.containsDrag) {
-                area.over = root.uidAt(root.rowUnder(area.drag.y));
+                area.over = area.uidUnder(area.drag.y);
             }
         }
 
@@ -133,7 +138,7 @@ DropTarget {
         onEntered: drag => {
             drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.kinds);
             if (drag.accepted) {
-                area.over = "";
+                area.over = null;
                 area.track(drag.y);
             }
         }
@@ -154,7 +159,7 @@ DropTarget {
         target: root.zone
         when: root.zone !== null
         property: "innerHover"
-        value: area.containsDrag && area.over === ""
+        value: area.containsDrag && area.over === null
         restoreMode: Binding.RestoreNone
     }
 

@@ -6,7 +6,9 @@ import Varnhold
 DropTarget {
     id: root
 
-    // Something that is taken here is over the zone itself.
+    // What a pointer may bring over the zone: it takes all of it, and passes on what it can't use.
+    property var comers: root.kinds
+    // Something of these is over the zone itself.
     readonly property bool hovered: area.containsDrag || root.marked >= 0 || root.innerHover
     // Set by a list in the zone while a drag is over its free space.
     property bool innerHover: false
@@ -28,7 +30,7 @@ DropTarget {
 
         anchors.fill: parent
         onEntered: drag => {
-            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.kinds);
+            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.comers);
         }
         onDropped: drop => {
             drop.acceptProposedAction();

@@ -33,9 +33,10 @@ DragSession::DragSession(QObject* parent) : QObject(parent) {
 
 void DragSession::start(QQuickItem* item, const QString& payload, const QString& kind, qreal hotX,
                         qreal hotY) {
-    if (active() || payload.isEmpty() || item == nullptr || item->window() == nullptr) {
+    if (active() || item == nullptr || item->window() == nullptr) {
         return;
     }
+    active_ = true;
     payload_ = payload;
     kind_ = kind;
     window_ = item->window();
@@ -78,6 +79,7 @@ void DragSession::run() {
 }
 
 void DragSession::end(bool taken) {
+    active_ = false;
     const QString payload = std::exchange(payload_, QString());
     kind_.clear();
     source_ = nullptr;

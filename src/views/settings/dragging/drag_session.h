@@ -29,7 +29,7 @@ public:
     explicit DragSession(QObject* parent = nullptr);
 
     // From the request for a drag until its end. False for what other programs drag here.
-    [[nodiscard]] bool active() const { return !payload_.isEmpty(); }
+    [[nodiscard]] bool active() const { return active_; }
     [[nodiscard]] QString payload() const { return payload_; }
     // "model" or "bot"; empty while nothing of ours is dragged.
     [[nodiscard]] QString kind() const { return kind_; }
@@ -41,7 +41,8 @@ public:
     Q_INVOKABLE void remind();
 
     // Drags the text with a picture of the item, held at the point given in the item's coordinates.
-    // Returns at once; does nothing while another drag is on, or without a text.
+    // Returns at once; does nothing while another drag is on. The text may be empty, as an identity
+    // in a file made by hand may be.
     Q_INVOKABLE void start(QQuickItem* item, const QString& payload, const QString& kind,
                            qreal hotX, qreal hotY);
 
@@ -65,6 +66,7 @@ private:
     void run();
     void end(bool taken);
 
+    bool active_ = false;
     QString payload_;
     QString kind_;
     QPointer<QQuickWindow> window_;

@@ -53,11 +53,12 @@ void reveal(QQuickItem* item, const QRectF& area) {
 
 void KeyboardDrag::pickUp(QQuickItem* source, const QString& payload, const QString& kind,
                           const QString& name) {
-    if (active() || payload.isEmpty() || source == nullptr || source->window() == nullptr) {
+    if (active() || source == nullptr || source->window() == nullptr) {
         return;
     }
     source_ = source;
     window_ = source->window();
+    active_ = true;
     payload_ = payload;
     kind_ = kind;
     name_ = name;
@@ -217,6 +218,7 @@ void KeyboardDrag::end(const QString& announcement) {
     at_ = {};
     home_ = {};
     source_ = nullptr;
+    active_ = false;
     payload_.clear();
     kind_.clear();
     announce(announcement);

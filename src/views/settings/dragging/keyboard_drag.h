@@ -29,7 +29,7 @@ class KeyboardDrag final : public QObject {
 public:
     using QObject::QObject;
 
-    [[nodiscard]] bool active() const { return !payload_.isEmpty(); }
+    [[nodiscard]] bool active() const { return active_; }
     [[nodiscard]] QString payload() const { return payload_; }
     [[nodiscard]] QString kind() const { return kind_; }
     [[nodiscard]] QString announcement() const { return announcement_; }
@@ -63,6 +63,7 @@ private:
     void remind();
     void announce(const QString& announcement);
 
+    bool active_ = false;
     QString payload_;
     QString kind_;
     QString name_;

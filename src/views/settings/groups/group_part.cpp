@@ -1,25 +1,24 @@
 #include "views/settings/groups/group_part.h"
 
+#include <array>
+
 #include "groups/group_sheet.h"
 #include "views/settings/groups/attach_dialog.h"
+#include "views/settings/row_columns.h"
 #include "views/settings/stacks/shown_rows.h"
 
 namespace varnhold {
 
 namespace {
 
-const QByteArrayList chipNames{"path", "name", "image"};
-
-std::vector<KeyedListModel::Row> shownChips(const std::optional<PathChipsView>& chips) {
-    std::vector<KeyedListModel::Row> rows;
-    if (chips) {
-        for (const PathChip& chip : chips->chips()) {
-            const QString path = toQString(chip.path);
-            rows.push_back({path, {path, toQString(chip.name), toQString(chip.image)}});
-        }
-    }
-    return rows;
-}
+constexpr std::array chipColumns{
+    RowColumn<PathChip>{"path",
+                        [](const PathChip& chip) -> QVariant { return toQString(chip.path); }},
+    RowColumn<PathChip>{"name",
+                        [](const PathChip& chip) -> QVariant { return toQString(chip.name); }},
+    RowColumn<PathChip>{"image",
+                        [](const PathChip& chip) -> QVariant { return toQString(chip.image); }},
+};
 
 } // namespace
 
@@ -28,8 +27,8 @@ GroupPart::GroupPart(const SettingsContext& context, const Uuid& id, CustomGroup
     : StackPart(context, column.stack(id), parent),
       id_(id),
       column_(column),
-      attachments_(chipNames),
-      doctrine_(chipNames) {}
+      attachments_(columnNames(chipColumns)),
+      doctrine_(columnNames(chipColumns)) {}
 
 void GroupPart::attachFiles() {
     askForPaths(AttachKind::files, this, [this](const QStringList& paths) { attach(paths); });
@@ -91,8 +90,8 @@ void GroupPart::sync(Animation) {
     CustomBotGroup& group = view().customGroups[place_];
     const auto attachments = column_.attachmentChips(group);
     const auto doctrine = column_.doctrineChips(group);
-    attachments_.sync(shownChips(attachments));
-    doctrine_.sync(shownChips(doctrine));
+    show(attachments, seenAttachments_, attachments_);
+    show(doctrine, seenDoctrine_, doctrine_);
     Shown now{.name = toQString(group.name),
               .ground = toQColor(group.pastelColor()),
               .objectives = toQString(group.objectives),
@@ -104,6 +103,27 @@ void GroupPart::sync(Animation) {
         shown_ = std::move(now);
         emit shownChanged();
     }
+}
+
+void GroupPart::show(const std::optional<PathChipsView>& chips,
+                     std::optional<std::vector<std::string>>& seen, KeyedListModel& rows) {
+    const std::vector<std::string> paths = chips ? chips->paths : std::vector<std::string>();
+    if (seen == paths) {
+        return;
+    }
+    seen = paths;
+    std::vector<KeyedListModel::Row> wanted;
+    if (chips) {
+        for (const PathChip& chip : chips->chips()) {
+            wanted.push_back(rowOf(toQString(chip.path), chip, chipColumns));
+        }
+    }
+    rows.sync(std::move(wanted));
+}
+
+void GroupPart::forgetPaths() {
+    seenAttachments_.reset();
+    seenDoctrine_.reset();
 }
 
 const CustomBotGroup* GroupPart::find() const {

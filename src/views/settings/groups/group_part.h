@@ -50,6 +50,8 @@ public:
     // Where among the groups it stands: of several with one identity, each shows its own.
     void standAt(std::size_t place) { place_ = place; }
     void sync(Animation animation) override;
+    // Which paths are folders is asked anew with the next sync.
+    void forgetPaths();
 
 private:
     struct Shown {
@@ -65,11 +67,16 @@ private:
     [[nodiscard]] bool isDownloading(const AIModelItem&) const override { return false; }
     [[nodiscard]] const CustomBotGroup* find() const;
     void attach(const QStringList& paths);
+    static void show(const std::optional<PathChipsView>& chips,
+                     std::optional<std::vector<std::string>>& seen, KeyedListModel& rows);
 
     Uuid id_;
     std::size_t place_ = 0;
     CustomGroupsColumn& column_;
     Shown shown_;
+    // Looking at paths costs a call of the system each: only when they are others, or on demand.
+    std::optional<std::vector<std::string>> seenAttachments_;
+    std::optional<std::vector<std::string>> seenDoctrine_;
     KeyedListModel attachments_;
     KeyedListModel doctrine_;
 };

@@ -31,4 +31,10 @@ void GroupsPart::sync(Animation animation) {
     }
 }
 
+void GroupsPart::forgetPaths() {
+    for (const auto& [key, part] : parts_) {
+        part->forgetPaths();
+    }
+}
+
 } // namespace varnhold

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] KeyedListModel* groups() { return &groups_; }
 
     void sync(Animation animation) override;
+    // Which of the attached paths are folders is asked anew with the next sync.
+    void forgetPaths();
 
 private:
     CustomGroupsColumn column_;

@@ -32,7 +32,8 @@ Sheet {
             ScrollArea {
                 width: parent.width
                 height: Math.min(message.height, 320)
-                alwaysVisible: true
+
+                AlwaysVisibleScrollbar {}
 
                 Text {
                     id: message

@@ -45,7 +45,8 @@ Sheet {
             width: parent.width
             height: Math.min(rows.height, 264)
             visible: root.form.groups.count > 0
-            alwaysVisible: true
+
+            AlwaysVisibleScrollbar {}
 
             Column {
                 id: rows

@@ -65,8 +65,9 @@ Sheet {
             anchors.top: upper.bottom
             anchors.bottom: lower.top
             width: parent.width
-            alwaysVisible: true
             contentHeight: sections.height
+
+            AlwaysVisibleScrollbar {}
 
             WelcomeText {
                 id: sections

@@ -30,6 +30,7 @@ Column {
 
             anchors.fill: parent
             kinds: ["bot"]
+            comers: ["bot", "model"]
             name: "Bots of %1".arg(root.owner)
             Accessible.role: Accessible.Grouping
             Accessible.name: name

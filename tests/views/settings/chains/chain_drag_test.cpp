@@ -184,6 +184,18 @@ TEST(ChainDrag, ReleasedBesideTheRowsKeepsTheNewOrderForTheNextSave) {
     EXPECT_THAT(settings.saved(TargetList::worker), ElementsAre("b", "a", "c"));
 }
 
+TEST(ChainDrag, CarriesARowWithAnEmptyIdentityToo) {
+    ChainDrags settings;
+    settings.view->workerModels = {model("a", "A"), model("e", "")};
+    settings.show();
+    settings.drag(QStringLiteral("Model e"), coding, [&](const QDrag&) {
+        settings.carryTo(settings.row("a"), QString());
+        EXPECT_THAT(settings.ids(TargetList::worker), ElementsAre("e", "a"));
+        settings.dropAt(settings.freeSpace(photoModels), QString());
+    });
+    EXPECT_THAT(settings.saved(TargetList::photo), ElementsAre("e"));
+}
+
 TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
     ChainDrags settings;
     settings.show();
@@ -193,7 +205,7 @@ TEST(ChainDrag, CarriesItsRowWhereModelsAreTaken) {
         carried = drag.mimeData()->text();
         pictured = !drag.pixmap().isNull();
         settings.carryTo(middleOf(settings.named(codingBots)), carried);
-        EXPECT_FALSE(settings.view->chainBotDropTargeted["worker"]) << "no place for a model";
+        EXPECT_TRUE(settings.view->chainBotDropTargeted["worker"]) << "any text is over the zone";
         settings.dropAt(settings.freeSpace(photoModels), carried);
     });
     EXPECT_EQ(carried, QStringLiteral("B"));

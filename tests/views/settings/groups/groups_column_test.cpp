@@ -159,6 +159,25 @@ TEST(GroupChips, TakeAnAttachmentAwayAndLeaveItsDoctrine) {
     EXPECT_THAT(settings.saved(), HasSubstr(R"("doctrine":[])"));
 }
 
+TEST(GroupChips, ExistOnlyWhereTheyAreInSight) {
+    Column settings;
+    for (int i = 0; i < 3000; ++i) {
+        settings.first().attachedPaths.push_back("/gone/file " + std::to_string(i) + ".txt");
+    }
+    settings.show();
+    EXPECT_NE(settings.named(QStringLiteral("file 0.txt"), crew), nullptr);
+    EXPECT_EQ(settings.named(QStringLiteral("file 2999.txt"), crew), nullptr);
+    settings.named(QStringLiteral("Remove file 0.txt"), crew)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(settings.page, Qt::Key_End);
+    settings.settle();
+    EXPECT_NE(settings.named(QStringLiteral("file 2999.txt"), crew), nullptr);
+    EXPECT_EQ(settings.named(QStringLiteral("file 0.txt"), crew), nullptr);
+    QTest::keyClick(settings.page, Qt::Key_Space);
+    settings.settle();
+    EXPECT_EQ(settings.first().attachedPaths.size(), 2999U);
+    EXPECT_EQ(settings.first().attachedPaths.back(), "/gone/file 2998.txt");
+}
+
 TEST(GroupAttach, AsksForFilesAndTakesThoseChosen) {
     Column settings;
     settings.write(settings.home.at("folder/mission.txt"), "Fly.");

@@ -72,6 +72,22 @@ TEST(GroupsPart, TellsOnlyOfTheGroupThatIsDifferent) {
     EXPECT_EQ(others.count(), 0);
 }
 
+TEST(GroupsPart, LooksAtAttachedPathsWhenTheyChangeAndWhenTheWindowAppears) {
+    Groups settings;
+    const std::string path = settings.home.at("notes");
+    settings.view->customGroups[0].attachedPaths = {path};
+    settings.view->changed();
+    const auto image = [&] {
+        return settings.crew().attachments()->value(0, QStringLiteral("image")).toString();
+    };
+    EXPECT_EQ(image(), QStringLiteral("doc.fill"));
+    settings.home.makeFolder(path);
+    settings.view->changed();
+    EXPECT_EQ(image(), QStringLiteral("doc.fill"));
+    settings.model->appear();
+    EXPECT_EQ(image(), QStringLiteral("folder.fill"));
+}
+
 TEST(GroupsPart, StepsAndSaves) {
     Groups settings;
     settings.view->customGroups[0].contextTokens = 2000000;
