@@ -193,6 +193,7 @@ TEST(GroupAttach, AsksForFilesAndTakesThoseChosen) {
     EXPECT_THAT(settings.first().attachedPaths, ElementsAre(settings.home.at("folder/mission.txt"),
                                                             settings.home.at("folder/other.bin")));
     EXPECT_THAT(settings.first().doctrine, ElementsAre(settings.home.at("folder/mission.txt")));
+    settings.settle(); // chips come with the next frame
     EXPECT_NE(settings.named(QStringLiteral("other.bin"), crew), nullptr);
 }
 
