@@ -5,7 +5,6 @@
 #include <unistd.h>
 #include <utility>
 
-#include "jobs/label_name.h"
 #include "jobs/tree_names.h"
 
 namespace varnhold::services {
@@ -16,7 +15,7 @@ bool isLinkOfOurs(std::string_view name) {
     if (name.starts_with(tree::outOfSightPrefix)) {
         name.remove_prefix(tree::outOfSightPrefix.size());
     }
-    return labelOfName(name).has_value();
+    return jobNamed(name).has_value();
 }
 
 void removeScan(const platform::PrivateFolder& root) {
@@ -31,6 +30,16 @@ void removeScan(const platform::PrivateFolder& root) {
     }
     (*scan)->removeFolderOfFiles(tree::scannerState);
     root.removeFolder(tree::scan);
+}
+
+std::vector<JobName> jobsIn(const JobFiles::Folder& folder) {
+    std::vector<JobName> jobs;
+    for (const std::string& text : folder ? folder->names() : std::vector<std::string>()) {
+        if (auto name = jobNamed(text)) {
+            jobs.push_back(*std::move(name));
+        }
+    }
+    return jobs;
 }
 
 } // namespace
@@ -75,21 +84,21 @@ Result<void> JobStore::look() {
         .map([this](auto found) { locks_ = std::move(found); });
 }
 
-JobFiles JobStore::job(const std::string& name) const {
-    return JobFiles(jobs_ ? valueOrEmpty(jobs_->findIn(name)) : std::nullopt);
+JobFiles JobStore::job(const JobName& name) const {
+    return JobFiles(jobs_ ? valueOrEmpty(jobs_->findIn(name.text())) : std::nullopt);
 }
 
-std::vector<std::string> JobStore::names() const {
-    return jobs_ ? jobs_->names() : std::vector<std::string>();
+std::vector<JobName> JobStore::names() const {
+    return jobsIn(jobs_);
 }
 
 bool JobStore::hasUnits() const {
     const auto all = names();
     return std::any_of(all.begin(), all.end(),
-                       [this](const std::string& name) { return job(name).isUnit(); });
+                       [this](const JobName& name) { return job(name).isUnit(); });
 }
 
-Result<JobStore::Locks> JobStore::lock(const std::string& name) {
+Result<JobStore::Locks> JobStore::lock(const JobName& name) {
     auto root = platform::PrivateFolder::make(path_);
     if (!root) {
         return failure(root.error());
@@ -107,23 +116,21 @@ Result<JobStore::Locks> JobStore::lock(const std::string& name) {
     if (const auto seen = look(); !seen) {
         return failure(seen.error());
     }
-    auto label = FileLock::take(*locks_, name, FileLock::Kind::exclusive);
+    auto label = FileLock::take(*locks_, name.text(), FileLock::Kind::exclusive);
     if (!label) {
         return failure(label.error());
     }
-    return Locks{*std::move(whole), JobLock(*std::move(label), *locks_, name)};
+    return Locks{*std::move(whole), JobLock(*std::move(label), *locks_, name.text())};
 }
 
-std::optional<JobStore::JobLock> JobStore::tryLock(const std::string& name) const {
-    auto lock = locks_ ? FileLock::tryExclusive(*locks_, name) : std::nullopt;
-    return lock ? std::optional<JobLock>(std::in_place, *std::move(lock), *locks_, name)
+std::optional<JobStore::JobLock> JobStore::tryLock(const JobName& name) const {
+    auto lock = locks_ ? FileLock::tryExclusive(*locks_, name.text()) : std::nullopt;
+    return lock ? std::optional<JobLock>(std::in_place, *std::move(lock), *locks_, name.text())
                 : std::nullopt;
 }
 
-std::vector<std::string> JobStore::marked() const {
-    auto names = locks_ ? locks_->names() : std::vector<std::string>();
-    std::erase_if(names, [](const std::string& name) { return !labelOfName(name); });
-    return names;
+std::vector<JobName> JobStore::marked() const {
+    return jobsIn(locks_);
 }
 
 std::optional<FileLock> JobStore::tryAlone() {
@@ -131,12 +138,12 @@ std::optional<FileLock> JobStore::tryAlone() {
     return lock && look() ? std::move(lock) : std::nullopt;
 }
 
-Result<JobFiles> JobStore::make(const std::string& name, const std::string& content) const {
+Result<JobFiles> JobStore::make(const JobName& name, const std::string& content) const {
     if (!jobs_) {
         return failure(path_ + ": no job can be made without its lock");
     }
     remove(name); // left by a launchctl that was killed half-way
-    auto folder = jobs_->makeIn(name);
+    auto folder = jobs_->makeIn(name.text());
     if (!folder) {
         return failure(folder.error());
     }
@@ -145,23 +152,19 @@ Result<JobFiles> JobStore::make(const std::string& name, const std::string& cont
     return made ? Result<JobFiles>(std::move(files)) : failure(made.error());
 }
 
-void JobStore::remove(const std::string& name) const {
+void JobStore::remove(const JobName& name) const {
     job(name).removeAll();
     if (jobs_) {
-        jobs_->removeFolder(name);
+        jobs_->removeFolder(name.text());
     }
 }
 
 void JobStore::removeAll() const {
-    for (const std::string& name : names()) {
-        if (labelOfName(name)) {
-            remove(name);
-        }
+    for (const JobName& name : names()) {
+        remove(name);
     }
-    for (const std::string& name : locks_ ? locks_->names() : std::vector<std::string>()) {
-        if (labelOfName(name)) {
-            locks_->remove(name);
-        }
+    for (const JobName& name : marked()) {
+        locks_->remove(name.text());
     }
     if (!root_) {
         return;

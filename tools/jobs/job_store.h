@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "jobs/job_files.h"
+#include "jobs/label_name.h"
 #include "jobs/locks.h"
 #include "platform/private_folder.h"
 
@@ -14,7 +15,7 @@ namespace varnhold::services {
 // them, and the locks between processes that work on them.
 //
 // Every change holds the tree's lock together with others and its own label's lock alone; who takes
-// the tree down holds the first alone. Names are those of nameOfLabel. Folders that aren't private
+// the tree down holds the first alone. Folders that aren't private
 // to the user are neither believed nor touched, and only what we have made is ever removed.
 class JobStore final {
 public:
@@ -50,25 +51,25 @@ public:
     [[nodiscard]] const JobFiles::Folder& folder() const { return root_; }
 
     // Without its folder if there is none, or none to be believed.
-    [[nodiscard]] JobFiles job(const std::string& name) const;
-    // The names in the folder of all jobs; not every one need be a job's.
-    [[nodiscard]] std::vector<std::string> names() const;
+    [[nodiscard]] JobFiles job(const JobName& name) const;
+    // What isn't named as a job is left out.
+    [[nodiscard]] std::vector<JobName> names() const;
     // Whether there is the folder of any job that a systemd user manager was given.
     [[nodiscard]] bool hasUnits() const;
 
     // Waits for whoever changes this job. The runtime folder is made if it is missing.
-    [[nodiscard]] Result<Locks> lock(const std::string& name);
+    [[nodiscard]] Result<Locks> lock(const JobName& name);
     // None if somebody else changes this job. The tree's lock must be held.
-    [[nodiscard]] std::optional<JobLock> tryLock(const std::string& name) const;
+    [[nodiscard]] std::optional<JobLock> tryLock(const JobName& name) const;
     // Jobs that somebody works on or was killed at.
-    [[nodiscard]] std::vector<std::string> marked() const;
+    [[nodiscard]] std::vector<JobName> marked() const;
     // The tree for oneself alone; none if somebody else is at work, or there is no tree.
     [[nodiscard]] std::optional<FileLock> tryAlone();
 
     // Makes a job's folder anew with a copy of its property list.
-    [[nodiscard]] Result<JobFiles> make(const std::string& name, const std::string& content) const;
+    [[nodiscard]] Result<JobFiles> make(const JobName& name, const std::string& content) const;
     // What somebody else has put into a job's folder stays, and the folder with it.
-    void remove(const std::string& name) const;
+    void remove(const JobName& name) const;
     // All that is ours but the tree's lock, which its holder has.
     void removeAll() const;
 

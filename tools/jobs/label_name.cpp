@@ -1,6 +1,7 @@
 #include "jobs/label_name.h"
 
 #include <charconv>
+#include <utility>
 
 #include "base/unicode.h"
 
@@ -34,9 +35,30 @@ bool standsForItself(char c, bool first) {
     return letter || (c >= '0' && c <= '9') || c == '-' || c == '_' || (c == '.' && !first);
 }
 
+std::optional<Label> decoded(std::string_view name) {
+    std::string label;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name[i] != '%') {
+            label += name[i];
+            continue;
+        }
+        unsigned byte = 0;
+        const std::string_view digits = name.substr(i + 1, 2);
+        const auto [end, error] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
+        if (digits.size() < 2 || error != std::errc{} || end != digits.data() + 2) {
+            return std::nullopt;
+        }
+        label += static_cast<char>(byte);
+        i += 2;
+    }
+    return Label{std::move(label)};
+}
+
 } // namespace
 
-Result<std::string> nameOfLabel(std::string_view label) {
+Result<JobName> nameOfLabel(const Label& whole) {
+    const std::string& label = whole.text;
     if (label.empty()) {
         return failure("a label can't be empty");
     }
@@ -61,29 +83,23 @@ Result<std::string> nameOfLabel(std::string_view label) {
     if (longest > longestName) {
         return failure("the label is too long");
     }
-    return name;
+    return JobName(std::move(name));
 }
 
-std::optional<std::string> labelOfName(std::string_view name) {
-    std::string label;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if (name[i] != '%') {
-            label += name[i];
-            continue;
-        }
-        unsigned byte = 0;
-        const std::string_view digits = name.substr(i + 1, 2);
-        const auto [end, error] =
-            std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
-        if (digits.size() < 2 || error != std::errc{} || end != digits.data() + 2) {
-            return std::nullopt;
-        }
-        label += static_cast<char>(byte);
-        i += 2;
-    }
+Label JobName::label() const {
+    return decoded(text_).value_or(Label());
+}
+
+std::optional<JobName> jobNamed(std::string_view text) {
     // Only what nameOfLabel gives is a name: "%41" isn't one, since "A" stands for itself.
-    const Result<std::string> back = nameOfLabel(label);
-    return back && *back == name ? std::optional(label) : std::nullopt;
+    const auto label = decoded(text);
+    auto name = label ? nameOfLabel(*label) : failure("no name");
+    return name && name->text() == text ? std::optional(*std::move(name)) : std::nullopt;
+}
+
+std::optional<Label> labelOfName(std::string_view text) {
+    const auto name = jobNamed(text);
+    return name ? std::optional(name->label()) : std::nullopt;
 }
 
 } // namespace varnhold::services

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "jobs/label_name.h"
 
 // What the user of launchctl asks for, told from its arguments alone.
 namespace varnhold::services {
@@ -14,7 +15,7 @@ struct Help {};
 struct Version {};
 struct List {};
 struct ListJob {
-    std::string label;
+    Label label;
 };
 struct Bootstrap {
     std::uint64_t userId = 0;
@@ -22,15 +23,15 @@ struct Bootstrap {
 };
 struct Bootout {
     std::uint64_t userId = 0;
-    std::string label;
+    Label label;
 };
 struct Kickstart {
     std::uint64_t userId = 0;
-    std::string label;
+    Label label;
     bool kill = false;
 };
 struct Stop {
-    std::string label;
+    Label label;
 };
 
 using Command = std::variant<Help, Version, List, ListJob, Bootstrap, Bootout, Kickstart, Stop>;

@@ -2,18 +2,16 @@
 
 #include <algorithm>
 
-#include "jobs/label_name.h"
 #include "launchctl/process_handle.h"
 
 namespace varnhold::services {
 
-std::optional<JobState> knownJob(const JobStore& store, const std::string& name) {
-    const auto label = labelOfName(name);
+std::optional<JobState> knownJob(const JobStore& store, const JobName& name) {
     const JobFiles files = store.job(name);
-    if (!label || !files.isUnit() || files.isLeaving()) {
+    if (!files.isUnit() || files.isLeaving()) {
         return std::nullopt;
     }
-    JobState state{.label = *label, .lastEnd = files.lastEnd().value_or(0)};
+    JobState state{.label = name.label(), .lastEnd = files.lastEnd().value_or(0)};
     const auto started = files.lastStart();
     // A process that has got the number since has started later than that.
     const auto found = started ? identify(started->process) : std::nullopt;
@@ -25,43 +23,46 @@ std::optional<JobState> knownJob(const JobStore& store, const std::string& name)
 
 std::vector<JobState> knownJobs(const JobStore& store) {
     std::vector<JobState> jobs;
-    for (const std::string& name : store.names()) {
+    for (const JobName& name : store.names()) {
         if (auto job = knownJob(store, name)) {
             jobs.push_back(*std::move(job));
         }
     }
-    std::sort(jobs.begin(), jobs.end(),
-              [](const JobState& a, const JobState& b) { return a.label < b.label; });
+    std::sort(jobs.begin(), jobs.end(), precedes);
     return jobs;
+}
+
+Result<PropertyList> definitionOf(const JobStore& store, const Label& label) {
+    return nameOfLabel(label).and_then(
+        [&store](const JobName& name) { return store.job(name).definition(); });
 }
 
 Result<std::vector<JobState>> KnownJobs::jobs() {
     return knownJobs(store_);
 }
 
-Result<std::optional<JobState>> KnownJobs::job(const std::string& label) {
+Result<std::optional<JobState>> KnownJobs::job(const Label& label) {
     const auto name = nameOfLabel(label);
     return name ? knownJob(store_, *name) : std::nullopt;
 }
 
-Result<PropertyList> KnownJobs::definition(const std::string& label) {
-    return nameOfLabel(label).and_then(
-        [this](const std::string& name) { return store_.job(name).definition(); });
+Result<PropertyList> KnownJobs::definition(const Label& label) {
+    return definitionOf(store_, label);
 }
 
 Result<Outcome> KnownJobs::bootstrap(const PropertyList&, const std::string&) {
     return failure(reason_);
 }
 
-Result<Outcome> KnownJobs::bootout(const std::string&) {
+Result<Outcome> KnownJobs::bootout(const Label&) {
     return failure(reason_);
 }
 
-Result<Outcome> KnownJobs::kickstart(const std::string&, bool) {
+Result<Outcome> KnownJobs::kickstart(const Label&, bool) {
     return failure(reason_);
 }
 
-Result<Outcome> KnownJobs::stop(const std::string&) {
+Result<Outcome> KnownJobs::stop(const Label&) {
     return failure(reason_);
 }
 

@@ -14,12 +14,12 @@ public:
         : store_(std::move(store)), reason_(std::move(reason)) {}
 
     Result<std::vector<JobState>> jobs() override;
-    Result<std::optional<JobState>> job(const std::string& label) override;
-    Result<PropertyList> definition(const std::string& label) override;
+    Result<std::optional<JobState>> job(const Label& label) override;
+    Result<PropertyList> definition(const Label& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
-    Result<Outcome> bootout(const std::string& label) override;
-    Result<Outcome> kickstart(const std::string& label, bool kill) override;
-    Result<Outcome> stop(const std::string& label) override;
+    Result<Outcome> bootout(const Label& label) override;
+    Result<Outcome> kickstart(const Label& label, bool kill) override;
+    Result<Outcome> stop(const Label& label) override;
 
 private:
     JobStore store_;
@@ -27,7 +27,10 @@ private:
 };
 
 // The same for a manager that answers too late. None if it isn't a unit's folder.
-[[nodiscard]] std::optional<JobState> knownJob(const JobStore& store, const std::string& name);
+[[nodiscard]] std::optional<JobState> knownJob(const JobStore& store, const JobName& name);
 [[nodiscard]] std::vector<JobState> knownJobs(const JobStore& store);
+
+// What a job was loaded with, whichever manager has it.
+[[nodiscard]] Result<PropertyList> definitionOf(const JobStore& store, const Label& label);
 
 } // namespace varnhold::services

@@ -48,7 +48,7 @@ Result<std::string> readPropertyList(const std::string& path) {
 
 Result<PropertyList> usablePropertyList(const std::string& content) {
     return decodePropertyList(content).and_then([](PropertyList list) -> Result<PropertyList> {
-        const auto name = nameOfLabel(list.label);
+        const auto name = nameOfLabel({list.label});
         return name ? Result<PropertyList>(std::move(list)) : failure(name.error());
     });
 }
@@ -181,8 +181,8 @@ private:
         return exitNoSuchProcess;
     }
 
-    int noSuchService(const std::string& label) {
-        error_ << "Could not find service \"" << label << "\" in domain for port\n";
+    int noSuchService(const Label& label) {
+        error_ << "Could not find service \"" << label.text << "\" in domain for port\n";
         return exitNoSuchService;
     }
 

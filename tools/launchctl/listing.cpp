@@ -47,7 +47,7 @@ std::string jobTable(const std::vector<JobState>& jobs) {
     std::string table = "PID\tStatus\tLabel\n";
     for (const JobState& job : jobs) {
         table += (job.process ? std::to_string(*job.process) : "-") + "\t" +
-                 std::to_string(lastStatus(job.lastEnd)) + "\t" + job.label + "\n";
+                 std::to_string(lastStatus(job.lastEnd)) + "\t" + job.label.text + "\n";
     }
     return table;
 }
@@ -57,7 +57,7 @@ std::string jobProperties(const JobState& state, const PropertyList& list) {
     out += line("StandardOutPath", inQuotes(list.standardOutPath));
     out += line("LimitLoadToSessionType", inQuotes("Aqua"));
     out += line("StandardErrorPath", inQuotes(list.standardErrorPath));
-    out += line("Label", inQuotes(state.label));
+    out += line("Label", inQuotes(state.label.text));
     out += line("OnDemand", list.keepAlive ? "false" : "true");
     out += line("LastExitStatus", std::to_string(state.lastEnd));
     if (state.process) {

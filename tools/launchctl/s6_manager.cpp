@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "jobs/label_name.h"
 #include "jobs/tree_names.h"
+#include "launchctl/known_jobs.h"
 #include "launchctl/lost_supervisors.h"
 #include "launchctl/process_handle.h"
 
@@ -38,7 +38,7 @@ Result<std::unique_ptr<S6Manager>> S6Manager::open(JobStore store, std::string a
     return manager->tree_.look().map([&] { return std::move(manager); });
 }
 
-Result<JobStore::Locks> S6Manager::lock(const std::string& name) {
+Result<JobStore::Locks> S6Manager::lock(const JobName& name) {
     return store_.lock(name).and_then([this](JobStore::Locks locks) {
         return tree_.look().map([&] { return std::move(locks); });
     });
@@ -47,11 +47,11 @@ Result<JobStore::Locks> S6Manager::lock(const std::string& name) {
 // A supervisor that has been killed is replaced within a second as long as the scanner runs and
 // sees the job, and one whose scanner has been killed works on. A job that never had a supervisor
 // is one that somebody is about to load, or was when he was killed.
-bool S6Manager::isLoaded(const std::string& name) const {
+bool S6Manager::isLoaded(const JobName& name) const {
     return isLoaded(name, tree_.service(name));
 }
 
-bool S6Manager::isLoaded(const std::string& name, const S6Service& service) const {
+bool S6Manager::isLoaded(const JobName& name, const S6Service& service) const {
     const S6Tree::Link link = tree_.linkOf(name);
     if (link == S6Tree::Link::none || service.files().isLeaving()) {
         return false;
@@ -60,7 +60,7 @@ bool S6Manager::isLoaded(const std::string& name, const S6Service& service) cons
            (link == S6Tree::Link::inSight && service.wasSupervised() && scanner_.isRunning());
 }
 
-JobState S6Manager::state(const S6Service& service, const std::string& label) {
+JobState S6Manager::state(const S6Service& service, const Label& label) {
     JobState job{.label = label};
     const auto status = service.isSupervised() ? service.status() : std::nullopt;
     if (status) {
@@ -73,23 +73,22 @@ JobState S6Manager::state(const S6Service& service, const std::string& label) {
 
 Result<std::vector<JobState>> S6Manager::jobs() {
     std::vector<JobState> jobs;
-    for (const std::string& name : tree_.linkedJobs()) {
+    for (const JobName& name : tree_.linkedJobs()) {
         if (const S6Service service = tree_.service(name); isLoaded(name, service)) {
-            jobs.push_back(state(service, labelOfName(name).value()));
+            jobs.push_back(state(service, name.label()));
         }
     }
-    std::sort(jobs.begin(), jobs.end(),
-              [](const JobState& a, const JobState& b) { return a.label < b.label; });
+    std::sort(jobs.begin(), jobs.end(), precedes);
     return jobs;
 }
 
 bool S6Manager::hasJobs() const {
     const auto names = tree_.linkedJobs();
     return std::any_of(names.begin(), names.end(),
-                       [this](const std::string& name) { return isLoaded(name); });
+                       [this](const JobName& name) { return isLoaded(name); });
 }
 
-Result<std::optional<JobState>> S6Manager::job(const std::string& label) {
+Result<std::optional<JobState>> S6Manager::job(const Label& label) {
     const auto name = nameOfLabel(label);
     if (!name) {
         return std::nullopt;
@@ -98,12 +97,11 @@ Result<std::optional<JobState>> S6Manager::job(const std::string& label) {
     return isLoaded(*name, service) ? std::optional(state(service, label)) : std::nullopt;
 }
 
-Result<PropertyList> S6Manager::definition(const std::string& label) {
-    return nameOfLabel(label).and_then(
-        [this](const std::string& name) { return store_.job(name).definition(); });
+Result<PropertyList> S6Manager::definition(const Label& label) {
+    return definitionOf(store_, label);
 }
 
-Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& list,
+Result<void> S6Manager::writeJob(const JobName& name, const PropertyList& list,
                                  const std::string& content) const {
     const auto job = store_.make(name, content);
     if (!job) {
@@ -131,7 +129,7 @@ Result<void> S6Manager::writeJob(const std::string& name, const PropertyList& li
 
 // Ends what a tool that was killed half-way has left of a job that it hadn't quite loaded or had
 // half forgotten. Whoever is still at work on it holds its lock. Doesn't wait for its agent to end.
-void S6Manager::tidyUp(const std::string& name) const {
+void S6Manager::tidyUp(const JobName& name) const {
     if (isLoaded(name)) {
         return;
     }
@@ -152,7 +150,7 @@ void S6Manager::tidyUp(const std::string& name) const {
 }
 
 void S6Manager::tidyUpMarked() const {
-    for (const std::string& name : store_.marked()) {
+    for (const JobName& name : store_.marked()) {
         if (isLoaded(name)) {
             static_cast<void>(store_.tryLock(name)); // its mark says nothing any more
         } else {
@@ -162,7 +160,7 @@ void S6Manager::tidyUpMarked() const {
 }
 
 void S6Manager::tidyUpAll() const {
-    for (const std::string& name : tree_.allJobs()) {
+    for (const JobName& name : tree_.allJobs()) {
         tidyUp(name);
     }
 }
@@ -181,13 +179,13 @@ Result<void> S6Manager::startScanner() {
     }
     endLostSupervisors(store_.path());
     tidyUpAll(); // or the scanner would bring up what is found there
-    for (const std::string& name : tree_.linkedJobs()) {
+    for (const JobName& name : tree_.linkedJobs()) {
         tree_.hide(name);
     }
     return scanner_.start();
 }
 
-Result<void> S6Manager::load(const std::string& name, bool starts) {
+Result<void> S6Manager::load(const JobName& name, bool starts) {
     const S6Service service = tree_.service(name);
     // A scanner that somebody who was killed has told to end may go on for a moment.
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -211,7 +209,7 @@ Result<void> S6Manager::load(const std::string& name, bool starts) {
 }
 
 Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string& content) {
-    const auto name = nameOfLabel(list.label);
+    const auto name = nameOfLabel({list.label});
     if (!name) {
         return failure(name.error());
     }
@@ -236,7 +234,7 @@ Result<Outcome> S6Manager::bootstrap(const PropertyList& list, const std::string
 
 // The order first and the wake-up then: the other way round, a job that is woken from its wait
 // could start its agent once more before it is told to end.
-void S6Manager::tellToEnd(const std::string& name) const {
+void S6Manager::tellToEnd(const JobName& name) const {
     const S6Service service = tree_.service(name);
     service.command("dx");
     service.files().markLeaving();
@@ -246,7 +244,7 @@ void S6Manager::tellToEnd(const std::string& name) const {
 // In this order, so that whoever is killed at it leaves an agent that ends by itself or a job that
 // is as loaded as before. A supervisor that ends before the scanner has lost sight of it is
 // replaced by one that finds the job leaving, starts nothing, and is told to end as well.
-Result<void> S6Manager::unload(const std::string& name) const {
+Result<void> S6Manager::unload(const JobName& name) const {
     for (int attempt = 0; attempt < 3; ++attempt) {
         const S6Service service = tree_.service(name);
         if (service.isSupervised()) {
@@ -263,13 +261,12 @@ Result<void> S6Manager::unload(const std::string& name) const {
             return {};
         }
     }
-    return failure("the supervisor of " + name + " comes up again and again");
+    return failure("the supervisor of " + name.text() + " comes up again and again");
 }
 
 // Looked at before the lock as well, so that nothing is made for a job that nobody has loaded.
-Result<Outcome>
-S6Manager::change(const std::string& label,
-                  const std::function<Result<Outcome>(const std::string& name)>& work) {
+Result<Outcome> S6Manager::change(const Label& label,
+                                  const std::function<Result<Outcome>(const JobName& name)>& work) {
     const auto name = nameOfLabel(label);
     if (!name || tree_.linkOf(*name) == S6Tree::Link::none) {
         return Outcome::notLoaded;
@@ -282,14 +279,14 @@ S6Manager::change(const std::string& label,
     return isLoaded(*name) ? work(*name) : Outcome::notLoaded;
 }
 
-Result<Outcome> S6Manager::bootout(const std::string& label) {
-    return change(label, [this](const std::string& name) {
+Result<Outcome> S6Manager::bootout(const Label& label) {
+    return change(label, [this](const JobName& name) {
         return unload(name).map([] { return Outcome::done; });
     });
 }
 
-Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
-    return change(label, [&](const std::string& name) -> Result<Outcome> {
+Result<Outcome> S6Manager::kickstart(const Label& label, bool kill) {
+    return change(label, [&](const JobName& name) -> Result<Outcome> {
         const S6Service service = tree_.service(name);
         const auto running = state(service, label).process;
         if (running && !kill) {
@@ -312,7 +309,7 @@ Result<Outcome> S6Manager::kickstart(const std::string& label, bool kill) {
     });
 }
 
-Result<Outcome> S6Manager::stop(const std::string& label) {
+Result<Outcome> S6Manager::stop(const Label& label) {
     const auto name = nameOfLabel(label);
     if (!name || !isLoaded(*name)) {
         return Outcome::notLoaded;
@@ -335,7 +332,7 @@ void S6Manager::takeDownIfEmpty() {
     if (!tree_.linkedJobs().empty()) {
         return;
     }
-    for (const std::string& name : tree_.allJobs()) {
+    for (const JobName& name : tree_.allJobs()) {
         if (!unload(name)) {
             return; // its agent can't be ended; the next tool tries again
         }

@@ -27,12 +27,12 @@ public:
     [[nodiscard]] bool hasJobs() const;
 
     Result<std::vector<JobState>> jobs() override;
-    Result<std::optional<JobState>> job(const std::string& label) override;
-    Result<PropertyList> definition(const std::string& label) override;
+    Result<std::optional<JobState>> job(const Label& label) override;
+    Result<PropertyList> definition(const Label& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
-    Result<Outcome> bootout(const std::string& label) override;
-    Result<Outcome> kickstart(const std::string& label, bool kill) override;
-    Result<Outcome> stop(const std::string& label) override;
+    Result<Outcome> bootout(const Label& label) override;
+    Result<Outcome> kickstart(const Label& label, bool kill) override;
+    Result<Outcome> stop(const Label& label) override;
 
 private:
     // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
@@ -42,23 +42,22 @@ private:
     };
 
     S6Manager(JobStore store, std::string agentExec);
-    [[nodiscard]] Result<JobStore::Locks> lock(const std::string& name);
-    [[nodiscard]] bool isLoaded(const std::string& name) const;
-    [[nodiscard]] bool isLoaded(const std::string& name, const S6Service& service) const;
-    [[nodiscard]] static JobState state(const S6Service& service, const std::string& label);
-    [[nodiscard]] Result<void> writeJob(const std::string& name, const PropertyList& list,
+    [[nodiscard]] Result<JobStore::Locks> lock(const JobName& name);
+    [[nodiscard]] bool isLoaded(const JobName& name) const;
+    [[nodiscard]] bool isLoaded(const JobName& name, const S6Service& service) const;
+    [[nodiscard]] static JobState state(const S6Service& service, const Label& label);
+    [[nodiscard]] Result<void> writeJob(const JobName& name, const PropertyList& list,
                                         const std::string& content) const;
-    void tidyUp(const std::string& name) const;
+    void tidyUp(const JobName& name) const;
     void tidyUpMarked() const;
     void tidyUpAll() const;
     [[nodiscard]] Result<void> startScanner();
-    [[nodiscard]] Result<void> load(const std::string& name, bool starts);
-    [[nodiscard]] Result<void> unload(const std::string& name) const;
+    [[nodiscard]] Result<void> load(const JobName& name, bool starts);
+    [[nodiscard]] Result<void> unload(const JobName& name) const;
     // Does the work on a loaded job while nobody else changes it.
     [[nodiscard]] Result<Outcome>
-    change(const std::string& label,
-           const std::function<Result<Outcome>(const std::string& name)>& work);
-    void tellToEnd(const std::string& name) const;
+    change(const Label& label, const std::function<Result<Outcome>(const JobName& name)>& work);
+    void tellToEnd(const JobName& name) const;
     void takeDownIfEmpty();
 
     JobStore store_;

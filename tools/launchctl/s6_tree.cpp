@@ -5,20 +5,19 @@
 #include <cstdio>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
-#include "jobs/label_name.h"
 #include "jobs/tree_names.h"
 
 namespace varnhold::services {
 
 namespace {
 
-std::string linkOutOfSight(const std::string& name) {
-    return std::string(tree::outOfSightPrefix) + name;
+std::string linkOutOfSight(const JobName& name) {
+    return std::string(tree::outOfSightPrefix) + name.text();
 }
 
-void sortOut(std::vector<std::string>& names) {
-    std::erase_if(names, [](const std::string& name) { return !labelOfName(name); });
+void sortOut(std::vector<JobName>& names) {
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());
 }
@@ -42,51 +41,54 @@ Result<void> S6Tree::make() {
     return store_.folder()->makeIn(tree::scan).map([this](auto made) { links_ = std::move(made); });
 }
 
-S6Tree::Link S6Tree::linkOf(const std::string& name) const {
-    if (links_ && links_->has(name)) {
+S6Tree::Link S6Tree::linkOf(const JobName& name) const {
+    if (links_ && links_->has(name.text())) {
         return Link::inSight;
     }
     return links_ && links_->has(linkOutOfSight(name)) ? Link::outOfSight : Link::none;
 }
 
-Result<void> S6Tree::link(const std::string& name) const {
-    const std::string target = std::string("../") + tree::jobs + "/" + name;
-    if (!links_ || ::symlinkat(target.c_str(), links_->descriptor(), name.c_str()) != 0) {
-        return failure(store_.path() + "/" + tree::scan + "/" + name + ": " +
+Result<void> S6Tree::link(const JobName& name) const {
+    const std::string target = std::string("../") + tree::jobs + "/" + name.text();
+    if (!links_ || ::symlinkat(target.c_str(), links_->descriptor(), name.text().c_str()) != 0) {
+        return failure(store_.path() + "/" + tree::scan + "/" + name.text() + ": " +
                        std::system_category().message(errno));
     }
     return {};
 }
 
 // In this order, since somebody may hide the link meanwhile.
-void S6Tree::unlink(const std::string& name) const {
+void S6Tree::unlink(const JobName& name) const {
     if (links_) {
-        links_->remove(name);
+        links_->remove(name.text());
         links_->remove(linkOutOfSight(name));
     }
 }
 
-void S6Tree::hide(const std::string& name) const {
+void S6Tree::hide(const JobName& name) const {
     if (links_) {
-        ::renameat(links_->descriptor(), name.c_str(), links_->descriptor(),
+        ::renameat(links_->descriptor(), name.text().c_str(), links_->descriptor(),
                    linkOutOfSight(name).c_str());
     }
 }
 
-std::vector<std::string> S6Tree::linkedJobs() const {
-    std::vector<std::string> names = links_ ? links_->names() : std::vector<std::string>();
-    for (std::string& name : names) {
-        if (name.starts_with(tree::outOfSightPrefix)) {
-            name.erase(0, tree::outOfSightPrefix.size());
+std::vector<JobName> S6Tree::linkedJobs() const {
+    std::vector<JobName> names;
+    for (std::string& link : links_ ? links_->names() : std::vector<std::string>()) {
+        if (link.starts_with(tree::outOfSightPrefix)) {
+            link.erase(0, tree::outOfSightPrefix.size());
+        }
+        if (auto name = jobNamed(link)) {
+            names.push_back(*std::move(name));
         }
     }
     sortOut(names);
     return names;
 }
 
-std::vector<std::string> S6Tree::allJobs() const {
-    std::vector<std::string> names = store_.names();
-    std::erase_if(names, [this](const std::string& name) {
+std::vector<JobName> S6Tree::allJobs() const {
+    std::vector<JobName> names = store_.names();
+    std::erase_if(names, [this](const JobName& name) {
         const JobFiles job = store_.job(name);
         return !job.folder() || !job.folder()->has("run");
     });
@@ -96,11 +98,11 @@ std::vector<std::string> S6Tree::allJobs() const {
     return names;
 }
 
-S6Service S6Tree::service(const std::string& name) const {
+S6Service S6Tree::service(const JobName& name) const {
     return S6Service(store_.job(name));
 }
 
-bool S6Tree::remove(const std::string& name) const {
+bool S6Tree::remove(const JobName& name) const {
     store_.remove(name);
     return !service(name).wasSupervised();
 }

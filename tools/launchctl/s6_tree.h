@@ -7,8 +7,8 @@
 #include "jobs/job_store.h"
 #include "launchctl/s6_service.h"
 
-// The links by which a scanner knows its jobs, and the jobs' folders. Jobs are named as in
-// label_name.h. No locks here: whoever changes a job holds its lock.
+// The links by which a scanner knows its jobs, and the jobs' folders. No locks here: whoever
+// changes a job holds its lock.
 namespace varnhold::services {
 
 class S6Tree final {
@@ -26,20 +26,20 @@ public:
     // Makes the folder of the links if it is missing, and looks.
     [[nodiscard]] Result<void> make();
 
-    [[nodiscard]] Link linkOf(const std::string& name) const;
-    [[nodiscard]] Result<void> link(const std::string& name) const;
-    void unlink(const std::string& name) const;
-    void hide(const std::string& name) const;
+    [[nodiscard]] Link linkOf(const JobName& name) const;
+    [[nodiscard]] Result<void> link(const JobName& name) const;
+    void unlink(const JobName& name) const;
+    void hide(const JobName& name) const;
 
-    [[nodiscard]] std::vector<std::string> linkedJobs() const;
+    [[nodiscard]] std::vector<JobName> linkedJobs() const;
     // Also those of which nothing but the folder is left, or not more is there yet. Folders of
     // another service manager's jobs aren't ours.
-    [[nodiscard]] std::vector<std::string> allJobs() const;
+    [[nodiscard]] std::vector<JobName> allJobs() const;
 
-    [[nodiscard]] S6Service service(const std::string& name) const;
+    [[nodiscard]] S6Service service(const JobName& name) const;
 
     // Takes the job's files away. False if a supervisor has come up there meanwhile.
-    bool remove(const std::string& name) const;
+    bool remove(const JobName& name) const;
 
 private:
     const JobStore& store_;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "jobs/label_name.h"
 #include "lifecycle/property_list.h"
 
 // What launchctl needs of whatever really runs the services.
@@ -16,10 +17,15 @@ namespace varnhold::services {
 
 // How a job stands at one moment.
 struct JobState {
-    std::string label;
+    Label label;
     std::optional<pid_t> process; // absent while its agent doesn't run
     int lastEnd = 0;              // wait status of its last end, 0 before the first
 };
+
+// The order of listings.
+[[nodiscard]] inline bool precedes(const JobState& left, const JobState& right) {
+    return left.label < right.label;
+}
 
 enum class Outcome {
     done,
@@ -34,9 +40,9 @@ public:
     // Every loaded job, sorted by label.
     [[nodiscard]] virtual Result<std::vector<JobState>> jobs() = 0;
     // None if no such job is loaded.
-    [[nodiscard]] virtual Result<std::optional<JobState>> job(const std::string& label) = 0;
+    [[nodiscard]] virtual Result<std::optional<JobState>> job(const Label& label) = 0;
     // The definition that a loaded job was loaded with.
-    [[nodiscard]] virtual Result<PropertyList> definition(const std::string& label) = 0;
+    [[nodiscard]] virtual Result<PropertyList> definition(const Label& label) = 0;
 
     // Loads a job; starts it if its definition says so. `content` is the property list as it was
     // read and `list` what it says. A loaded job is left as it is.
@@ -44,14 +50,14 @@ public:
 
     // Ends the agent, politely first and with force after five seconds, and forgets the job.
     // Returns when the process is gone. Child processes of the agent are left alone.
-    virtual Result<Outcome> bootout(const std::string& label) = 0;
+    virtual Result<Outcome> bootout(const Label& label) = 0;
 
     // Starts a job that doesn't run, at once; with `kill`, ends a running instance first, with
     // force.
-    virtual Result<Outcome> kickstart(const std::string& label, bool kill) = 0;
+    virtual Result<Outcome> kickstart(const Label& label, bool kill) = 0;
 
     // Asks the agent to end; the job stays loaded, and is started again if it is kept alive.
-    virtual Result<Outcome> stop(const std::string& label) = 0;
+    virtual Result<Outcome> stop(const Label& label) = 0;
 };
 
 } // namespace varnhold::services

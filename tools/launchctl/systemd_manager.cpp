@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 
 #include "base/unicode.h"
-#include "jobs/label_name.h"
 #include "launchctl/known_jobs.h"
 #include "launchctl/process_handle.h"
 #include "launchctl/unit_name.h"
@@ -42,7 +41,7 @@ void addQuestions(const Unit& unit, std::vector<Question>& questions) {
 // Takes the answers that belong to the unit, from `next` on.
 JobState stateOf(const Unit& unit, const JobFiles& files, const std::vector<Question>& questions,
                  std::size_t& next) {
-    JobState state{.label = *labelOfUnit(unit.name)};
+    JobState state{.label = jobOfUnit(unit.name)->label()};
     const std::int64_t process = questions[next++].answer;
     std::int64_t code = 0;
     std::int64_t status = 0;
@@ -70,11 +69,9 @@ Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::stri
     if (!units) {
         return failure(units.error());
     }
-    const auto filesOf = [this](const Unit& unit) {
-        return store_.job(*nameOfLabel(*labelOfUnit(unit.name)));
-    };
+    const auto filesOf = [this](const Unit& unit) { return store_.job(*jobOfUnit(unit.name)); };
     std::erase_if(*units, [&](const Unit& unit) {
-        return !labelOfUnit(unit.name) || filesOf(unit).isLeaving();
+        return !jobOfUnit(unit.name) || filesOf(unit).isLeaving();
     });
     std::vector<Question> questions;
     for (const Unit& unit : *units) {
@@ -88,8 +85,7 @@ Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::stri
     for (const Unit& unit : *units) {
         jobs.push_back(stateOf(unit, filesOf(unit), questions, next));
     }
-    std::sort(jobs.begin(), jobs.end(),
-              [](const JobState& a, const JobState& b) { return a.label < b.label; });
+    std::sort(jobs.begin(), jobs.end(), precedes);
     return jobs;
 }
 
@@ -98,35 +94,33 @@ Result<std::vector<JobState>> SystemdManager::jobs() {
     return jobs ? std::move(jobs) : knownJobs(store_); // of a manager that is up and silent
 }
 
-Result<std::optional<JobState>> SystemdManager::job(const std::string& label) {
-    const auto unit = unitOfLabel(label);
-    if (!unit) {
+Result<std::optional<JobState>> SystemdManager::job(const Label& label) {
+    const auto name = nameOfLabel(label);
+    if (!name) {
         return std::optional<JobState>();
     }
-    const auto found = states({*unit, *patternOfGenerations(label)});
+    const auto found = states({unitOfJob(*name), patternOfGenerations(*name)});
     if (!found) {
-        return knownJob(store_, *nameOfLabel(label));
+        return knownJob(store_, *name);
     }
     return found->empty() ? std::nullopt : std::optional(found->front());
 }
 
-Result<PropertyList> SystemdManager::definition(const std::string& label) {
-    return nameOfLabel(label).and_then(
-        [this](const std::string& name) { return store_.job(name).definition(); });
+Result<PropertyList> SystemdManager::definition(const Label& label) {
+    return definitionOf(store_, label);
 }
 
-Result<std::vector<Unit>> SystemdManager::unitsOf(const std::string& label) {
-    const auto unit = unitOfLabel(label);
-    return unit ? manager_.units({*unit, *patternOfGenerations(label)}) : failure(unit.error());
+Result<std::vector<Unit>> SystemdManager::unitsOf(const JobName& name) {
+    return manager_.units({unitOfJob(name), patternOfGenerations(name)});
 }
 
 // None if the job isn't loaded, or is on its way out.
-Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const std::string& label) {
+Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const Label& label) {
     const auto name = nameOfLabel(label);
     if (!name) {
         return std::optional<Loaded>();
     }
-    const auto units = unitsOf(label);
+    const auto units = unitsOf(*name);
     if (!units) {
         return failure(units.error());
     }
@@ -134,10 +128,11 @@ Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const std::st
     if (units->empty() || files.isLeaving()) {
         return std::optional<Loaded>();
     }
-    return std::optional<Loaded>(std::in_place, units->front(), std::move(files));
+    return std::optional<Loaded>(std::in_place, *name, units->front(), std::move(files));
 }
 
-Result<Outcome> SystemdManager::start(const PropertyList& list, const std::string& folder) {
+Result<Outcome> SystemdManager::start(const JobName& name, const PropertyList& list,
+                                      const std::string& folder) {
     if (folder.find('$') != std::string::npos) {
         // It would be taken for a variable, and the way round that doesn't survive a reload.
         return failure("a user manager can't be given a path with \"$\" in it: " + folder);
@@ -148,7 +143,7 @@ Result<Outcome> SystemdManager::start(const PropertyList& list, const std::strin
                      .after = {agentExec_, "--note", folder},
                      .keepAlive = list.keepAlive};
     for (unsigned generation = 0; generation < mostGenerations; ++generation) {
-        unit.name = unitOfLabel(list.label, generation).value();
+        unit.name = unitOfJob(name, generation);
         const auto started = manager_.startTransient(unit);
         if (!started) {
             return failure(started.error());
@@ -157,7 +152,7 @@ Result<Outcome> SystemdManager::start(const PropertyList& list, const std::strin
             return Outcome::done;
         }
         // The manager may only now have read the wish of somebody who was killed meanwhile.
-        const auto units = unitsOf(list.label);
+        const auto units = unitsOf(name);
         if (!units || !units->empty()) {
             return units.map([](const auto&) { return Outcome::alreadyLoaded; });
         }
@@ -166,7 +161,7 @@ Result<Outcome> SystemdManager::start(const PropertyList& list, const std::strin
 }
 
 Result<Outcome> SystemdManager::bootstrap(const PropertyList& list, const std::string& content) {
-    const auto name = nameOfLabel(list.label);
+    const auto name = nameOfLabel({list.label});
     if (!name) {
         return failure(name.error());
     }
@@ -177,13 +172,13 @@ Result<Outcome> SystemdManager::bootstrap(const PropertyList& list, const std::s
     return outcome;
 }
 
-Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const PropertyList& list,
+Result<Outcome> SystemdManager::bootstrapAlone(const JobName& name, const PropertyList& list,
                                                const std::string& content) {
     const auto locks = store_.lock(name);
     if (!locks) {
         return failure(locks.error());
     }
-    const auto units = unitsOf(list.label);
+    const auto units = unitsOf(name);
     if (!units) {
         return failure(units.error());
     }
@@ -199,10 +194,10 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
     auto outcome = store_.make(name, content).and_then([&](const JobFiles& files) {
         return files.markAsUnit()
             .and_then([&] { return rests ? files.putToRest() : Result<void>(); })
-            .and_then([&] { return start(list, files.path()); });
+            .and_then([&] { return start(name, list, files.path()); });
     });
     if (!outcome) {
-        takeBack(list.label, name);
+        takeBack(name);
     }
     return outcome;
 }
@@ -210,8 +205,8 @@ Result<Outcome> SystemdManager::bootstrapAlone(const std::string& name, const Pr
 // After a start that has failed. The manager may have the unit all the same and would start it
 // again for ever, in vain once its folder has gone. So the folder stays where the unit can't be
 // ended, and the job is listed as loaded.
-void SystemdManager::takeBack(const std::string& label, const std::string& name) {
-    const auto units = unitsOf(label);
+void SystemdManager::takeBack(const JobName& name) {
+    const auto units = unitsOf(name);
     const bool gone = units && std::all_of(units->begin(), units->end(),
                                            [&](const Unit& unit) { return end(unit).has_value(); });
     if (gone) {
@@ -219,7 +214,7 @@ void SystemdManager::takeBack(const std::string& label, const std::string& name)
     }
 }
 
-Result<void> SystemdManager::unload(const Unit& unit, const std::string& name) {
+Result<void> SystemdManager::unload(const Unit& unit, const JobName& name) {
     store_.job(name).markLeaving();
     return end(unit).map([&] { store_.remove(name); });
 }
@@ -232,14 +227,14 @@ Result<void> SystemdManager::end(const Unit& unit) {
 }
 
 // Looked at before the lock as well, so that nothing is made for a job that nobody has loaded.
-Result<Outcome> SystemdManager::change(const std::string& label,
+Result<Outcome> SystemdManager::change(const Label& label,
                                        const std::function<Result<Outcome>(const Loaded&)>& work) {
     const auto before = find(label);
     if (!before || !*before) {
         return before.map([](const auto&) { return Outcome::notLoaded; });
     }
     const TakeDownAtEnd atEnd{*this};
-    const auto locks = store_.lock(*nameOfLabel(label));
+    const auto locks = store_.lock((*before)->name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -250,9 +245,9 @@ Result<Outcome> SystemdManager::change(const std::string& label,
     return work(**loaded);
 }
 
-Result<Outcome> SystemdManager::bootout(const std::string& label) {
-    return change(label, [&](const Loaded& loaded) {
-        return unload(loaded.unit, *nameOfLabel(label)).map([] { return Outcome::done; });
+Result<Outcome> SystemdManager::bootout(const Label& label) {
+    return change(label, [this](const Loaded& loaded) {
+        return unload(loaded.unit, loaded.name).map([] { return Outcome::done; });
     });
 }
 
@@ -264,7 +259,7 @@ Result<SystemdManager::MainProcess> SystemdManager::mainProcess(const Unit& unit
     });
 }
 
-Result<Outcome> SystemdManager::kickstart(const std::string& label, bool kill) {
+Result<Outcome> SystemdManager::kickstart(const Label& label, bool kill) {
     return change(label, [&](const Loaded& loaded) -> Result<Outcome> {
         const auto state = job(label);
         if (!state || !*state) {
@@ -306,7 +301,7 @@ Result<void> SystemdManager::killAgent(const Loaded& loaded, pid_t running) {
     return {};
 }
 
-Result<Outcome> SystemdManager::stop(const std::string& label) {
+Result<Outcome> SystemdManager::stop(const Label& label) {
     const auto loaded = find(label);
     if (!loaded || !*loaded) {
         return loaded.map([](const auto&) { return Outcome::notLoaded; });
@@ -325,15 +320,12 @@ void SystemdManager::takeDownIfEmpty() {
     if (!alone) {
         return;
     }
-    for (const std::string& name : store_.names()) {
-        const auto label = labelOfName(name);
-        const auto units = label ? unitsOf(*label) : std::vector<Unit>();
+    for (const JobName& name : store_.names()) {
+        const auto units = unitsOf(name);
         if (!units || !units->empty()) {
             return;
         }
-        if (label) {
-            store_.remove(name);
-        }
+        store_.remove(name);
     }
     store_.removeAll();
 }

@@ -21,12 +21,12 @@ public:
     SystemdManager(UserManager manager, JobStore store, std::string agentExec);
 
     Result<std::vector<JobState>> jobs() override;
-    Result<std::optional<JobState>> job(const std::string& label) override;
-    Result<PropertyList> definition(const std::string& label) override;
+    Result<std::optional<JobState>> job(const Label& label) override;
+    Result<PropertyList> definition(const Label& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
-    Result<Outcome> bootout(const std::string& label) override;
-    Result<Outcome> kickstart(const std::string& label, bool kill) override;
-    Result<Outcome> stop(const std::string& label) override;
+    Result<Outcome> bootout(const Label& label) override;
+    Result<Outcome> kickstart(const Label& label, bool kill) override;
+    Result<Outcome> stop(const Label& label) override;
 
 private:
     // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
@@ -35,12 +35,13 @@ private:
         ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
     };
 
-    // A label's unit and the folder that belongs to it.
+    // A job's unit and the folder that belongs to it.
     struct Loaded {
+        JobName name;
         Unit unit;
         JobFiles files;
-        Loaded(Unit itsUnit, JobFiles itsFiles)
-            : unit(std::move(itsUnit)), files(std::move(itsFiles)) {}
+        Loaded(JobName itsName, Unit itsUnit, JobFiles itsFiles)
+            : name(std::move(itsName)), unit(std::move(itsUnit)), files(std::move(itsFiles)) {}
     };
 
     // As the manager itself knows it.
@@ -52,17 +53,18 @@ private:
 
     [[nodiscard]] Result<MainProcess> mainProcess(const Unit& unit);
     [[nodiscard]] Result<std::vector<JobState>> states(const std::vector<std::string>& patterns);
-    [[nodiscard]] Result<std::vector<Unit>> unitsOf(const std::string& label);
-    [[nodiscard]] Result<std::optional<Loaded>> find(const std::string& label);
-    [[nodiscard]] Result<Outcome> bootstrapAlone(const std::string& name, const PropertyList& list,
+    [[nodiscard]] Result<std::vector<Unit>> unitsOf(const JobName& name);
+    [[nodiscard]] Result<std::optional<Loaded>> find(const Label& label);
+    [[nodiscard]] Result<Outcome> bootstrapAlone(const JobName& name, const PropertyList& list,
                                                  const std::string& content);
-    [[nodiscard]] Result<Outcome> start(const PropertyList& list, const std::string& folder);
+    [[nodiscard]] Result<Outcome> start(const JobName& name, const PropertyList& list,
+                                        const std::string& folder);
     // Does the work on a loaded job while nobody else changes it.
-    [[nodiscard]] Result<Outcome> change(const std::string& label,
+    [[nodiscard]] Result<Outcome> change(const Label& label,
                                          const std::function<Result<Outcome>(const Loaded&)>& work);
     [[nodiscard]] Result<void> killAgent(const Loaded& loaded, pid_t running);
-    void takeBack(const std::string& label, const std::string& name);
-    [[nodiscard]] Result<void> unload(const Unit& unit, const std::string& name);
+    void takeBack(const JobName& name);
+    [[nodiscard]] Result<void> unload(const Unit& unit, const JobName& name);
     [[nodiscard]] Result<void> end(const Unit& unit);
     void takeDownIfEmpty();
 

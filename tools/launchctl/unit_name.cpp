@@ -1,7 +1,6 @@
 #include "launchctl/unit_name.h"
 
 #include "base/text.h"
-#include "jobs/label_name.h"
 
 namespace varnhold::services {
 
@@ -22,20 +21,18 @@ std::string replaced(std::string_view text, std::string_view from, std::string_v
     return out + std::string(text);
 }
 
-Result<std::string> unitWith(std::string_view label, const std::string& generation) {
-    return nameOfLabel(label).map([&generation](const std::string& name) {
-        return std::string(prefix) + replaced(name, fileEscape, unitEscape) + generation +
-               std::string(suffix);
-    });
+std::string unitWith(const JobName& name, const std::string& generation) {
+    return std::string(prefix) + replaced(name.text(), fileEscape, unitEscape) + generation +
+           std::string(suffix);
 }
 
 } // namespace
 
-Result<std::string> unitOfLabel(std::string_view label, unsigned generation) {
-    return unitWith(label, generation == 0 ? "" : "@" + std::to_string(generation));
+std::string unitOfJob(const JobName& name, unsigned generation) {
+    return unitWith(name, generation == 0 ? "" : "@" + std::to_string(generation));
 }
 
-std::optional<std::string> labelOfUnit(std::string_view unit) {
+std::optional<JobName> jobOfUnit(std::string_view unit) {
     if (!unit.starts_with(prefix) || !unit.ends_with(suffix) ||
         unit.size() < prefix.size() + suffix.size()) {
         return std::nullopt;
@@ -53,11 +50,11 @@ std::optional<std::string> labelOfUnit(std::string_view unit) {
     if (unit.find(fileEscape) != std::string_view::npos) {
         return std::nullopt;
     }
-    return labelOfName(replaced(unit, unitEscape, fileEscape));
+    return jobNamed(replaced(unit, unitEscape, fileEscape));
 }
 
-Result<std::string> patternOfGenerations(std::string_view label) {
-    return unitWith(label, "@*");
+std::string patternOfGenerations(const JobName& name) {
+    return unitWith(name, "@*");
 }
 
 } // namespace varnhold::services

@@ -23,16 +23,16 @@ public:
         return out;
     }
 
-    Result<std::optional<JobState>> job(const std::string& label) override {
+    Result<std::optional<JobState>> job(const Label& label) override {
         if (!broken.empty()) {
             return failure(broken);
         }
-        const auto found = loaded.find(label);
+        const auto found = loaded.find(label.text);
         return found == loaded.end() ? std::nullopt : std::optional(found->second.state);
     }
 
-    Result<PropertyList> definition(const std::string& label) override {
-        const auto found = loaded.find(label);
+    Result<PropertyList> definition(const Label& label) override {
+        const auto found = loaded.find(label.text);
         return found == loaded.end() ? failure("not loaded")
                                      : Result<PropertyList>(found->second.list);
     }
@@ -46,17 +46,17 @@ public:
         }
         calls.push_back("bootstrap " + list.label);
         contents.push_back(content);
-        loaded[list.label] = {JobState{.label = list.label}, list};
+        loaded[list.label] = {JobState{.label = {list.label}}, list};
         return Outcome::done;
     }
 
-    Result<Outcome> bootout(const std::string& label) override { return change("bootout", label); }
+    Result<Outcome> bootout(const Label& label) override { return change("bootout", label); }
 
-    Result<Outcome> kickstart(const std::string& label, bool kill) override {
+    Result<Outcome> kickstart(const Label& label, bool kill) override {
         return change(kill ? "kickstart -k" : "kickstart", label);
     }
 
-    Result<Outcome> stop(const std::string& label) override { return change("stop", label); }
+    Result<Outcome> stop(const Label& label) override { return change("stop", label); }
 
     struct Loaded {
         JobState state;
@@ -68,14 +68,14 @@ public:
     std::string broken; // why nothing works; empty while it does
 
 private:
-    Result<Outcome> change(const std::string& verb, const std::string& label) {
+    Result<Outcome> change(const std::string& verb, const Label& label) {
         if (!broken.empty()) {
             return failure(broken);
         }
-        if (!loaded.contains(label)) {
+        if (!loaded.contains(label.text)) {
             return Outcome::notLoaded;
         }
-        calls.push_back(verb + " " + label);
+        calls.push_back(verb + " " + label.text);
         return Outcome::done;
     }
 };

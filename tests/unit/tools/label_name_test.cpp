@@ -12,8 +12,8 @@ namespace varnhold::services {
 namespace {
 
 std::string nameOf(const std::string& label) {
-    const auto name = nameOfLabel(label);
-    return name ? *name : "refused: " + name.error();
+    const auto name = nameOfLabel({label});
+    return name ? name->text() : "refused: " + name.error();
 }
 
 TEST(NameOfLabel, LeavesPlainLabelsAsTheyAre) {

@@ -34,10 +34,10 @@ TEST(JobTable, HasItsHeaderAlsoWithNoJob) {
 }
 
 TEST(JobTable, HasARowForEachJobWithTabsBetween) {
-    const std::vector<JobState> jobs{{.label = "com.a", .process = 447},
-                                     {.label = "com.b c", .lastEnd = endedByTerm},
-                                     {.label = "com.d", .lastEnd = exitedWith78},
-                                     {.label = "com.ü", .process = 12, .lastEnd = exitedWith1}};
+    const std::vector<JobState> jobs{{.label = {"com.a"}, .process = 447},
+                                     {.label = {"com.b c"}, .lastEnd = endedByTerm},
+                                     {.label = {"com.d"}, .lastEnd = exitedWith78},
+                                     {.label = {"com.ü"}, .process = 12, .lastEnd = exitedWith1}};
     EXPECT_EQ(jobTable(jobs), "PID\tStatus\tLabel\n"
                               "447\t0\tcom.a\n"
                               "-\t-15\tcom.b c\n"
@@ -46,7 +46,7 @@ TEST(JobTable, HasARowForEachJobWithTabsBetween) {
 }
 
 TEST(JobProperties, OfARunningJobHoldAProcessIdThatTheSupervisorFinds) {
-    const std::string text = jobProperties({.label = "com.example", .process = 447}, plainList());
+    const std::string text = jobProperties({.label = {"com.example"}, .process = 447}, plainList());
     EXPECT_EQ(text, "{\n"
                     "\t\"StandardOutPath\" = \"/tmp/out.log\";\n"
                     "\t\"LimitLoadToSessionType\" = \"Aqua\";\n"
@@ -68,7 +68,8 @@ TEST(JobProperties, OfARunningJobHoldAProcessIdThatTheSupervisorFinds) {
 TEST(JobProperties, OfAJobThatDoesNotRunHaveNoProcessIdAndTheWholeWaitStatus) {
     PropertyList list = plainList();
     list.keepAlive = false;
-    const std::string text = jobProperties({.label = "com.example", .lastEnd = exitedWith1}, list);
+    const std::string text =
+        jobProperties({.label = {"com.example"}, .lastEnd = exitedWith1}, list);
     EXPECT_EQ(text.find("\"PID\""), std::string::npos);
     EXPECT_NE(text.find("\t\"LastExitStatus\" = 256;\n"), std::string::npos);
     EXPECT_NE(text.find("\t\"OnDemand\" = true;\n"), std::string::npos);
@@ -79,7 +80,7 @@ TEST(JobProperties, NoValueCanPassForALineOfItsOwn) {
     PropertyList list = plainList();
     list.standardOutPath = "a\"b\\c";
     list.programArguments = {"/bin/x", "\n\t\"PID\" = 99;\n", "\r\n\"PID\" = 98;"};
-    const std::string text = jobProperties({.label = "com.example"}, list);
+    const std::string text = jobProperties({.label = {"com.example"}}, list);
     EXPECT_NE(text.find("\t\"StandardOutPath\" = \"a\\\"b\\\\c\";\n"), std::string::npos);
     EXPECT_NE(text.find("\t\t\"\\n\t\\\"PID\\\" = 99;\\n\";\n"), std::string::npos);
     EXPECT_NE(text.find("\t\t\"\\r\\n\\\"PID\\\" = 98;\";\n"), std::string::npos);
@@ -89,12 +90,12 @@ TEST(JobProperties, NoValueCanPassForALineOfItsOwn) {
 TEST(JobProperties, AValueThatIsNotUtf8DoesNotSpoilTheRest) {
     PropertyList list = plainList();
     list.programArguments = {"/bin/x", "\xFF\xFE"};
-    const std::string text = jobProperties({.label = "com.example", .process = 12}, list);
+    const std::string text = jobProperties({.label = {"com.example"}, .process = 12}, list);
     EXPECT_TRUE(listsLivingProcess(text));
 }
 
 TEST(JobProperties, ALabelKeepsItsOddBytes) {
-    const std::string text = jobProperties({.label = "a %20 $x \"ü\""}, plainList());
+    const std::string text = jobProperties({.label = {"a %20 $x \"ü\""}}, plainList());
     EXPECT_NE(text.find("\t\"Label\" = \"a %20 $x \\\"ü\\\"\";\n"), std::string::npos);
 }
 

@@ -54,7 +54,7 @@ protected:
     }
 
     void loadRunning() {
-        manager.loaded[agentLabel] = {JobState{.label = agentLabel, .process = 447},
+        manager.loaded[agentLabel] = {JobState{.label = {agentLabel}, .process = 447},
                                       listOf(agentLabel)};
     }
 

@@ -9,7 +9,7 @@ namespace {
 class Scanner : public ::testing::Test {
 protected:
     Scanner() {
-        EXPECT_TRUE(store.lock("job"));
+        EXPECT_TRUE(store.lock(*nameOfLabel({"job"})));
         EXPECT_TRUE(store.folder()->makeIn("scan"));
     }
 

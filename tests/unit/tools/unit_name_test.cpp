@@ -12,8 +12,13 @@ namespace varnhold::services {
 namespace {
 
 std::string unitOf(const std::string& label, unsigned generation = 0) {
-    const auto unit = unitOfLabel(label, generation);
-    return unit ? *unit : "refused: " + unit.error();
+    const auto name = nameOfLabel({label});
+    return name ? unitOfJob(*name, generation) : "refused: " + name.error();
+}
+
+std::optional<Label> labelOfUnit(std::string_view unit) {
+    const auto name = jobOfUnit(unit);
+    return name ? std::optional(name->label()) : std::nullopt;
 }
 
 TEST(UnitOfLabel, LeavesPlainLabelsReadable) {
@@ -29,7 +34,7 @@ TEST(UnitOfLabel, WritesEveryOtherByteAsAnEscape) {
 
 TEST(UnitOfLabel, NamesLaterGenerations) {
     EXPECT_EQ(unitOf("a@1", 12), "varnhold-job-a\\x401@12.service");
-    EXPECT_EQ(patternOfGenerations("a*"), "varnhold-job-a\\x2A@*.service");
+    EXPECT_EQ(patternOfGenerations(*nameOfLabel({"a*"})), "varnhold-job-a\\x2A@*.service");
 }
 
 TEST(UnitOfLabel, RefusesWhatNoManagerTakes) {
