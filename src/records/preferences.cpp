@@ -14,6 +14,9 @@ template <class... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...)
+    -> Overloaded<Cases...>; // for clang, which deduces an aggregate's arguments from 17 on only
 
 template <class Cases>
 auto caseOf(const Cases& cases, std::string_view raw) -> std::optional<typename Cases::value_type> {
