@@ -207,7 +207,8 @@ private:
     }
 
     void checkAssignments() {
-        for (const auto& [key, labels] : fields_.chainBotAssignments) {
+        for (const auto& [chain, labels] : fields_.chainBotAssignments) {
+            const std::string& key = chain;
             const bool isChain = std::any_of(stacks_.begin(), stacks_.end(), [&](const auto& each) {
                 return each.chain && each.key == key;
             });

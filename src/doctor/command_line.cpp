@@ -41,6 +41,39 @@ bool takeFlag(const std::string& argument, Command& command) {
     return true;
 }
 
+// A word that is no option: "watch" or a check's name.
+Result<void> takeWord(const std::string& word, Command& command, std::vector<std::string>& asked) {
+    if (word.starts_with('-')) {
+        return failure("there is no option \"" + word + "\"");
+    }
+    if (word == "watch") {
+        command.kind = Command::Kind::watch;
+        return {};
+    }
+    const auto& checks = allChecks();
+    if (std::find(checks.begin(), checks.end(), word) == checks.end()) {
+        return failure("there is no check \"" + word + "\"");
+    }
+    asked.push_back(word);
+    return {};
+}
+
+// In the order in which they are always reported.
+std::vector<std::string> chosenChecks(const std::vector<std::string>& asked,
+                                      const std::string& without) {
+    std::vector<std::string> chosen;
+    for (const std::string& check : allChecks()) {
+        if ((asked.empty() && without.empty()) ||
+            std::find(asked.begin(), asked.end(), check) != asked.end()) {
+            chosen.push_back(check);
+        }
+    }
+    if (!without.empty()) {
+        chosen.emplace_back("without");
+    }
+    return chosen;
+}
+
 } // namespace
 
 const std::vector<std::string>& allChecks() {
@@ -66,32 +99,15 @@ Result<Command> parseCommandLine(const std::vector<std::string>& arguments) {
         if (*taken) {
             continue;
         }
-        if (argument.starts_with('-')) {
-            return failure("there is no option \"" + argument + "\"");
+        if (const Result<void> word = takeWord(argument, command, asked); !word) {
+            return failure(word.error());
         }
-        if (argument == "watch") {
-            command.kind = Command::Kind::watch;
-            continue;
-        }
-        const auto& checks = allChecks();
-        if (std::find(checks.begin(), checks.end(), argument) == checks.end()) {
-            return failure("there is no check \"" + argument + "\"");
-        }
-        asked.push_back(argument);
     }
     const bool asksForReport = !asked.empty() || !command.without.empty() || command.json;
     if (command.kind == Command::Kind::watch && asksForReport) {
         return failure("watch shows the fleet alone");
     }
-    for (const std::string& check : allChecks()) {
-        if ((asked.empty() && command.without.empty()) ||
-            std::find(asked.begin(), asked.end(), check) != asked.end()) {
-            command.checks.push_back(check);
-        }
-    }
-    if (!command.without.empty()) {
-        command.checks.emplace_back("without");
-    }
+    command.checks = chosenChecks(asked, command.without);
     while (command.data.size() > 1 && command.data.ends_with('/')) {
         command.data.pop_back();
     }

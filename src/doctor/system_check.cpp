@@ -29,6 +29,7 @@ public:
 
     [[nodiscard]] Section section() && {
         checkManager();
+        checkInterpreter();
         checkDaemonCode();
         checkSupervisor();
         checkSession();
@@ -98,7 +99,7 @@ private:
         return units == 0 ? "s6, " : units == folders ? "systemd, " : "systemd and s6, ";
     }
 
-    void checkDaemonCode() {
+    void checkInterpreter() {
         const std::string python = findPython(files::exists);
         const bool hasPython = files::exists(python);
         fact("Interpreter", python, hasPython);
@@ -110,6 +111,9 @@ private:
                  .consequence = "No daemon can be started.",
                  .remedy = "Install Python 3."});
         }
+    }
+
+    void checkDaemonCode() {
         const std::string code = daemonResourcesPath(around_.bundlePath, files::exists);
         const bool hasCode = files::exists(code + "/provider_telegramd");
         fact("Daemon code", code, hasCode);

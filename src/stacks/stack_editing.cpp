@@ -9,16 +9,15 @@ bool StackEditing::isDragging(const AIModelItem& item) const {
 }
 
 std::string StackEditing::startDrag(const AIModelItem& item) {
-    const std::string uid = item.uid();
     policy_.dragging = item;
     policy_.onChange();
-    policy_.queues.postMainAfter(policy_.longestDrag, whileAlive([this, uid] {
+    policy_.queues.postMainAfter(policy_.longestDrag, whileAlive([this, uid = item.uid()] {
                                      if (policy_.dragging && policy_.dragging->uid() == uid) {
                                          policy_.dragging.reset();
                                          policy_.onOverdue();
                                      }
                                  }));
-    return uid;
+    return item.uid();
 }
 
 void StackEditing::receive(const platform::PayloadProviders& providers,
