@@ -11,13 +11,13 @@ namespace varnhold {
 
 namespace {
 
-struct Message {
-    QtMsgType type;
+struct HeldMessage {
+    QtMsgType type = QtDebugMsg;
     QString text;
 };
 
-std::vector<Message>& heldBack() {
-    static std::vector<Message> messages;
+std::vector<HeldMessage>& heldBack() {
+    static std::vector<HeldMessage> messages;
     return messages;
 }
 
@@ -35,7 +35,7 @@ DisplayCheck::DisplayCheck() : before_(qInstallMessageHandler(holdBack)) {}
 
 DisplayCheck::~DisplayCheck() {
     qInstallMessageHandler(before_);
-    for (const Message& message : std::exchange(heldBack(), {})) {
+    for (const HeldMessage& message : std::exchange(heldBack(), {})) {
         qt_message_output(message.type, {}, message.text);
     }
 }

@@ -41,24 +41,24 @@ void outliveSignals() {
 }
 
 // The kernel's own form of a message with descriptors.
-struct Message {
+struct DescriptorMessage {
     char word = 0;
     iovec text{&word, 1};
     alignas(cmsghdr) std::array<char, CMSG_SPACE(mostDescriptors * sizeof(int))> room{};
     msghdr header{};
 
-    Message() {
+    DescriptorMessage() {
         header.msg_iov = &text;
         header.msg_iovlen = 1;
         header.msg_control = room.data();
         header.msg_controllen = room.size();
     }
-    Message(const Message&) = delete;
-    Message& operator=(const Message&) = delete;
+    DescriptorMessage(const DescriptorMessage&) = delete;
+    DescriptorMessage& operator=(const DescriptorMessage&) = delete;
 };
 
 void send(int link, char word, const std::vector<int>& descriptors) {
-    Message message;
+    DescriptorMessage message;
     message.word = word;
     const std::size_t bytes = descriptors.size() * sizeof(int);
     message.header.msg_controllen = descriptors.empty() ? 0 : CMSG_SPACE(bytes);
@@ -74,7 +74,7 @@ void send(int link, char word, const std::vector<int>& descriptors) {
 
 // Blocks; false once the other side is gone. `display` is set when it is told.
 bool receive(int link, char& word, int& display) {
-    Message message;
+    DescriptorMessage message;
     ssize_t length = -1;
     do {
         length = ::recvmsg(link, &message.header, MSG_CMSG_CLOEXEC);

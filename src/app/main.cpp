@@ -126,6 +126,29 @@ void listen(varnhold::SingleInstance& instance, varnhold::AppDelegate& delegate,
                     });
 }
 
+// From the launch to the end, which is the process's own.
+[[noreturn]] void supervise(varnhold::SingleInstance& instance, varnhold::Guardian& guardian,
+                            const varnhold::Constants& constants) {
+    varnhold::platform::QtPlatform platform;
+    varnhold::QtPresentation presentation({platform.interfaces(), constants});
+    presentation.setActivationPolicy(varnhold::ActivationPolicy::accessory);
+    varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
+    listen(instance, delegate, presentation);
+    varnhold::endOnSignals([&presentation] { presentation.terminate(); });
+    QMetaObject::invokeMethod(
+        qApp, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+    const auto end = [&instance, &delegate, &guardian] {
+        instance.stopListening();
+        delegate.applicationWillTerminate();
+        guardian.dismiss();
+    };
+    varnhold::beforeSuddenExit(end);
+    QApplication::exec();
+    end();
+    // Nothing waits for fleet operations that still run in the background.
+    std::_Exit(EXIT_SUCCESS);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -152,23 +175,5 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
     }
     guardian.guard(varnhold::displayConnection(), instance.lock());
-
-    varnhold::platform::QtPlatform platform;
-    varnhold::QtPresentation presentation({platform.interfaces(), constants});
-    presentation.setActivationPolicy(varnhold::ActivationPolicy::accessory);
-    varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
-    listen(instance, delegate, presentation);
-    varnhold::endOnSignals([&presentation] { presentation.terminate(); });
-    QMetaObject::invokeMethod(
-        &app, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
-    const auto end = [&instance, &delegate, &guardian] {
-        instance.stopListening();
-        delegate.applicationWillTerminate();
-        guardian.dismiss();
-    };
-    varnhold::beforeSuddenExit(end);
-    QApplication::exec();
-    end();
-    // Nothing waits for fleet operations that still run in the background.
-    std::_Exit(EXIT_SUCCESS);
+    supervise(instance, guardian, constants);
 }

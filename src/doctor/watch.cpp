@@ -80,6 +80,7 @@ void Watch::look(const Surroundings& surroundings) {
     const auto models =
         events && *events ? (*events)->models : std::map<std::string, std::string>();
     std::vector<std::string> roles;
+    roles.reserve(fleet.size());
     for (const BotConfig& bot : fleet) {
         roles.push_back(bot.role);
     }

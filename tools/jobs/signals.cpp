@@ -8,9 +8,9 @@ void resetSignals() {
     for (int number = 1; number < NSIG; ++number) {
         std::signal(number, SIG_DFL);
     }
-    sigset_t none{};
-    ::sigemptyset(&none);
-    ::pthread_sigmask(SIG_SETMASK, &none, nullptr);
+    sigset_t nothing{};
+    ::sigemptyset(&nothing);
+    ::pthread_sigmask(SIG_SETMASK, &nothing, nullptr);
 }
 
 } // namespace varnhold::services

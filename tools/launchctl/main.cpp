@@ -59,13 +59,14 @@ int main(int argc, char** argv) {
             });
     };
     if (!hasDescriptors()) {
-        std::cerr << "launchctl: too few files may be open at a time: " << std::strerror(errno)
-                  << "\n";
+        std::cerr << "launchctl: too few files may be open at a time: "
+                  << std::generic_category().message(errno) << "\n";
         return services::exitUnavailable;
     }
     const int code = services::perform(*command, choose, ::getuid(), std::cout, std::cerr);
     if (!std::cout.flush() && code == services::exitDone) {
-        std::cerr << "launchctl: the answer can't be written: " << std::strerror(errno) << "\n";
+        std::cerr << "launchctl: the answer can't be written: "
+                  << std::generic_category().message(errno) << "\n";
         return services::exitUnavailable;
     }
     return code;

@@ -174,7 +174,7 @@ Result<void> S6Manager::startScanner() {
     if (!alone) {
         return failure(alone.error());
     }
-    if (const auto made = tree_.make(); !made || scanner_.isRunning()) {
+    if (auto made = tree_.make(); !made || scanner_.isRunning()) {
         return made;
     }
     endLostSupervisors(store_.path());

@@ -81,6 +81,25 @@ bool answers(sd_bus* bus) {
                                reply.out(), nullptr) >= 0;
 }
 
+// A question on its way.
+struct Pending {
+    Question* question;
+    std::size_t* open;
+    bool* silent;
+};
+
+int onReply(sd_bus_message* reply, void* data, sd_bus_error*) {
+    const auto* pending = static_cast<Pending*>(data);
+    --*pending->open;
+    const sd_bus_error* error = sdBus().message_get_error(reply);
+    if (sdBus().error_has_name(error, SD_BUS_ERROR_NO_REPLY) > 0 ||
+        sdBus().error_has_name(error, SD_BUS_ERROR_TIMEOUT) > 0) {
+        *pending->silent = true;
+    }
+    readNumber(reply, pending->question->answer);
+    return 0;
+}
+
 } // namespace
 
 struct UserManager::Connection {
@@ -141,7 +160,7 @@ struct UserManager::Connection {
     // For calls that make a job: waits until it has been worked off, however it went.
     Result<Reply> callAndWait(const Message& message) {
         Message reply;
-        const auto replied = call(message, reply);
+        auto replied = call(message, reply);
         const char* path = nullptr;
         if (!replied || *replied != Reply::done ||
             sdBus().message_read(reply.get(), "o", &path) < 0) {
@@ -216,23 +235,7 @@ Result<std::vector<Unit>> UserManager::units(const std::vector<std::string>& pat
 
 Result<void> UserManager::ask(std::vector<Question>& questions) {
     std::size_t open = questions.size();
-    struct Pending {
-        Question* question;
-        std::size_t* open;
-        bool* silent;
-    };
     bool silent = false;
-    const auto onReply = [](sd_bus_message* reply, void* data, sd_bus_error*) {
-        const auto* pending = static_cast<Pending*>(data);
-        --*pending->open;
-        const sd_bus_error* error = sdBus().message_get_error(reply);
-        if (sdBus().error_has_name(error, SD_BUS_ERROR_NO_REPLY) > 0 ||
-            sdBus().error_has_name(error, SD_BUS_ERROR_TIMEOUT) > 0) {
-            *pending->silent = true;
-        }
-        readNumber(reply, pending->question->answer);
-        return 0;
-    };
     std::vector<Pending> pending;
     pending.reserve(questions.size());
     for (Question& question : questions) {

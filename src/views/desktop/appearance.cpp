@@ -17,7 +17,7 @@ constexpr unsigned wantsDark = 1;
 constexpr unsigned wantsLight = 2;
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
@@ -47,10 +47,10 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
         return;
     }
     QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
+    bus.connect(service, portalPath, settings, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QDBusMessage)));
     QDBusMessage question =
-        QDBusMessage::createMethodCall(service, path, settings, QStringLiteral("Read"));
+        QDBusMessage::createMethodCall(service, portalPath, settings, QStringLiteral("Read"));
     question << appearance << colorScheme;
     auto* call = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [call] {

@@ -1,14 +1,12 @@
 #include "views/desktop/embedded_tray.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QWindow>
-#include <QtGui/qguiapplication_platform.h>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <xcb/xcb.h>
+
+#include "views/desktop/x11_connection.h"
 
 namespace varnhold {
 
@@ -17,26 +15,10 @@ namespace {
 constexpr std::uint32_t requestDock = 0; // SYSTEM_TRAY_REQUEST_DOCK
 constexpr std::uint8_t depthWithAlpha = 32;
 
-template <typename T>
-std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
-    return {reply, &std::free};
-}
-
-xcb_connection_t* connection() {
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t* x, const char* name) {
-    const auto cookie = xcb_intern_atom(x, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const auto reply = owned(xcb_intern_atom_reply(x, cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 // The kind of window that the tray wishes for, if it says so.
 std::optional<xcb_visualid_t> wishedVisual(xcb_connection_t* x, xcb_window_t tray) {
-    const auto cookie =
-        xcb_get_property(x, 0, tray, atom(x, "_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID, 0, 1);
+    const auto cookie = xcb_get_property(x, 0, tray, x11Atom(x, "_NET_SYSTEM_TRAY_VISUAL"),
+                                         XCB_ATOM_VISUALID, 0, 1);
     const auto reply = owned(xcb_get_property_reply(x, cookie, nullptr));
     if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(xcb_visualid_t)) {
         return std::nullopt;
@@ -63,19 +45,19 @@ bool hasAlpha(xcb_connection_t* x, xcb_visualid_t visual) {
 } // namespace
 
 quint32 embeddedTray() {
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     if (x == nullptr) {
         return XCB_WINDOW_NONE;
     }
     const auto reply = owned(xcb_get_selection_owner_reply(
-        x, xcb_get_selection_owner(x, atom(x, "_NET_SYSTEM_TRAY_S0")), nullptr));
+        x, xcb_get_selection_owner(x, x11Atom(x, "_NET_SYSTEM_TRAY_S0")), nullptr));
     return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
 EmbeddedTrayArrivals::EmbeddedTrayArrivals(QObject* parent) : QObject(parent) {
-    if (xcb_connection_t* x = connection(); x != nullptr) {
-        managerAtom_ = atom(x, "MANAGER");
-        trayAtom_ = atom(x, "_NET_SYSTEM_TRAY_S0");
+    if (xcb_connection_t* x = x11Connection(); x != nullptr) {
+        managerAtom_ = x11Atom(x, "MANAGER");
+        trayAtom_ = x11Atom(x, "_NET_SYSTEM_TRAY_S0");
         QCoreApplication::instance()->installNativeEventFilter(this);
     }
 }
@@ -106,8 +88,8 @@ bool trayIsBlended() {
     if (tray == XCB_WINDOW_NONE) {
         return false;
     }
-    const auto visual = wishedVisual(connection(), tray);
-    return visual && hasAlpha(connection(), *visual);
+    const auto visual = wishedVisual(x11Connection(), tray);
+    return visual && hasAlpha(x11Connection(), *visual);
 }
 
 void dockIntoTray(QWindow& window) {
@@ -115,12 +97,12 @@ void dockIntoTray(QWindow& window) {
     if (tray == XCB_WINDOW_NONE) {
         return;
     }
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;
     request.format = 32;
     request.window = tray;
-    request.type = atom(x, "_NET_SYSTEM_TRAY_OPCODE");
+    request.type = x11Atom(x, "_NET_SYSTEM_TRAY_OPCODE");
     request.data.data32[0] = XCB_CURRENT_TIME;
     request.data.data32[1] = requestDock;
     request.data.data32[2] = static_cast<std::uint32_t>(window.winId());
@@ -129,7 +111,7 @@ void dockIntoTray(QWindow& window) {
 }
 
 void showTrayBehind(QWindow& window) {
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     if (x == nullptr) {
         return;
     }

@@ -3,7 +3,6 @@
 #include <QPointer>
 #include <QSocketNotifier>
 #include <cstddef>
-#include <cstdlib>
 #include <xcb/xcb.h>
 
 // The header names a field "explicit", as C may.
@@ -14,6 +13,7 @@
 #include <xcb/xinput.h>
 #undef explicit
 
+#include "views/desktop/x11_connection.h"
 #include "views/desktop/x11_hints.h"
 
 namespace varnhold {
@@ -22,14 +22,6 @@ namespace {
 
 constexpr xcb_keysym_t escapeSymbol = 0xff1b;
 constexpr xcb_keycode_t usualEscape = 9; // where the keyboard's map can't be had
-
-template <typename T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-template <typename T>
-Reply<T> owned(T* reply) {
-    return {reply, &std::free};
-}
 
 xcb_keycode_t findEscape(xcb_connection_t* x) {
     const xcb_setup_t* setup = xcb_get_setup(x);

@@ -1,14 +1,11 @@
 #include "views/desktop/x11_hints.h"
 
-#include <QGuiApplication>
 #include <QWindow>
-#include <QtGui/qguiapplication_platform.h>
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <vector>
 #include <xcb/xcb.h>
+
+#include "views/desktop/x11_connection.h"
 
 namespace varnhold {
 
@@ -16,31 +13,17 @@ namespace {
 
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 
-xcb_connection_t* connection() {
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t* x, const char* name) {
-    const auto cookie = xcb_intern_atom(x, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-        xcb_intern_atom_reply(x, cookie, nullptr), &std::free);
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 bool isOwned(xcb_connection_t* x, const char* selection) {
-    const auto cookie = xcb_get_selection_owner(x, atom(x, selection));
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
-        xcb_get_selection_owner_reply(x, cookie, nullptr), &std::free);
+    const auto cookie = xcb_get_selection_owner(x, x11Atom(x, selection));
+    const auto reply = owned(xcb_get_selection_owner_reply(x, cookie, nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 std::vector<std::uint32_t> valuesOf(xcb_connection_t* x, xcb_window_t window, const char* property,
                                     xcb_atom_t kind) {
     constexpr std::uint32_t most = 64;
-    const auto cookie = xcb_get_property(x, 0, window, atom(x, property), kind, 0, most);
-    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-        xcb_get_property_reply(x, cookie, nullptr), &std::free);
+    const auto cookie = xcb_get_property(x, 0, window, x11Atom(x, property), kind, 0, most);
+    const auto reply = owned(xcb_get_property_reply(x, cookie, nullptr));
     if (!reply || reply->format != 32) {
         return {};
     }
@@ -53,16 +36,16 @@ void setAtoms(xcb_connection_t* x, xcb_window_t window, const char* property,
     std::vector<xcb_atom_t> atoms;
     atoms.reserve(names.size());
     for (const char* name : names) {
-        atoms.push_back(atom(x, name));
+        atoms.push_back(x11Atom(x, name));
     }
-    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, atom(x, property), XCB_ATOM_ATOM, 32,
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, x11Atom(x, property), XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(atoms.size()), atoms.data());
 }
 
 } // namespace
 
 void setStripHints(QWindow& window) {
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     if (x == nullptr) {
         return;
     }
@@ -73,17 +56,17 @@ void setStripHints(QWindow& window) {
     setAtoms(x, id, "_NET_WM_STATE",
              {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER",
               "_NET_WM_STATE_STICKY"});
-    xcb_change_property(x, XCB_PROP_MODE_REPLACE, id, atom(x, "_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL,
-                        32, 1, &everyDesktop);
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, id, x11Atom(x, "_NET_WM_DESKTOP"),
+                        XCB_ATOM_CARDINAL, 32, 1, &everyDesktop);
     xcb_flush(x);
 }
 
 bool hasX11() {
-    return connection() != nullptr;
+    return x11Connection() != nullptr;
 }
 
 bool hasWindowManager() {
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     if (x == nullptr) {
         return true;
     }
@@ -92,7 +75,7 @@ bool hasWindowManager() {
 }
 
 bool hasX11FullScreenWindow() {
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     if (x == nullptr) {
         return false;
     }
@@ -102,12 +85,12 @@ bool hasX11FullScreenWindow() {
         return false;
     }
     const auto states = valuesOf(x, active.front(), "_NET_WM_STATE", XCB_ATOM_ATOM);
-    return std::find(states.begin(), states.end(), atom(x, "_NET_WM_STATE_FULLSCREEN")) !=
+    return std::find(states.begin(), states.end(), x11Atom(x, "_NET_WM_STATE_FULLSCREEN")) !=
            states.end();
 }
 
 bool windowsAreBlended() {
-    xcb_connection_t* x = connection();
+    xcb_connection_t* x = x11Connection();
     return x == nullptr || isOwned(x, "_NET_WM_CM_S0");
 }
 

@@ -53,7 +53,7 @@ signals:
 
 private:
     struct Row {
-        int id;
+        int id = 0;
         MenuRow row;
     };
 

@@ -24,12 +24,13 @@ constexpr int answerWithin = 2000;     // milliseconds
 constexpr int firstAnswerWithin = 500; // a bus answers in one or two
 
 const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString path = QStringLiteral("/StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString hostPrefix = QStringLiteral("org.kde.StatusNotifierHost");
 
 QDBusMessage hostQuestion() {
     QDBusMessage question = QDBusMessage::createMethodCall(
-        service, path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+        service, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("Get"));
     question << service << QStringLiteral("IsStatusNotifierHostRegistered");
     question.setAutoStartService(false);
     return question;
@@ -92,7 +93,7 @@ void NotifierHost::watch() {
     hosts_.addWatchedService(hostPrefix + QLatin1Char('*'));
     connect(&hosts_, &QDBusServiceWatcher::serviceOwnerChanged, this, &NotifierHost::check);
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
-        bus.connect(service, path, service, QLatin1String(signal), this, SLOT(check()));
+        bus.connect(service, watcherPath, service, QLatin1String(signal), this, SLOT(check()));
     }
     signsOfLife_.setInterval(betweenChecks);
     connect(&signsOfLife_, &QTimer::timeout, this, &NotifierHost::check);

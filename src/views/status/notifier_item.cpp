@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 constexpr auto pauseBetweenPictures = 250ms;
 constexpr auto pauseBetweenTries = 1s;
 
-const QString path = QStringLiteral("/StatusNotifierItem");
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
 
 QString nextService() {
@@ -54,11 +54,12 @@ NotifierItem::NotifierItem(const QString& menuPath, Pressed pressed)
     pace_.setSingleShot(true);
     pace_.setInterval(pauseBetweenPictures);
     connect(&pace_, &QTimer::timeout, this, &NotifierItem::tellOfPicture);
-    QDBusConnection::sessionBus().registerObject(path, this, QDBusConnection::ExportAllContents);
+    QDBusConnection::sessionBus().registerObject(itemPath, this,
+                                                 QDBusConnection::ExportAllContents);
 }
 
 NotifierItem::~NotifierItem() {
-    QDBusConnection::sessionBus().unregisterObject(path);
+    QDBusConnection::sessionBus().unregisterObject(itemPath);
     sendToBus(QStringLiteral("ReleaseName"), {service_});
 }
 
@@ -122,7 +123,7 @@ void NotifierItem::setText(const QString& label, const QString& spoken) {
     emit NewToolTip();
     emit XAyatanaNewLabel(label_, label_);
     QDBusMessage change =
-        QDBusMessage::createSignal(path, QStringLiteral("org.freedesktop.DBus.Properties"),
+        QDBusMessage::createSignal(itemPath, QStringLiteral("org.freedesktop.DBus.Properties"),
                                    QStringLiteral("PropertiesChanged"));
     change
         << interface << QVariantMap{{QStringLiteral("IconAccessibleDesc"), spoken_}, {QStringLiteral("AttentionAccessibleDesc"), spoken_}, {QStringLiteral("XAyatanaLabel"), label_}, {QStringLiteral("XAyatanaLabelGuide"), label_}}

@@ -116,15 +116,20 @@ bool offer(QObject& object, const QString& path, const QString& service) {
     return bus.registerObject(path, &object, everything) && bus.registerService(service);
 }
 
+// Whether the word was said; what it stands for is then offered.
+bool offerIfAsked(const char* word, QObject& object, const char* path, const char* service) {
+    return !QCoreApplication::arguments().contains(QLatin1String(word)) ||
+           offer(object, QString::fromLatin1(path), QString::fromLatin1(service));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList pieces = QCoreApplication::arguments();
     Watcher watcher;
-    if (pieces.contains(QStringLiteral("panel")) &&
-        !offer(watcher, QStringLiteral("/StatusNotifierWatcher"),
-               QStringLiteral("org.kde.StatusNotifierWatcher"))) {
+    if (!offerIfAsked("panel", watcher, "/StatusNotifierWatcher",
+                      "org.kde.StatusNotifierWatcher")) {
         return EXIT_FAILURE;
     }
     if (pieces.contains(QStringLiteral("host")) &&
@@ -143,21 +148,17 @@ int main(int argc, char** argv) {
             input.setEnabled(false);
         }
     });
-    if (pieces.contains(QStringLiteral("portal")) &&
-        !offer(portal, QStringLiteral("/org/freedesktop/portal/desktop"),
-               QStringLiteral("org.freedesktop.portal.Desktop"))) {
+    if (!offerIfAsked("portal", portal, "/org/freedesktop/portal/desktop",
+                      "org.freedesktop.portal.Desktop")) {
         return EXIT_FAILURE;
     }
     Notifications notifications;
-    if (pieces.contains(QStringLiteral("notifications")) &&
-        !offer(notifications, QStringLiteral("/org/freedesktop/Notifications"),
-               QStringLiteral("org.freedesktop.Notifications"))) {
+    if (!offerIfAsked("notifications", notifications, "/org/freedesktop/Notifications",
+                      "org.freedesktop.Notifications")) {
         return EXIT_FAILURE;
     }
     Dying dying;
-    if (pieces.contains(QStringLiteral("dying")) &&
-        !offer(dying, QStringLiteral("/com/ostrelleai/Varnhold"),
-               QStringLiteral("com.ostrelleai.Varnhold"))) {
+    if (!offerIfAsked("dying", dying, "/com/ostrelleai/Varnhold", "com.ostrelleai.Varnhold")) {
         return EXIT_FAILURE;
     }
     return QCoreApplication::exec();

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <ranges>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -40,7 +39,8 @@ esac
 } // namespace
 
 Environment::~Environment() {
-    for (const auto& [name, value] : std::views::reverse(before_)) {
+    for (auto each = before_.crbegin(); each != before_.crend(); ++each) {
+        const auto& [name, value] = *each;
         if (value) {
             ::setenv(name.c_str(), value->c_str(), 1);
         } else {

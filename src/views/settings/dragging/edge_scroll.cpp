@@ -6,7 +6,6 @@
 #include <QQuickRenderControl>
 #include <algorithm>
 #include <chrono>
-#include <ranges>
 
 namespace varnhold {
 
@@ -76,8 +75,8 @@ Scrolling scrollingAt(QQuickItem* under, const QPointF& scenePoint, const Axis& 
         return {};
     }
     const QList<QQuickItem*> children = under->childItems();
-    for (QQuickItem* child : std::views::reverse(children)) {
-        if (const Scrolling found = scrollingAt(child, scenePoint, axis); found.area != nullptr) {
+    for (auto child = children.crbegin(); child != children.crend(); ++child) {
+        if (const Scrolling found = scrollingAt(*child, scenePoint, axis); found.area != nullptr) {
             return found;
         }
     }

@@ -203,9 +203,8 @@ QQuickItem* Board::source(const QString& uid, QQuickItem* under) const {
 }
 
 QPoint Board::row(const QString& list, int number) const {
-    return find(list)
-        ->mapToScene(QPointF(60, listTop + number * (rowHeight + 6) + rowHeight / 2))
-        .toPoint();
+    const int middle = listTop + number * (rowHeight + 6) + rowHeight / 2;
+    return find(list)->mapToScene(QPointF(60, middle)).toPoint();
 }
 
 QPoint Board::middle(const QString& item) const {

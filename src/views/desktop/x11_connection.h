@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+#include <xcb/xcb.h>
+
+// The toolkit's connection to the X server, and what every use of it needs. Main thread.
+namespace varnhold {
+
+// None where the toolkit doesn't run on X.
+[[nodiscard]] xcb_connection_t* x11Connection();
+
+// XCB_ATOM_NONE after a failure.
+[[nodiscard]] xcb_atom_t x11Atom(xcb_connection_t* x, const char* name);
+
+// What the library hands over for us to free: answers and events.
+template <class T>
+[[nodiscard]] std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
+    return {reply, &std::free};
+}
+
+} // namespace varnhold
