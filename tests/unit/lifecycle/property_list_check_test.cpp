@@ -125,6 +125,20 @@ TEST(PropertyListCheck, RefusesABinaryListThatPointsOutOfItself) {
     EXPECT_EQ(reason(binary({"\x5F\x11\x40"})), "a property list ends too early");
 }
 
+TEST(PropertyListCheck, RefusesABinaryListWhoseNumbersHaveNoSizeOrTooLargeAOne) {
+    const std::string whole = binary({std::string{'\xA1', 1}, "\x09"});
+    for (const std::size_t fromEnd : {26U, 25U}) { // the sizes of offsets and of references
+        for (const char size : {'\0', '\x09', '\xFF'}) {
+            std::string changed = whole;
+            changed[whole.size() - fromEnd] = size;
+            EXPECT_EQ(reason(changed), fromEnd == 26U
+                                           ? "a property list names a value that isn't there"
+                                           : "a property list ends too early")
+                << int{size};
+        }
+    }
+}
+
 // Whatever is cut off or changed, an answer comes.
 TEST(PropertyListCheck, EveryPieceOfAListIsAnswered) {
     const std::string whole =
