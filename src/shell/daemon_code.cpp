@@ -18,10 +18,14 @@ PathTest testOf(const platform::System& system) {
     return [&system](const std::string& path) { return system.exists(path); };
 }
 
+std::string placeInside(const std::string& bundlePath) {
+    return bundlePath + "/Contents/Resources/daemon";
+}
+
 } // namespace
 
 std::string daemonResourcesPath(const std::string& bundlePath, const PathTest& exists) {
-    std::string inside = bundlePath + "/Contents/Resources/daemon";
+    std::string inside = placeInside(bundlePath);
     if (exists(inside)) {
         return inside;
     }
@@ -30,6 +34,15 @@ std::string daemonResourcesPath(const std::string& bundlePath, const PathTest& e
 
 std::string daemonResourcesPath(const platform::System& system) {
     return daemonResourcesPath(system.bundlePath(), testOf(system));
+}
+
+std::string missingDaemonCode(const platform::System& system) {
+    const std::string code = daemonResourcesPath(system);
+    return system.exists(code + "/provider_telegramd")
+               ? ""
+               : "there is no provider_telegramd in " + code +
+                     ", so no bot can run; put the bots' code into " +
+                     placeInside(system.bundlePath());
 }
 
 std::string loginScript(const platform::System& system) {

@@ -38,6 +38,29 @@ std::string foundAmong(const std::set<std::string>& installed) {
     return pythonWhere([&](const std::string& path) { return installed.contains(path); });
 }
 
+std::string missingBeside(const std::set<std::string>& there) {
+    FakePlatform fake;
+    fake.bundle = "/usr/lib/varnhold";
+    fake.isThere = [&](const std::string& path) { return there.contains(path); };
+    return missingDaemonCode(fake.interfaces.system);
+}
+
+TEST(MissingDaemonCode, IsToldWithThePlaceWhereItBelongs) {
+    const std::string inside = "/usr/lib/varnhold/Contents/Resources/daemon";
+    EXPECT_EQ(missingBeside({}), "there is no provider_telegramd in /usr/lib/daemon, so no bot can "
+                                 "run; put the bots' code into " +
+                                     inside);
+    EXPECT_EQ(missingBeside({inside}), "there is no provider_telegramd in " + inside +
+                                           ", so no bot can run; put the bots' code into " +
+                                           inside);
+}
+
+TEST(MissingDaemonCode, IsNothingToTellWhereItIsInItsPlace) {
+    const std::string inside = "/usr/lib/varnhold/Contents/Resources/daemon";
+    EXPECT_EQ(missingBeside({inside, inside + "/provider_telegramd"}), "");
+    EXPECT_EQ(missingBeside({"/usr/lib/daemon/provider_telegramd"}), "");
+}
+
 TEST(FindPython, AsksForSixPlacesInThisOrder) {
     std::vector<std::string> asked;
     static_cast<void>(pythonWhere([&](const std::string& path) {
