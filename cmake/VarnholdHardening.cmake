@@ -2,7 +2,7 @@
 # whoever wrote them. Also for what is generated, since one object without it takes it from the whole program.
 # Debug builds leave it out: fortified functions need the optimiser.
 include(CheckPIESupported)
-if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT VARNHOLD_SANITIZE)
+if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT APPLE AND NOT VARNHOLD_SANITIZE)
     check_pie_supported()
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
     add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS
@@ -11,7 +11,5 @@ if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT VARNHOLD_SANITIZE)
         # Marks our own code. A whole program is marked only where the system's start files are, too.
         add_compile_options(-fcf-protection)
     endif()
-    if(NOT APPLE)
-        add_link_options(-Wl,-z,relro,-z,now)
-    endif()
+    add_link_options(-Wl,-z,relro,-z,now)
 endif()

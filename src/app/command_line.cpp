@@ -1,5 +1,8 @@
 #include "app/command_line.h"
 
+#include <cstdlib>
+#include <iostream>
+
 #include "shell/version.h"
 
 namespace varnhold {
@@ -31,6 +34,21 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
     const bool known = words[0] == "--help" || words[0] == "--version";
     return {Request::refuse,
             "varnhold: it doesn't know the word \"" + words[known ? 1 : 0] + "\".\n" + usage};
+}
+
+std::optional<int> answerWords(int argc, char** argv) {
+    const CommandLine line = readCommandLine({argv + (argc > 0 ? 1 : 0), argv + argc});
+    switch (line.request) {
+    case Request::run:
+        return std::nullopt;
+    case Request::tell:
+        std::cout << line.text << std::flush;
+        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+    case Request::refuse:
+        std::cerr << line.text;
+        return exitUsage;
+    }
+    return std::nullopt;
 }
 
 } // namespace varnhold

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 // The words after the program's name. There is nothing to set by them: the program has no options
-// but those that tell about it. Pure; any thread.
+// but those that tell about it. Any thread.
 namespace varnhold {
 
 inline constexpr int exitUsage = 64;       // words that nobody knows (EX_USAGE)
@@ -24,5 +25,8 @@ struct CommandLine {
 // A session manager's own word, by which a desktop starts again what ran when it ended, is taken
 // and means nothing more.
 [[nodiscard]] CommandLine readCommandLine(const std::vector<std::string>& words);
+
+// Says what is to be said; the exit code, if the words leave nothing more to be done.
+[[nodiscard]] std::optional<int> answerWords(int argc, char** argv);
 
 } // namespace varnhold

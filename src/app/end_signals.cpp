@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/system_calls.h"
+
 namespace varnhold {
 
 namespace {
@@ -38,8 +40,11 @@ bool isIgnored(int signal) {
 } // namespace
 
 void endOnSignals(std::function<void()> onSignal) {
-    if (::pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+    if (files::makePipe(pipeEnds.data()) != 0) {
         return; // the signals then end the program at once, as by default
+    }
+    for (const int end : pipeEnds) {
+        ::fcntl(end, F_SETFL, O_NONBLOCK);
     }
     auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, qApp);
     QObject::connect(notifier, &QSocketNotifier::activated, qApp,

@@ -3,7 +3,6 @@
 #include <iostream>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "app/activation_token.h"
 #include "app/app_delegate.h"
@@ -17,6 +16,7 @@
 #include "platform/posix_system.h"
 #include "platform/qt/qt_platform.h"
 #include "shell/constants.h"
+#include "shell/daemon_code.h"
 #include "shell/roster.h"
 #include "views/desktop/display_connection.h"
 #include "views/desktop/near_scale.h"
@@ -77,23 +77,6 @@ void reopenLater(varnhold::AppDelegate& delegate, const QByteArray& activationTo
         Qt::QueuedConnection);
 }
 
-// The exit code, if the words leave nothing more to be done.
-std::optional<int> answerWords(int argc, char** argv) {
-    const std::vector<std::string> words(argv + (argc > 0 ? 1 : 0), argv + argc);
-    const auto line = varnhold::readCommandLine(words);
-    switch (line.request) {
-    case varnhold::CommandLine::Request::run:
-        return std::nullopt;
-    case varnhold::CommandLine::Request::tell:
-        std::cout << line.text << std::flush;
-        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
-    case varnhold::CommandLine::Request::refuse:
-        std::cerr << line.text;
-        return varnhold::exitUsage;
-    }
-    return std::nullopt;
-}
-
 // The actions of the desktop entry, by their names there. Any other is left alone.
 void act(varnhold::AppDelegate& delegate, varnhold::Presentation& presentation,
          const QString& action, const QByteArray& activationToken) {
@@ -149,11 +132,17 @@ void listen(varnhold::SingleInstance& instance, varnhold::AppDelegate& delegate,
     std::_Exit(EXIT_SUCCESS);
 }
 
+void sayIfCodeIsMissing(const varnhold::platform::System& system) {
+    if (const std::string missing = varnhold::missingDaemonCode(system); !missing.empty()) {
+        std::cerr << "varnhold: " << missing << ".\n";
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     varnhold::platform::shedInheritedState();
-    if (const auto answered = answerWords(argc, argv)) {
+    if (const auto answered = varnhold::answerWords(argc, argv)) {
         return *answered;
     }
     const auto system = varnhold::platform::makeSystem();
@@ -174,6 +163,7 @@ int main(int argc, char** argv) {
     if (!instance.claim()) {
         return EXIT_SUCCESS;
     }
+    sayIfCodeIsMissing(*system);
     guardian.guard(varnhold::displayConnection(), instance.lock());
     supervise(instance, guardian, constants);
 }

@@ -8,6 +8,7 @@
 
 #include "base/descriptor.h"
 #include "base/files.h"
+#include "base/system_calls.h"
 
 namespace varnhold::files {
 
@@ -100,10 +101,10 @@ Result<void> copyTree(const fs::path& from, const fs::path& to) {
 
 // What stands under the target's name stays, also what came there a moment ago.
 Result<void> nameFinished(const std::string& temporary, const std::string& name) {
-    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) {
+    if (renameNew(temporary.c_str(), name.c_str()) == 0) {
         return {};
     }
-    if (errno != EINVAL && errno != ENOSYS) {
+    if (errno != ENOSYS) {
         return failure(describe(name, errno));
     }
     // A file system that can't promise it

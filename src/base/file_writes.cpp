@@ -10,6 +10,7 @@
 
 #include "base/descriptor.h"
 #include "base/files.h"
+#include "base/system_calls.h"
 
 namespace varnhold::files {
 
@@ -22,8 +23,7 @@ constexpr mode_t newFileMode = 0666; // the user's umask takes its share
 // Room for `size` bytes, without a change that a reader could see. Most file systems can promise
 // it; of one that can't, the writes themselves will tell.
 Result<void> reserve(const Descriptor& file, std::uint64_t size, const std::string& path) {
-    while (size > 0 &&
-           ::fallocate(file.get(), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0) {
+    while (size > 0 && reserveRoom(file.get(), size) != 0) {
         if (errno == ENOSPC || errno == EDQUOT) {
             return failure(describe(path, errno));
         }

@@ -12,6 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "base/system_calls.h"
 #include "platform/executable.h"
 
 extern char** environ; // NOLINT(readability-redundant-declaration): POSIX leaves it to the program
@@ -55,7 +56,7 @@ public:
     // False if there is no descriptor left for a pipe.
     [[nodiscard]] bool open() {
         std::array<int, 2> ends{-1, -1};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        if (files::makePipe(ends.data()) != 0) {
             return false;
         }
         reading_ = Descriptor(ends[0]);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 namespace varnhold::platform {
@@ -18,5 +19,9 @@ public:
     [[nodiscard]] virtual bool boolean(const std::string& key) const = 0;
     virtual void setBoolean(const std::string& key, bool value) = 0;
 };
+
+// The user's own store of the system, as long as no other object of this program writes to it.
+// `home`: the user's folder. Main thread. Each system implements it in its own way.
+[[nodiscard]] std::unique_ptr<UserDefaults> makeUserDefaults(const std::string& home);
 
 } // namespace varnhold::platform

@@ -18,6 +18,18 @@ struct ModelNotice {
 // or of another type read as empty and false.
 [[nodiscard]] std::vector<ModelNotice> takeModelNotices(const std::string& path);
 
+// How it is shown, in points.
+namespace noticeStyle {
+inline constexpr int padding = 16;
+inline constexpr int spacing = 12;
+inline constexpr int headerSpacing = 9;
+inline constexpr int lineSpacing = 2; // a message and its warning
+inline constexpr int iconSize = 26;
+inline constexpr int titleSize = 14; // of letters, as the two below
+inline constexpr int messageSize = 12;
+inline constexpr int warningSize = 11;
+} // namespace noticeStyle
+
 // Everything that the popover says, and its size in points.
 struct NoticePanel {
     std::string title;

@@ -9,46 +9,15 @@
 #include "views/desktop/application_icon.h"
 #include "views/desktop/screens.h"
 #include "views/desktop/x11_hints.h"
-#include "views/settings/settings_window_view.h"
 #include "views/status/desktop_notice.h"
 #include "views/status/notice_view.h"
 #include "views/status/status_item_view.h"
 #include "views/text/qt_text.h"
+#include "views/widget_window.h"
 
 namespace varnhold {
 
 namespace {
-
-// The window with the record that it shows, both made when it is first wanted.
-class WidgetWindow final : public SettingsWindow {
-public:
-    // `screen`: on which it is to appear first.
-    WidgetWindow(const FleetContext& fleet, const std::vector<MainMenu>& menus,
-                 const PresentationEvents& events, const QScreen& screen)
-        : record_(fleet.platform, fleet.constants),
-          model_({record_, fleet}),
-          window_(menus, model_, events.onMainMenuChosen, events.onWindowClosed) {
-        window_.appearOn(screen);
-    }
-
-    void bringToFront() override {
-        if (window_.bringToFront()) {
-            model_.appear();
-        }
-    }
-    void close() override { window_.close(); }
-    void presentCustomGroups() override { model_.openManageCustomGroups(); }
-    void presentAlert(const std::string& text) override {
-        record_.alertMsg = text;
-        record_.showAlert = true;
-        record_.changed();
-    }
-
-private:
-    ModelSelectorView record_;
-    SettingsModel model_;
-    SettingsWindowView window_;
-};
 
 class WidgetPopover final : public NoticePopover {
 public:
@@ -136,11 +105,7 @@ bool QtPresentation::isImage(const std::string& path) {
 void QtPresentation::setActivationPolicy(ActivationPolicy) {}
 
 void QtPresentation::activate() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && qobject_cast<SettingsWindowView*>(window) != nullptr) {
-            window->activateWindow();
-        }
-    }
+    activateSettingsWindow();
 }
 
 // Not quit(), which would first ask every window to close, and a closing strip asks to end.

@@ -6,7 +6,6 @@
 #include "platform/posix_system.h"
 #include "platform/qt/qt_http_client.h"
 #include "platform/qt/qt_queues.h"
-#include "platform/qt/qt_user_defaults.h"
 
 namespace varnhold::platform {
 
@@ -30,14 +29,14 @@ struct QtPlatform::Parts {
     QtTimers timers;
     RealClock clock;
     std::unique_ptr<System> system = makeSystem();
-    QtUserDefaults defaults{userDefaultsPath(system->homeDirectory())};
+    std::unique_ptr<UserDefaults> defaults = makeUserDefaults(system->homeDirectory());
     QtHttpClient http;
 };
 
 QtPlatform::QtPlatform()
     : parts_(std::make_unique<Parts>()), platform_{parts_->processes, parts_->queues,
                                                    parts_->timers,    parts_->clock,
-                                                   *parts_->system,   parts_->defaults,
+                                                   *parts_->system,   *parts_->defaults,
                                                    parts_->http} {}
 
 QtPlatform::~QtPlatform() = default;

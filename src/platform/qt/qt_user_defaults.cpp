@@ -9,6 +9,10 @@ std::string userDefaultsPath(const std::string& home) {
 QtUserDefaults::QtUserDefaults(const std::string& path)
     : settings_(QString::fromStdString(path), QSettings::IniFormat) {}
 
+std::unique_ptr<UserDefaults> makeUserDefaults(const std::string& home) {
+    return std::make_unique<QtUserDefaults>(userDefaultsPath(home));
+}
+
 std::string QtUserDefaults::string(const std::string& key) const {
     return settings_.value(QString::fromStdString(key), QString()).toString().toStdString();
 }

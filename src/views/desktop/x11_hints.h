@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/desktop/window_system.h"
+
 class QWindow;
 
 // What the toolkit doesn't say about X11. Main thread; all of it is harmless where there is no X
@@ -13,14 +15,7 @@ void setStripHints(QWindow& window);
 
 [[nodiscard]] bool hasX11();
 
-// Whether somebody keeps windows that are minimised: always where there is no X server.
-[[nodiscard]] bool hasWindowManager();
-
 // Whether the window that is in use takes the whole screen (EWMH). Two round trips.
 [[nodiscard]] bool hasX11FullScreenWindow();
-
-// Whether see-through parts of windows show what is behind them: always under Wayland, and under
-// X11 while a compositor holds its selection.
-[[nodiscard]] bool windowsAreBlended();
 
 } // namespace varnhold

@@ -7,7 +7,7 @@
 #include <QScreen>
 
 #include "views/desktop/window_fit.h"
-#include "views/desktop/x11_hints.h"
+#include "views/desktop/window_system.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
@@ -73,8 +73,10 @@ void SettingsWindowView::appearOn(const QScreen& screen) {
 }
 
 QSize SettingsWindowView::sizeOn(const QSize& screen) const {
-    const int bar = menuBar()->isNativeMenuBar() ? 0 : menuBar()->sizeHint().height();
-    return (contentSize + QSize(0, bar)).boundedTo(screen);
+    // Not menuBar(), which would make one.
+    const auto* bar = qobject_cast<const QMenuBar*>(menuWidget());
+    const bool isInside = bar != nullptr && !bar->isNativeMenuBar();
+    return (contentSize + QSize(0, isInside ? bar->sizeHint().height() : 0)).boundedTo(screen);
 }
 
 void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {
@@ -95,7 +97,6 @@ void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {
     }
 }
 
-// What concerns this window or the toolkit alone is done here; the rest is the application's.
 bool SettingsWindowView::perform(MainMenuAction action) {
     if (const char* slot = editingSlot(action)) {
         page_->editFocused(slot);

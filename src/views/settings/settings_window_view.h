@@ -18,7 +18,8 @@ class SettingsWindowView final : public QMainWindow {
 public:
     using Choose = std::function<void(MainMenuAction action)>;
 
-    // The model must outlive the window.
+    // The model must outlive the window. Without menus it has no menu bar: where the system has
+    // one for all programs, somebody else sees to it.
     SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
                        const Choose& choose, std::function<void()> closed);
 
@@ -32,12 +33,15 @@ public:
     // Shows it before all others. True if it was closed until then, and not just put aside.
     bool bringToFront();
 
+    // Does what concerns this window or the toolkit alone; false for the rest, which is the
+    // application's.
+    bool perform(MainMenuAction action);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void addMenu(const MainMenu& menu, const Choose& choose);
-    bool perform(MainMenuAction action);
     void putAside();
     void showAbout();
 

@@ -25,15 +25,9 @@ namespace varnhold {
 
 namespace {
 
-constexpr int padding = 16; // points, as all of these
-constexpr int spacing = 12;
-constexpr int headerSpacing = 9;
-constexpr int iconSize = 26;
-constexpr int titleSize = 14;
-constexpr int messageSize = 12;
-constexpr int warningSize = 11;
-constexpr int lineSpacing = 2;
-constexpr int edgeGap = 6; // to the anchor and to the screen's edges
+using namespace noticeStyle;
+
+constexpr int edgeGap = 6; // points, to the anchor and to the screen's edges
 
 TextBlock* textBlock(const QString& text, int size, QFont::Weight weight = QFont::Normal) {
     auto* made = new TextBlock(text);

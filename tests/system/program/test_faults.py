@@ -117,6 +117,23 @@ class FaultsTest(unittest.TestCase):
         self.assertEqual(self.session.supervisor.wait(60), 0)
         self.assert_fleet_is_down()
 
+    def test_says_at_its_start_where_the_bots_code_belongs_that_is_missing(self):
+        code = self.session.prefix / "lib/varnhold/Contents/Resources/daemon"
+        said = self.session.home / "said"
+
+        def start():
+            with open(said, "w", encoding="utf-8") as file:
+                self.session.supervisor = subprocess.Popen(
+                    [self.session.prefix / "bin/varnhold"], env=self.session.environment, stderr=file)
+            self.session.await_title("of 6 bots running")
+            send(self.session.supervisor.pid, signal.SIGTERM)
+            self.assertEqual(self.session.supervisor.wait(60), 0)
+            return said.read_text()
+        self.assertNotIn("provider_telegramd", start())
+        code.rename(code.with_name("elsewhere"))
+        self.assertIn(f"varnhold: there is no provider_telegramd in {self.session.prefix}/lib/daemon, "
+                      "so no bot can run", start())
+
     def run_without_display(self, *words):
         before = sorted(self.session.home.rglob("*"))
         environment = {name: value for name, value in self.session.environment.items()
