@@ -5,7 +5,7 @@
 #include <iostream>
 #include <string_view>
 
-#include "launchctl/label_name.h"
+#include "jobs/label_name.h"
 #include "launchctl/unit_name.h"
 
 namespace {
@@ -22,19 +22,19 @@ void expect(bool holds, std::string_view what, std::string_view text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace varnhold::services;
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    if (const auto name = nameOfLabel(text)) {
-        expect(labelOfName(*name) == text, "the file's name leads to another label", text);
-        expect(name->find('/') == std::string::npos && name->front() != '.', "no plain name",
-               *name);
+    const Label label{std::string(text)};
+    if (const auto name = nameOfLabel(label)) {
+        expect(name->label() == label.text, "the file's name leads to another label", text);
+        expect(name->text().find('/') == std::string::npos && name->text().front() != '.',
+               "no plain name", name->text());
+        expect(jobOfUnit(unitOfJob(*name, size % 3)) == *name, "the unit leads to another job",
+               text);
+        static_cast<void>(patternOfGenerations(*name));
     }
-    if (const auto unit = unitOfLabel(text, size % 3)) {
-        expect(labelOfUnit(*unit) == text, "the unit leads to another label", text);
-        expect(nameOfLabel(text).has_value(), "a unit but no file", text);
+    if (const auto name = jobNamed(text)) {
+        expect(name->text() == text, "a name that reads as another", text);
+        expect(nameOfLabel(name->label()) == *name, "two names of one label", text);
     }
-    if (const auto label = labelOfName(text)) {
-        expect(nameOfLabel(*label) == text, "two names of one label", text);
-    }
-    static_cast<void>(labelOfUnit(text));
-    static_cast<void>(patternOfGenerations(text));
+    static_cast<void>(jobOfUnit(text));
     return 0;
 }

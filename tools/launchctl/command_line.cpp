@@ -58,7 +58,7 @@ Result<Command> parseBootout(const std::vector<std::string>& rest) {
         return failure("bootout needs one service target");
     }
     return serviceTarget(rest.front()).map([](const Target& target) -> Command {
-        return Bootout{target.userId, target.label};
+        return Bootout{target.userId, {target.label}};
     });
 }
 
@@ -71,7 +71,7 @@ Result<Command> parseKickstart(std::vector<std::string> rest) {
         return failure("kickstart needs one service target");
     }
     return serviceTarget(rest.front()).map([kill](const Target& target) -> Command {
-        return Kickstart{target.userId, target.label, kill};
+        return Kickstart{target.userId, {target.label}, kill};
     });
 }
 
