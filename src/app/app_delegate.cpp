@@ -68,6 +68,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     startTimer(pollInterval, &AppDelegate::poll);
     startTimer(sampleInterval, &AppDelegate::sampleBotActivity);
     startTimer(animationInterval, &AppDelegate::animateBars);
+    barAnimTimer_ = timers_.back().get();
     checkModelNotices();
     startTimer(noticeInterval, &AppDelegate::checkModelNotices);
     platform_.queues.postBackground(platform::Priority::userInitiated, [this, listed] {
@@ -141,6 +142,7 @@ AppDelegate::DaemonStatus AppDelegate::getStatus(const std::string& label) const
 
 void AppDelegate::updateTitle() {
     setOrder(bars_, rolesOf(picture_.bots));
+    letBarsMove();
     statusItem_->setImage(drawBarImage());
     statusItem_->setTitle(statusTitle(counts_), spokenStatus(counts_));
     statusItem_->setAttention(counts_.crashedCount > 0);
@@ -149,16 +151,27 @@ void AppDelegate::updateTitle() {
 void AppDelegate::sampleBotActivity() {
     platform_.queues.postBackground(
         platform::Priority::utility, [this, roles = bars_.botOrder, statuses = picture_.statuses,
-                                      previous = bars_.lastActivityMarks] {
-            ActivitySample sample = sampleActivity(roles, statuses, previous);
-            platform_.queues.postMain(
-                [this, roles, sample = std::move(sample)] { apply(bars_, roles, sample); });
+                                      previous = bars_.lastActivityMarks, logs = bars_.logs] {
+            ActivitySample sample = sampleActivity(roles, statuses, previous, logs);
+            platform_.queues.postMain([this, roles, sample = std::move(sample)] {
+                apply(bars_, roles, sample);
+                letBarsMove();
+            });
         });
 }
 
 void AppDelegate::animateBars() {
     if (animate(bars_)) {
         statusItem_->setImage(drawBarImage());
+    } else if (barAnimTimer_ != nullptr) {
+        barAnimTimer_->pause();
+    }
+}
+
+// Whoever has given them a target or their order.
+void AppDelegate::letBarsMove() {
+    if (barAnimTimer_ != nullptr && !areAtRest(bars_)) {
+        barAnimTimer_->resume();
     }
 }
 

@@ -91,6 +91,7 @@ private:
     void show(FleetPicture picture);
     void updateCounts();
     void updateTitle();
+    void letBarsMove();
     void choose(MenuAction action, const std::string& value);
     void choose(MainMenuAction action);
     void setApplicationIcon();
@@ -116,6 +117,7 @@ private:
     BarState bars_;
     FleetPicture picture_;
     std::vector<std::unique_ptr<platform::Timer>> timers_;
+    platform::Timer* barAnimTimer_ = nullptr; // of those; paused while no bar moves
     platform::Alive alive_;
 };
 

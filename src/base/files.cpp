@@ -1,6 +1,7 @@
 #include "base/files.h"
 
 #include <cerrno>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -12,6 +13,13 @@
 namespace varnhold::files {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// More than one of the seconds that files are dated with.
+constexpr std::int64_t untilSettled = 2;
+
+} // namespace
 
 bool exists(const std::string& path) {
     struct stat found {};
@@ -29,6 +37,21 @@ std::optional<std::uint64_t> attributesSize(const std::string& path) {
         return std::nullopt;
     }
     return static_cast<std::uint64_t>(found.st_size);
+}
+
+std::optional<Stamp> stampOf(const std::string& path) {
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) {
+        return std::nullopt;
+    }
+    const std::int64_t changed = found.st_ctime; // nobody can set it back
+    if (changed + untilSettled > std::time(nullptr)) {
+        return std::nullopt;
+    }
+    return Stamp{.device = found.st_dev,
+                 .number = found.st_ino,
+                 .size = static_cast<std::uint64_t>(found.st_size),
+                 .changed = changed};
 }
 
 Result<std::string> read(const std::string& path) {

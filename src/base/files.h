@@ -20,6 +20,20 @@ namespace varnhold::files {
 // Size in bytes of the thing itself: of a link, the length of its text. None if nothing is there.
 [[nodiscard]] std::optional<std::uint64_t> attributesSize(const std::string& path);
 
+// By what a plain file shows that it has been written to: of two equal stamps, nothing was written
+// between them.
+struct Stamp {
+    std::uint64_t device = 0;
+    std::uint64_t number = 0;
+    std::uint64_t size = 0;
+    std::int64_t changed = 0; // seconds since 1970
+    bool operator==(const Stamp&) const = default;
+};
+
+// Links are followed. None where there is no plain file, and none of one that has changed within
+// the last two seconds: the next change could look the same.
+[[nodiscard]] std::optional<Stamp> stampOf(const std::string& path);
+
 // More than any file that this program keeps; whoever left one as large has done something else.
 inline constexpr std::uint64_t largestFile = 64U << 20U;
 

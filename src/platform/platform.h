@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/http_client.h"
+#include "platform/timers.h"
 #include "platform/user_defaults.h"
 
 // Everything the program asks of its surroundings, as small interfaces handed down by reference.
@@ -75,22 +76,6 @@ public:
 
     // Runs the task on some other thread. Tasks may block for minutes without holding others up.
     virtual void postBackground(Priority priority, Task task) = 0;
-};
-
-// Ends its repetition when destroyed. Destroy on the main thread.
-class Timer {
-public:
-    virtual ~Timer() = default;
-};
-
-class Timers {
-public:
-    virtual ~Timers() = default;
-
-    // Calls the task on the main thread, first after one interval; ticks that the main thread was
-    // too busy for are dropped. Main thread only.
-    [[nodiscard]] virtual std::unique_ptr<Timer> repeat(std::chrono::milliseconds interval,
-                                                        Task task) = 0;
 };
 
 class Clock {

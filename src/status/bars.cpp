@@ -37,6 +37,21 @@ bool runs(const std::string& role, const StatusMap& statuses) {
     return statusOf(statuses, labelOfRole(role)) == DaemonStatus::running;
 }
 
+// Looks at the file before it reads it: what is written meanwhile shows at the next look.
+int countedMarks(const std::string& role, const CountedLogs& before, CountedLogs& now) {
+    const std::string path = logPath(role);
+    const auto stamp = files::stampOf(path);
+    const auto known = stamp ? before.find(role) : before.end();
+    if (known != before.end() && known->second.stamp == *stamp) {
+        return known->second.marks;
+    }
+    const int marks = countActivityMarkers(path);
+    if (stamp) {
+        now.insert_or_assign(role, CountedLog{*stamp, marks});
+    }
+    return marks;
+}
+
 bool step(double& current, double target) {
     const double next = current + (target - current) * (current < target ? riseFactor : fallFactor);
     if (std::abs(next - current) > snapThreshold) {
@@ -89,14 +104,14 @@ int countActivityMarkers(const std::string& path) {
 }
 
 ActivitySample sampleActivity(const std::vector<std::string>& roles, const StatusMap& statuses,
-                              const std::map<std::string, int>& previous) {
+                              const std::map<std::string, int>& previous, const CountedLogs& logs) {
     ActivitySample sample;
     for (const std::string& role : roles) {
         if (!runs(role, statuses)) {
             sample.targets[role] = 0.0;
             continue;
         }
-        const int count = countActivityMarkers(logPath(role));
+        const int count = countedMarks(role, logs, sample.logs);
         const auto before = previous.find(role);
         const bool rose = before != previous.end() && before->second < count;
         sample.marks[role] = count;
@@ -110,10 +125,19 @@ void apply(BarState& bars, const std::vector<std::string>& roles, const Activity
         if (const auto target = sample.targets.find(role); target != sample.targets.end()) {
             bars.barTarget[role] = target->second;
         }
+        if (const auto log = sample.logs.find(role); log != sample.logs.end()) {
+            bars.logs.insert_or_assign(role, log->second);
+        }
         if (const auto mark = sample.marks.find(role); mark != sample.marks.end()) {
             bars.lastActivityMarks[role] = mark->second;
         }
     }
+}
+
+bool areAtRest(const BarState& bars) {
+    return std::all_of(bars.botOrder.begin(), bars.botOrder.end(), [&bars](const auto& role) {
+        return valueOf(bars.barCurrent, role) == valueOf(bars.barTarget, role);
+    });
 }
 
 bool animate(BarState& bars) {

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/files.h"
 #include "status/job_list.h"
 
 // The bars of the status item: one per bot, lifted when the bot has just been busy.
@@ -15,6 +16,13 @@
 // hues.
 namespace varnhold {
 
+// A log as it was when its marks were counted.
+struct CountedLog {
+    files::Stamp stamp;
+    int marks = 0;
+};
+using CountedLogs = std::map<std::string, CountedLog>; // by role
+
 // One bar per role, in the order of the bots file. Main thread. Levels and targets of a role that
 // has left the order stay, and apply again should it come back.
 struct BarState {
@@ -22,6 +30,7 @@ struct BarState {
     std::map<std::string, double> barTarget;  // 0 or 1
     std::map<std::string, double> barCurrent; // 0 to 1
     std::map<std::string, int> lastActivityMarks;
+    CountedLogs logs; // of the sample before
 };
 
 // Takes over a new order; roles seen for the first time begin flat.
@@ -39,15 +48,21 @@ void setOrder(BarState& bars, const std::vector<std::string>& roles);
 struct ActivitySample {
     std::map<std::string, double> targets; // a target for each role
     std::map<std::string, int> marks;      // marks of the roles that run
+    CountedLogs logs;
 };
 
 // Looks at the log of every running role. Reads files, so it works on copies away from the main
-// thread; `previous` holds the marks of the sample before.
+// thread; `previous` holds the marks of the sample before, `logs` what it has counted them in: a
+// log that nobody has written to since isn't read again.
 [[nodiscard]] ActivitySample sampleActivity(const std::vector<std::string>& roles,
                                             const StatusMap& statuses,
-                                            const std::map<std::string, int>& previous);
+                                            const std::map<std::string, int>& previous,
+                                            const CountedLogs& logs = {});
 
 void apply(BarState& bars, const std::vector<std::string>& roles, const ActivitySample& sample);
+
+// Whether no step would move anything.
+[[nodiscard]] bool areAtRest(const BarState& bars);
 
 // One step of every bar towards its target, fast up and slow down. True if anything moved.
 bool animate(BarState& bars);

@@ -12,6 +12,8 @@ public:
     FakeTimer(std::list<Repeating>& owner, std::list<Repeating>::iterator self)
         : owner_(owner), self_(self) {}
     ~FakeTimer() override { owner_.erase(self_); }
+    void pause() override { self_->paused = true; }
+    void resume() override { self_->paused = false; }
     FakeTimer(const FakeTimer&) = delete;
     FakeTimer& operator=(const FakeTimer&) = delete;
 
@@ -96,6 +98,11 @@ void FakePlatform::runBackground() {
     }
 }
 
+std::size_t FakePlatform::pausedTimers() const {
+    return static_cast<std::size_t>(std::count_if(
+        timers_.begin(), timers_.end(), [](const Repeating& timer) { return timer.paused; }));
+}
+
 void FakePlatform::settle() {
     do {
         runMain();
@@ -126,6 +133,9 @@ void FakePlatform::fireUntil(microseconds end) {
             work();
         } else {
             timer->next += timer->interval;
+            if (timer->paused) {
+                continue;
+            }
             const platform::Task work = timer->task; // the timer may end itself
             work();
         }

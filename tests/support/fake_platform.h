@@ -58,6 +58,7 @@ public:
     // Runs main-thread tasks that are due and all background tasks until none is left.
     void settle();
     void runMain();
+    [[nodiscard]] std::size_t pausedTimers() const;
     [[nodiscard]] std::size_t backgroundTasks() const { return background_.size(); }
     void runBackground();
 
@@ -100,6 +101,7 @@ private:
         std::chrono::microseconds interval{};
         std::chrono::microseconds next{};
         platform::Task task;
+        bool paused = false;
     };
     class FakeTimer;
 

@@ -32,6 +32,12 @@ public:
         QObject::connect(&timer_, &QTimer::timeout, &timer_, std::move(task));
         timer_.start();
     }
+    void pause() override { timer_.stop(); }
+    void resume() override {
+        if (!timer_.isActive()) {
+            timer_.start();
+        }
+    }
 
 private:
     QTimer timer_;

@@ -69,6 +69,25 @@ TEST(Animation, DrawsWhileABarMovesAndNotWhenTheFleetIsIdle) {
     EXPECT_DOUBLE_EQ(supervisor.presentation.image.bars.at(0).height, 0.18 * 16);
 }
 
+TEST(Animation, RestsUntilABarHasSomewhereToGo) {
+    const Log log;
+    Supervisor supervisor;
+    supervisor.writeBots({bot(log.role)});
+    supervisor.list("10", "0", labelOf(log.role));
+    supervisor.launch();
+    supervisor.platform.advance(60ms);
+    EXPECT_EQ(supervisor.platform.pausedTimers(), 1U);
+    for (const char* text : {"", "[NOTIFY]"}) {
+        supervisor.home.write(log.path, text);
+        supervisor.delegate->sampleBotActivity();
+        supervisor.platform.settle();
+    }
+    EXPECT_EQ(supervisor.platform.pausedTimers(), 0U);
+    supervisor.forget();
+    supervisor.platform.advance(60ms);
+    EXPECT_THAT(supervisor.presentation.record, ElementsAre("image"));
+}
+
 TEST(Title, OfANewOrderGivesNewBotsFlatBarsAndKeepsTheOthers) {
     const Log log;
     Supervisor supervisor;

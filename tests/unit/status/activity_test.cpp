@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <thread>
 
 #include "status/bars.h"
 #include "support/temporary_home.h"
@@ -137,6 +140,56 @@ TEST(Sample, ComparesWithTheStaleMarkOnceAStoppedBotRunsAgain) {
     const ActivitySample sample =
         sampleActivity({log.role}, {{log.label, DaemonStatus::running}}, {{log.role, 1}});
     EXPECT_EQ(sample.targets.at(log.role), 1.0);
+}
+
+// A stamp is given once the file has been left alone for a moment.
+files::Stamp stampOnceSettled(const std::string& path) {
+    while (true) {
+        if (const auto stamp = files::stampOf(path)) {
+            return *stamp;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
+TEST(Sample, DoesNotReadALogAgainThatNobodyHasWrittenTo) {
+    const RoleLog log;
+    const StatusMap running{{log.label, DaemonStatus::running}};
+    log.home.write(log.path, "[MSG]");
+    const CountedLog counted{stampOnceSettled(log.path), 41};
+    const ActivitySample sample =
+        sampleActivity({log.role}, running, {{log.role, 40}}, {{log.role, counted}});
+    EXPECT_EQ(sample.marks.at(log.role), 41);
+    EXPECT_EQ(sample.targets.at(log.role), 1.0);
+}
+
+TEST(Sample, ReadsALogThatHasGrownOrHasBeenReplacedSince) {
+    const RoleLog log;
+    const StatusMap running{{log.label, DaemonStatus::running}};
+    log.home.write(log.path, "[MSG]");
+    const CountedLog counted{stampOnceSettled(log.path), 41};
+    const auto marksNow = [&] {
+        return sampleActivity({log.role}, running, {}, {{log.role, counted}}).marks.at(log.role);
+    };
+    std::ofstream(log.path, std::ios::app) << "[CHAIN]";
+    EXPECT_EQ(marksNow(), 2);
+    std::ofstream(log.path + ".new") << "[MSG]";
+    std::filesystem::rename(log.path + ".new", log.path);
+    EXPECT_EQ(marksNow(), 1);
+    std::filesystem::remove(log.path);
+    EXPECT_EQ(marksNow(), 0);
+}
+
+TEST(Sample, RemembersTheLogsThatItHasRead) {
+    const RoleLog log;
+    const StatusMap running{{log.label, DaemonStatus::running}};
+    log.home.write(log.path, "[MSG]");
+    const files::Stamp stamp = stampOnceSettled(log.path);
+    BarState bars;
+    setOrder(bars, {log.role});
+    apply(bars, {log.role}, sampleActivity({log.role}, running, {}));
+    EXPECT_EQ(bars.logs.at(log.role).stamp, stamp);
+    EXPECT_EQ(bars.logs.at(log.role).marks, 1);
 }
 
 TEST(Sample, OfABotWhoseLabelHasAnotherFormStaysFlatThoughItRuns) {
