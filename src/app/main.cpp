@@ -10,6 +10,7 @@
 #include "app/display_check.h"
 #include "app/end_signals.h"
 #include "app/guardian.h"
+#include "app/knock.h"
 #include "app/single_instance.h"
 #include "lifecycle/fleet.h"
 #include "platform/inherited_state.h"
@@ -151,6 +152,9 @@ int main(int argc, char** argv) {
 
     // For a later start to hand over: the first one shows no window by itself.
     const QByteArray activationToken = varnhold::takeActivationToken();
+    if (varnhold::knock(system->runtimeDirectory(), activationToken.toStdString())) {
+        return EXIT_SUCCESS;
+    }
     varnhold::Guardian guardian(argc, argv, [&] { takeFleetDown(argc, argv, constants); });
     std::optional<Choices> choices(std::in_place);
     std::optional<varnhold::DisplayCheck> displayCheck(std::in_place);

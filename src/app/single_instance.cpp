@@ -8,6 +8,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include "app/knock.h"
 #include "platform/private_folder.h"
 
 namespace varnhold {
@@ -19,7 +20,17 @@ using namespace std::chrono_literals;
 // The first may have locked but not listen yet, which it does within its first milliseconds, or
 // listen no more.
 constexpr std::chrono::duration<unsigned long, std::milli> pauseBetweenTries = 50ms;
-constexpr int connectTimeout = 1000; // milliseconds
+constexpr qint64 longestToken = 65536;
+
+// What a guest says is whole when he has no more to say.
+void hear(QLocalSocket& guest, const BusActivation::Activated& onKnock) {
+    guest.setReadBufferSize(longestToken);
+    QObject::connect(&guest, &QLocalSocket::disconnected, &guest, [&guest, onKnock] {
+        const QByteArray token = guest.readAll();
+        guest.deleteLater();
+        onKnock(token);
+    });
+}
 
 } // namespace
 
@@ -30,10 +41,6 @@ SingleInstance::~SingleInstance() {
     if (lock_ >= 0) {
         ::close(lock_);
     }
-}
-
-QString SingleInstance::socketPath() const {
-    return QString::fromStdString(folder_ + "/supervisor.socket");
 }
 
 SingleInstance::Lock SingleInstance::tryLock() {
@@ -55,7 +62,8 @@ bool SingleInstance::claim() {
     // Asked in turns rather than waited for: of several later starts one becomes the next, and the
     // others have to be heard by it instead of standing in line for its end.
     while (lock == Lock::taken) {
-        if (BusActivation::activateOther(activationToken_) || knock()) {
+        if (BusActivation::activateOther(activationToken_) ||
+            knock(folder_, activationToken_.toStdString())) {
             return false;
         }
         QThread::msleep(pauseBetweenTries.count());
@@ -73,28 +81,22 @@ bool SingleInstance::claim() {
     return bus_.claim() != BusActivation::Claim::taken;
 }
 
-bool SingleInstance::knock() const {
-    QLocalSocket socket;
-    socket.connectToServer(socketPath(), QIODevice::WriteOnly);
-    return socket.waitForConnected(connectTimeout);
-}
-
 void SingleInstance::listen(BusActivation::Activated onKnock, BusActivation::Acted onAction) {
     bus_.onActivate(onKnock);
     bus_.onAction(std::move(onAction));
     if (!hasLock_) {
         return; // the socket there may be somebody else's
     }
-    QLocalServer::removeServer(socketPath());
+    const QString path = QString::fromStdString(knockingPath(folder_));
+    QLocalServer::removeServer(path);
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_,
                      [this, onKnock = std::move(onKnock)] {
                          while (QLocalSocket* guest = server_.nextPendingConnection()) {
-                             guest->deleteLater();
+                             hear(*guest, onKnock);
                          }
-                         onKnock({});
                      });
-    server_.listen(socketPath());
+    server_.listen(path);
 }
 
 void SingleInstance::stopListening() {

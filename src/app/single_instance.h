@@ -11,8 +11,9 @@ namespace varnhold {
 // Sees to it that one supervisor runs for each user.
 //
 // The first to lock a file in the user's runtime folder and to get the program's name on the
-// session bus is the one. A later one calls it there, or where there is no bus knocks on a socket
-// beside the lock, which makes the first show its window, and ends before it has touched anything.
+// session bus is the one. A later one has knocked on a socket beside the lock before it came here
+// (knock.h), and calls over the bus where that wasn't heard, which makes the first show its window;
+// then it ends before it has touched anything.
 // If the first is on its way out and answers no more, the later one waits for its end and takes its
 // place. A crash frees lock and name, and the socket that it leaves behind is cleared away by the
 // next.
@@ -45,8 +46,6 @@ public:
 private:
     enum class Lock { ours, taken, impossible };
     [[nodiscard]] Lock tryLock();
-    [[nodiscard]] bool knock() const;
-    [[nodiscard]] QString socketPath() const;
 
     std::string folder_;
     QByteArray activationToken_;
