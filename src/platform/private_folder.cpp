@@ -62,8 +62,8 @@ Result<std::string> readAll(int file, const std::string& path) {
     }
 }
 
-std::vector<std::string> namesIn(int folder) {
-    std::vector<std::string> names;
+// True as soon as the test says so.
+bool anyNameIn(int folder, const std::function<bool(std::string_view name)>& test) {
     // A descriptor of its own, so that a second look begins at the beginning again.
     const int own = ::openat(folder, ".", folderFlags);
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(own >= 0 ? ::fdopendir(own) : nullptr,
@@ -72,13 +72,23 @@ std::vector<std::string> namesIn(int folder) {
         if (own >= 0) {
             ::close(own);
         }
-        return names;
+        return false;
     }
     while (const dirent* entry = ::readdir(entries.get())) { // NOLINT(concurrency-mt-unsafe)
-        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0) {
-            names.emplace_back(entry->d_name);
+        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0 &&
+            test(entry->d_name)) {
+            return true;
         }
     }
+    return false;
+}
+
+std::vector<std::string> namesIn(int folder) {
+    std::vector<std::string> names;
+    static_cast<void>(anyNameIn(folder, [&names](std::string_view name) {
+        names.emplace_back(name);
+        return false;
+    }));
     return names;
 }
 
@@ -153,6 +163,10 @@ PrivateFolder::~PrivateFolder() {
 
 std::vector<std::string> PrivateFolder::names() const {
     return namesIn(folder_);
+}
+
+bool PrivateFolder::anyName(const std::function<bool(std::string_view name)>& test) const {
+    return anyNameIn(folder_, test);
 }
 
 bool PrivateFolder::has(const std::string& name) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,8 @@ public:
 
     // What is in it, unsorted; empty if it can't be read.
     [[nodiscard]] std::vector<std::string> names() const;
+    // Whether a name passes the test; none is looked at after the first that does.
+    [[nodiscard]] bool anyName(const std::function<bool(std::string_view name)>& test) const;
     // Whether anything bears the name, also a link that leads nowhere.
     [[nodiscard]] bool has(const std::string& name) const;
 

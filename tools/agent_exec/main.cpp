@@ -1,14 +1,16 @@
 // Runs one agent for a service manager.
 //
 //   agent-exec FOLDER                    becomes the agent that the folder's property list defines
+//   agent-exec FOLDER ./run              the same, as the interpreter of s6's script of that name
 //   agent-exec --ended FOLDER CODE SIGNAL     after its end; exits with 125 if it is to stay down
+//   agent-exec FOLDER ./finish CODE SIGNAL    the same, as an interpreter
 //   agent-exec --wait FOLDER             waits until the agent may be started
 //   agent-exec --unit FOLDER             becomes the agent, as the main process of a systemd unit
 //   agent-exec --note FOLDER             after its end, with EXIT_CODE and EXIT_STATUS set
 //
-// The first two are for s6, whose finish script hands over CODE and SIGNAL: above 255 the code
-// means that a signal ended the agent. The others are for systemd. Keys and tokens are only ever in
-// the property list, never in these arguments.
+// The first four are for s6, whose finish script is given CODE and SIGNAL: above 255 the code means
+// that a signal ended the agent. More words may follow those of a script. The others are for
+// systemd. Keys and tokens are only ever in the property list, never in these arguments.
 
 #include <csignal>
 #include <cstdio>
@@ -85,8 +87,20 @@ int note(const std::string& folder) {
     return 0;
 }
 
-int ended(const std::string& folder, std::int64_t code, std::int64_t signal) {
-    const std::int64_t waitStatus = code >= endedBySignal ? signal : code << 8;
+int complain() {
+    std::fprintf(stderr, "Usage: agent-exec FOLDER\n"
+                         "       agent-exec --ended FOLDER CODE SIGNAL\n"
+                         "       agent-exec --wait|--unit|--note FOLDER\n");
+    return wrongUse;
+}
+
+int ended(const std::string& folder, const char* codeText, const char* signalText) {
+    const auto code = text::parseInteger(codeText);
+    const auto signal = text::parseInteger(signalText);
+    if (!code || !signal) {
+        return complain();
+    }
+    const std::int64_t waitStatus = *code >= endedBySignal ? *signal : *code << 8;
     const AfterEnd next = agentEnded(jobAt(folder), static_cast<int>(waitStatus));
     return next == AfterEnd::stayDown ? stayDown : 0;
 }
@@ -95,28 +109,22 @@ int ended(const std::string& folder, std::int64_t code, std::int64_t signal) {
 
 int main(int argc, char** argv) {
     const std::string first = argc > 1 ? argv[1] : "";
-    if (argc == 2 && !first.starts_with("--")) {
-        return startSupervised(first);
+    const std::string second = argc > 2 ? argv[2] : "";
+    if (!first.empty() && !first.starts_with("--")) {
+        if (argc == 2 || second == "./run") {
+            return startSupervised(first);
+        }
+        return argc >= 5 && second == "./finish" ? ended(first, argv[3], argv[4]) : complain();
     }
     if (argc == 3 && first == "--wait") {
-        static_cast<void>(waitForTurn(jobAt(argv[2]))); // the unit starts it in any case
+        static_cast<void>(waitForTurn(jobAt(second))); // the unit starts it in any case
         return 0;
     }
     if (argc == 3 && first == "--unit") {
-        return startUnit(argv[2]);
+        return startUnit(second);
     }
     if (argc == 3 && first == "--note") {
-        return note(argv[2]);
+        return note(second);
     }
-    if (argc == 5 && first == "--ended") {
-        const auto code = text::parseInteger(argv[3]);
-        const auto signal = text::parseInteger(argv[4]);
-        if (code && signal) {
-            return ended(argv[2], *code, *signal);
-        }
-    }
-    std::fprintf(stderr, "Usage: agent-exec FOLDER\n"
-                         "       agent-exec --ended FOLDER CODE SIGNAL\n"
-                         "       agent-exec --wait|--unit|--note FOLDER\n");
-    return wrongUse;
+    return argc == 5 && first == "--ended" ? ended(second, argv[3], argv[4]) : complain();
 }

@@ -18,7 +18,8 @@ constexpr const char* killTimeout = "5000"; // milliseconds
 constexpr mode_t scriptMode = 0700;
 constexpr mode_t fileMode = 0600;
 constexpr auto supervisorLimit = 10s;
-constexpr auto unloadLimit = 30s; // the exit timeout and a loaded machine
+constexpr std::size_t longestLine = 127; // of a script's first; newer systems take twice as many
+constexpr auto unloadLimit = 30s;        // the exit timeout and a loaded machine
 
 std::string shellQuoted(const std::string& text) {
     std::string out = "'";
@@ -26,6 +27,20 @@ std::string shellQuoted(const std::string& text) {
         out += c == '\'' ? std::string("'\\''") : std::string(1, c);
     }
     return out + "'";
+}
+
+// A script that has agent-exec for its interpreter, and so needs no shell, of which each start and
+// each end would pay for one. The system takes no blanks in its path and not much of a line: then a
+// shell reads it after all.
+std::string scriptOf(const std::string& agentExec, const std::string& way,
+                     const std::string& folder, const std::string& words) {
+    const std::string line = "#!" + agentExec + " " + folder + "\n";
+    const bool fits = line.size() <= longestLine &&
+                      agentExec.find_first_of(" \t\n") == std::string::npos &&
+                      folder.find('\n') == std::string::npos;
+    return fits ? line
+                : "#!/bin/sh\nexec " + shellQuoted(agentExec) + way + " " + shellQuoted(folder) +
+                      words + "\n";
 }
 
 } // namespace
@@ -48,34 +63,35 @@ Result<JobStore::Locks> S6Manager::lock(const JobName& name) {
 // sees the job, and one whose scanner has been killed works on. A job that never had a supervisor
 // is one that somebody is about to load, or was when he was killed.
 bool S6Manager::isLoaded(const JobName& name) const {
-    return isLoaded(name, tree_.service(name));
+    const S6Service service = tree_.service(name);
+    return isLoaded(name, service, {service.isSupervised(), service.wasSupervised(), {}});
 }
 
-bool S6Manager::isLoaded(const JobName& name, const S6Service& service) const {
+bool S6Manager::isLoaded(const JobName& name, const S6Service& service, const S6Look& seen) const {
     const S6Tree::Link link = tree_.linkOf(name);
     if (link == S6Tree::Link::none || service.files().isLeaving()) {
         return false;
     }
-    return service.isSupervised() ||
-           (link == S6Tree::Link::inSight && service.wasSupervised() && scanner_.isRunning());
+    return seen.isSupervised ||
+           (link == S6Tree::Link::inSight && seen.wasSupervised && scanner_.isRunning());
 }
 
-JobState S6Manager::state(const S6Service& service, const Label& label) {
+JobState S6Manager::state(const S6Service& service, const S6Look& seen, const Label& label) {
     JobState job{.label = label};
-    const auto status = service.isSupervised() ? service.status() : std::nullopt;
-    if (status) {
-        job.process = status->process;
+    if (seen.status) {
+        job.process = seen.status->process;
     }
-    const auto noted = service.files().lastEnd();
-    job.lastEnd = status && !job.process ? status->lastEnd : noted.value_or(0);
+    job.lastEnd =
+        seen.status && !job.process ? seen.status->lastEnd : service.files().lastEnd().value_or(0);
     return job;
 }
 
 Result<std::vector<JobState>> S6Manager::jobs() {
     std::vector<JobState> jobs;
     for (const JobName& name : tree_.linkedJobs()) {
-        if (const S6Service service = tree_.service(name); isLoaded(name, service)) {
-            jobs.push_back(state(service, name.label()));
+        const S6Service service = tree_.service(name);
+        if (const S6Look seen = service.look(); isLoaded(name, service, seen)) {
+            jobs.push_back(state(service, seen, name.label()));
         }
     }
     std::sort(jobs.begin(), jobs.end(), precedes);
@@ -83,9 +99,7 @@ Result<std::vector<JobState>> S6Manager::jobs() {
 }
 
 bool S6Manager::hasJobs() const {
-    const auto names = tree_.linkedJobs();
-    return std::any_of(names.begin(), names.end(),
-                       [this](const JobName& name) { return isLoaded(name); });
+    return tree_.anyLinked([this](const JobName& name) { return isLoaded(name); });
 }
 
 Result<std::optional<JobState>> S6Manager::job(const Label& label) {
@@ -94,7 +108,9 @@ Result<std::optional<JobState>> S6Manager::job(const Label& label) {
         return std::nullopt;
     }
     const S6Service service = tree_.service(*name);
-    return isLoaded(*name, service) ? std::optional(state(service, label)) : std::nullopt;
+    const S6Look seen = service.look();
+    return isLoaded(*name, service, seen) ? std::optional(state(service, seen, label))
+                                          : std::nullopt;
 }
 
 Result<PropertyList> S6Manager::definition(const Label& label) {
@@ -108,8 +124,6 @@ Result<void> S6Manager::writeJob(const JobName& name, const PropertyList& list,
         return failure(job.error());
     }
     const auto& folder = *job->folder();
-    const std::string helper = "#!/bin/sh\nexec " + shellQuoted(agentExec_);
-    const std::string path = shellQuoted(folder.path());
     const bool starts = list.runAtLoad || list.keepAlive;
     Result<void> done = job->askToListen();
     const auto write = [&](const char* file, const std::string& text, mode_t mode) {
@@ -117,8 +131,8 @@ Result<void> S6Manager::writeJob(const JobName& name, const PropertyList& list,
             done = folder.write(file, text, mode);
         }
     };
-    write("run", helper + " " + path + "\n", scriptMode);
-    write("finish", helper + " --ended " + path + " \"$1\" \"$2\"\n", scriptMode);
+    write("run", scriptOf(agentExec_, "", folder.path(), ""), scriptMode);
+    write("finish", scriptOf(agentExec_, " --ended", folder.path(), " \"$1\" \"$2\""), scriptMode);
     write("timeout-kill", killTimeout, fileMode);
     write("timeout-finish", "0", fileMode); // no limit
     if (!starts) {
@@ -288,15 +302,15 @@ Result<Outcome> S6Manager::bootout(const Label& label) {
 Result<Outcome> S6Manager::kickstart(const Label& label, bool kill) {
     return change(label, [&](const JobName& name) -> Result<Outcome> {
         const S6Service service = tree_.service(name);
-        const auto running = state(service, label).process;
+        const auto processNow = [&] { return state(service, service.look(), label).process; };
+        const auto running = processNow();
         if (running && !kill) {
             return Outcome::done;
         }
         if (running) {
             const auto before = identify(*running);
             const ProcessHandle agent(*running);
-            const bool same =
-                before && identify(*running) == before && state(service, label).process == running;
+            const bool same = before && identify(*running) == before && processNow() == running;
             service.files().hurry();
             if (same) { // and not a new one, which is what was asked for
                 agent.kill();
@@ -329,7 +343,7 @@ void S6Manager::takeDownIfEmpty() {
     if (!scanner_.isRunning()) {
         tidyUpAll();
     }
-    if (!tree_.linkedJobs().empty()) {
+    if (tree_.anyLinked([](const JobName&) { return true; })) {
         return;
     }
     for (const JobName& name : tree_.allJobs()) {

@@ -44,8 +44,10 @@ private:
     S6Manager(JobStore store, std::string agentExec);
     [[nodiscard]] Result<JobStore::Locks> lock(const JobName& name);
     [[nodiscard]] bool isLoaded(const JobName& name) const;
-    [[nodiscard]] bool isLoaded(const JobName& name, const S6Service& service) const;
-    [[nodiscard]] static JobState state(const S6Service& service, const Label& label);
+    [[nodiscard]] bool isLoaded(const JobName& name, const S6Service& service,
+                                const S6Look& seen) const;
+    [[nodiscard]] static JobState state(const S6Service& service, const S6Look& seen,
+                                        const Label& label);
     [[nodiscard]] Result<void> writeJob(const JobName& name, const PropertyList& list,
                                         const std::string& content) const;
     void tidyUp(const JobName& name) const;

@@ -32,6 +32,14 @@ int openControl(const JobFiles::Folder& folder) {
     return folder ? folder->open(controlPipe, O_WRONLY | O_NONBLOCK) : -1;
 }
 
+bool isReadFrom(const JobFiles::Folder& folder) {
+    const int control = openControl(folder);
+    if (control >= 0) {
+        ::close(control);
+    }
+    return control >= 0;
+}
+
 // The process that holds the supervisor's lock.
 pid_t supervisorOf(const JobFiles::Folder& folder) {
     const int file = folder->open(lockFile, O_RDONLY);
@@ -77,20 +85,24 @@ JobFiles::Folder S6Service::supervise() const {
                            : std::nullopt;
 }
 
-bool S6Service::isSupervised() const {
-    const int control = openControl(supervise());
-    if (control >= 0) {
-        ::close(control);
+S6Look S6Service::look() const {
+    const auto folder = supervise();
+    S6Look seen{.isSupervised = isReadFrom(folder), .wasSupervised = folder.has_value()};
+    if (seen.isSupervised) {
+        seen.status = statusIn(folder);
     }
-    return control >= 0;
+    return seen;
+}
+
+bool S6Service::isSupervised() const {
+    return isReadFrom(supervise());
 }
 
 bool S6Service::wasSupervised() const {
     return supervise().has_value();
 }
 
-std::optional<S6Status> S6Service::status() const {
-    const auto folder = supervise();
+std::optional<S6Status> S6Service::statusIn(const JobFiles::Folder& folder) {
     const auto content = folder ? folder->read(statusFile) : failure("never supervised");
     if (!content || content->size() != S6_SVSTATUS_SIZE) {
         return std::nullopt;
@@ -130,11 +142,11 @@ void S6Service::waitUntilSupervised(std::chrono::milliseconds limit, bool starte
     watch.add(files_.path());
     watch.waitUntil(limit, [&] {
         watch.add(files_.path() + "/" S6_SUPERVISE_CTLDIR);
-        if (!isSupervised()) {
+        const S6Look now = look();
+        if (!now.isSupervised) {
             return isHopeless();
         }
-        const auto now = started ? status() : std::nullopt;
-        return !started || (now && now->hasStarted);
+        return !started || (now.status && now.status->hasStarted);
     });
 }
 

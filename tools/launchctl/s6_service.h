@@ -17,6 +17,16 @@ struct S6Status {
     bool hasStarted = false;      // ever
 };
 
+// A job's supervisor at one moment.
+struct S6Look {
+    bool isSupervised = false;
+    // Also true in the second before a supervisor that was killed is replaced.
+    bool wasSupervised = false;
+    // Of one that is. The process is one that the supervisor really has: on a full disk it may have
+    // been unable to write down the last.
+    std::optional<S6Status> status;
+};
+
 // One job's folder as s6 sees it, and the pipe through which its supervisor is told what to do.
 class S6Service final {
 public:
@@ -24,12 +34,11 @@ public:
 
     [[nodiscard]] const JobFiles& files() const { return files_; }
 
+    // All at once, which opens its folder once.
+    [[nodiscard]] S6Look look() const;
+    // Parts of it.
     [[nodiscard]] bool isSupervised() const;
-    // Also true in the second before a supervisor that was killed is replaced.
     [[nodiscard]] bool wasSupervised() const;
-    // The process is one that the supervisor really has: on a full disk it may have been unable to
-    // write down the last.
-    [[nodiscard]] std::optional<S6Status> status() const;
 
     // False if somebody still supervises it when the time is up.
     [[nodiscard]] bool waitUntilUnsupervised(std::chrono::milliseconds limit) const;
@@ -46,6 +55,7 @@ public:
 
 private:
     [[nodiscard]] JobFiles::Folder supervise() const;
+    [[nodiscard]] static std::optional<S6Status> statusIn(const JobFiles::Folder& folder);
     [[nodiscard]] static std::optional<pid_t> checked(pid_t noted, const JobFiles::Folder& folder);
 
     JobFiles files_;

@@ -74,16 +74,22 @@ void S6Tree::hide(const JobName& name) const {
 
 std::vector<JobName> S6Tree::linkedJobs() const {
     std::vector<JobName> names;
-    for (std::string& link : links_ ? links_->names() : std::vector<std::string>()) {
-        if (link.starts_with(tree::outOfSightPrefix)) {
-            link.erase(0, tree::outOfSightPrefix.size());
-        }
-        if (auto name = jobNamed(link)) {
-            names.push_back(*std::move(name));
-        }
-    }
+    static_cast<void>(anyLinked([&names](const JobName& name) {
+        names.push_back(name);
+        return false;
+    }));
     sortOut(names);
     return names;
+}
+
+bool S6Tree::anyLinked(const std::function<bool(const JobName& name)>& test) const {
+    return links_ && links_->anyName([&test](std::string_view link) {
+        if (link.starts_with(tree::outOfSightPrefix)) {
+            link.remove_prefix(tree::outOfSightPrefix.size());
+        }
+        const auto name = jobNamed(link);
+        return name && test(*name);
+    });
 }
 
 std::vector<JobName> S6Tree::allJobs() const {

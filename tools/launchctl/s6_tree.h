@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     void hide(const JobName& name) const;
 
     [[nodiscard]] std::vector<JobName> linkedJobs() const;
+    // Whether one of them passes the test; in no order, and none after the first that does.
+    [[nodiscard]] bool anyLinked(const std::function<bool(const JobName& name)>& test) const;
     // Also those of which nothing but the folder is left, or not more is there yet. Folders of
     // another service manager's jobs aren't ours.
     [[nodiscard]] std::vector<JobName> allJobs() const;
