@@ -50,6 +50,12 @@ class WorkTest(SandboxTest):
         self.assertEqual(self.rows()[0], (1, "atlas", None, "message"))
         self.assertGreaterEqual(count_markers(bot.log()), 1)
 
+    def test_keeps_an_index_by_which_each_bot_finds_its_own_rows(self) -> None:
+        self.start()
+        plan = "EXPLAIN QUERY PLAN SELECT id FROM agent_events WHERE dept = 'atlas'"
+        wait_until(lambda: self.rows(), "an event is recorded")
+        self.assertIn("agent_events_of_dept", str(self.rows(plan)))
+
     def test_secrets_never_reach_the_log(self) -> None:
         bot = self.start(OPENAI_API_KEY="hush-hush", TELEGRAM_BOT_TOKEN="not-a-word")
         bot.wait_for_log("[MSG]")

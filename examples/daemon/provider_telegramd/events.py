@@ -23,6 +23,9 @@ _SCHEMA = """CREATE TABLE IF NOT EXISTS agent_events (
     kind TEXT NOT NULL,
     at TEXT NOT NULL)"""
 
+# Each bot looks for rows of its own only.
+_INDEX = "CREATE INDEX IF NOT EXISTS agent_events_of_dept ON agent_events (dept)"
+
 
 class EventBook:
     """Records one bot's events. Nothing here raises: what can't be written now waits for the next event."""
@@ -68,6 +71,7 @@ class EventBook:
             connection.execute("PRAGMA journal_mode=WAL")
             connection.execute("PRAGMA synchronous=NORMAL")
             connection.execute(_SCHEMA)
+            connection.execute(_INDEX)
         except sqlite3.Error:
             connection.close()
             raise
