@@ -35,3 +35,9 @@ typedef NSUInteger NSStatusItemBehavior;
 @interface NSView (Additions)
 - (void)setAccessibilityLabel:(NSString*)label;
 @end
+
+// The bar of a Mac at the top of the screen, of which GNUstep has none: each item is a small
+// window.
+@interface StandInBar : NSStatusBar
++ (NSStatusItem*)lastItem;
+@end
