@@ -48,7 +48,7 @@ std::optional<Stamp> stampOf(const std::string& path) {
     if (changed + untilSettled > std::time(nullptr)) {
         return std::nullopt;
     }
-    return Stamp{.device = found.st_dev,
+    return Stamp{.device = static_cast<std::uint64_t>(found.st_dev), // signed on a Mac
                  .number = found.st_ino,
                  .size = static_cast<std::uint64_t>(found.st_size),
                  .changed = changed};
