@@ -1,6 +1,7 @@
 #include "launchctl/unit_message.h"
 
 #include <limits>
+#include <string_view>
 
 namespace varnhold::services {
 
@@ -72,11 +73,16 @@ Result<std::vector<Unit>> readUnits(const Message& reply) {
         return failure("the user manager's answer can't be read");
     }
     const char* name = nullptr;
+    const char* active = nullptr;
     const char* sub = nullptr;
     const char* path = nullptr;
-    while (sdBus().message_read(reply.get(), "(ssssssouso)", &name, nullptr, nullptr, nullptr, &sub,
-                                nullptr, &path, nullptr, nullptr, nullptr) > 0) {
-        units.push_back({.name = name, .sub = sub, .path = path});
+    std::uint32_t job = 0;
+    while (sdBus().message_read(reply.get(), "(ssssssouso)", &name, nullptr, nullptr, &active, &sub,
+                                nullptr, &path, &job, nullptr, nullptr) > 0) {
+        // One that has ended well and is asked to run again is inactive until its start begins.
+        if (std::string_view(active) != "inactive" || job != 0) {
+            units.push_back({.name = name, .sub = sub, .path = path});
+        }
     }
     return units;
 }

@@ -224,7 +224,8 @@ Result<std::vector<Unit>> UserManager::units(const std::vector<std::string>& pat
     if (!message) {
         return failure(message.error());
     }
-    appendTexts(*message, {"active", "activating", "deactivating", "failed", "reloading"});
+    appendTexts(*message,
+                {"active", "activating", "deactivating", "failed", "reloading", "inactive"});
     appendTexts(*message, patterns);
     Message reply;
     if (const auto replied = connection_->call(*message, reply); !replied) {
