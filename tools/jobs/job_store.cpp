@@ -1,7 +1,10 @@
 #include "jobs/job_store.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
+#include <sys/statvfs.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -10,6 +13,8 @@
 namespace varnhold::services {
 
 namespace {
+
+constexpr unsigned filesOfJob = 32; // under s6, which makes most: 22, and 5 more with the first
 
 bool isLinkOfOurs(std::string_view name) {
     if (name.starts_with(tree::outOfSightPrefix)) {
@@ -136,6 +141,18 @@ std::vector<JobName> JobStore::marked() const {
 std::optional<FileLock> JobStore::tryAlone() {
     auto lock = root_ ? FileLock::tryExclusive(*root_, tree::lock) : std::nullopt;
     return lock && look() ? std::move(lock) : std::nullopt;
+}
+
+// A supervisor that can't make its own files only tries again and again, and tells nobody.
+Result<void> JobStore::checkRoom() const {
+    struct statvfs found {};
+    if (!root_ || ::fstatvfs(root_->descriptor(), &found) != 0) {
+        return {}; // whoever writes there will see
+    }
+    const bool countsFiles = found.f_files != 0;
+    return found.f_bavail < filesOfJob || (countsFiles && found.f_favail < filesOfJob)
+               ? failure(path_ + ": " + std::system_category().message(ENOSPC))
+               : Result<void>();
 }
 
 Result<JobFiles> JobStore::make(const JobName& name, const std::string& content) const {

@@ -66,6 +66,8 @@ public:
     // The tree for oneself alone; none if somebody else is at work, or there is no tree.
     [[nodiscard]] std::optional<FileLock> tryAlone();
 
+    // Fails where the file system has no room for a job with all that its supervisors make.
+    [[nodiscard]] Result<void> checkRoom() const;
     // Makes a job's folder anew with a copy of its property list.
     [[nodiscard]] Result<JobFiles> make(const JobName& name, const std::string& content) const;
     // What somebody else has put into a job's folder stays, and the folder with it.

@@ -70,21 +70,37 @@ void end(pid_t supervisor, const std::string& folder) {
     handle.waitForEnd(lastMoment);
 }
 
-} // namespace
-
-void endLostSupervisors(const std::string& folder) {
+// First who would replace them.
+void killLostScanners(const std::string& folder) {
     const std::string scan = folder + "/" + tree::scan;
-    // First who would replace them.
     for (const pid_t scanner : lost("s6-svscan", scan)) {
         const ProcessHandle handle(scanner);
         if (isLost(scanner, "s6-svscan", scan)) {
             handle.kill();
         }
     }
-    const std::string jobs = folder + "/" + tree::jobs + "/";
-    for (const pid_t supervisor : lost("s6-supervise", jobs)) {
-        end(supervisor, jobs);
+}
+
+bool endSupervisors(const std::string& folder) {
+    const auto found = lost("s6-supervise", folder);
+    for (const pid_t supervisor : found) {
+        end(supervisor, folder);
     }
+    return !found.empty();
+}
+
+} // namespace
+
+void endLostSupervisors(const std::string& folder) {
+    killLostScanners(folder);
+    endSupervisors(folder + "/" + tree::jobs + "/");
+}
+
+bool endLostSupervisor(const std::string& folder, const JobName& name) {
+    killLostScanners(folder);
+    // With the blank before what the system says of a folder that is gone, for names may begin
+    // alike.
+    return endSupervisors(folder + "/" + tree::jobs + "/" + name.text() + " ");
 }
 
 } // namespace varnhold::services

@@ -119,6 +119,9 @@ Result<PropertyList> S6Manager::definition(const Label& label) {
 
 Result<void> S6Manager::writeJob(const JobName& name, const PropertyList& list,
                                  const std::string& content) const {
+    if (const auto room = store_.checkRoom(); !room) {
+        return room;
+    }
     const auto job = store_.make(name, content);
     if (!job) {
         return failure(job.error());
@@ -294,6 +297,11 @@ Result<Outcome> S6Manager::change(const Label& label,
 }
 
 Result<Outcome> S6Manager::bootout(const Label& label) {
+    // With no job at all, its folder may have been removed under it.
+    const auto lost = nameOfLabel(label);
+    if (lost && !tree_.isThere() && endLostSupervisor(store_.path(), *lost)) {
+        return Outcome::done;
+    }
     return change(label, [this](const JobName& name) {
         return unload(name).map([] { return Outcome::done; });
     });

@@ -1,5 +1,6 @@
 #include "launchctl/s6_scanner.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -89,9 +90,11 @@ Result<void> spawnDetached(const std::vector<std::string>& programs, const std::
         return {};
     }
     const std::string reason = std::system_category().message(trouble.error);
-    return trouble.step == Trouble::Step::fork
-               ? failure("no process can be started: " + reason)
-               : failure("s6-svscan can't be executed: " + reason + "; is s6 installed?");
+    if (trouble.step == Trouble::Step::fork) {
+        return failure("no process can be started: " + reason);
+    }
+    const char* guess = trouble.error == ENOENT ? "; is s6 installed?" : "";
+    return failure("s6-svscan can't be executed: " + reason + guess);
 }
 
 } // namespace

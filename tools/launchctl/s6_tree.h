@@ -27,6 +27,8 @@ public:
     // Makes the folder of the links if it is missing, and looks.
     [[nodiscard]] Result<void> make();
 
+    // Whether there is a folder of links at all, and so any job.
+    [[nodiscard]] bool isThere() const { return links_.has_value(); }
     [[nodiscard]] Link linkOf(const JobName& name) const;
     [[nodiscard]] Result<void> link(const JobName& name) const;
     void unlink(const JobName& name) const;
