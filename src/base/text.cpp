@@ -37,6 +37,17 @@ std::string_view trim(std::string_view text, std::string_view set) {
     return text.substr(first, text.find_last_not_of(set) - first + 1);
 }
 
+std::string beginning(std::string_view text, std::size_t most) {
+    if (text.size() <= most) {
+        return std::string(text);
+    }
+    std::size_t end = most;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+        --end; // it would cut a letter
+    }
+    return std::string(text.substr(0, end)) + "…";
+}
+
 std::size_t countOccurrences(std::string_view text, std::string_view needle) {
     std::size_t count = 0;
     for (std::size_t at = text.find(needle); at != std::string_view::npos;

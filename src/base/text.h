@@ -21,6 +21,9 @@ namespace varnhold::text {
 // Text without any of the characters in `set` (ASCII) at its two ends.
 [[nodiscard]] std::string_view trim(std::string_view text, std::string_view set);
 
+// At most `most` bytes of it, up to the end of a letter (UTF-8), and then "…" for the rest.
+[[nodiscard]] std::string beginning(std::string_view text, std::size_t most);
+
 // Non-overlapping occurrences of a non-empty `needle`, counted from the left.
 [[nodiscard]] std::size_t countOccurrences(std::string_view text, std::string_view needle);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/json.h"
+#include "base/text.h"
 #include "base/unicode.h"
 #include "records/groups.h"
 #include "records/providers.h"
@@ -13,17 +14,20 @@ namespace varnhold {
 namespace {
 
 constexpr std::size_t dateLength = 10; // YYYY-MM-DD
+// Of names that come from files. To find out how much of a longer one has room takes longer than
+// anybody waits for a menu.
+constexpr std::size_t longestTitle = 1000; // bytes
 
-MenuRow item(std::string title, std::string key, MenuAction action, std::string value = {}) {
+MenuRow item(std::string_view title, std::string key, MenuAction action, std::string value = {}) {
     return {.kind = MenuRow::Kind::item,
-            .title = std::move(title),
+            .title = text::beginning(title, longestTitle),
             .key = std::move(key),
             .action = action,
             .value = std::move(value)};
 }
 
-MenuRow header(std::string title) {
-    return {.kind = MenuRow::Kind::header, .title = std::move(title)};
+MenuRow header(std::string_view title) {
+    return {.kind = MenuRow::Kind::header, .title = text::beginning(title, longestTitle)};
 }
 
 std::string sinceOf(const json::Value& alert) {
@@ -42,7 +46,7 @@ MenuRow alertRow(const ReauthAlert& alert) {
     if (!alert.since.empty()) {
         title += " — failing since " + alert.since;
     }
-    MenuRow row = item(std::move(title), "", MenuAction::reloginProvider, alert.provider);
+    MenuRow row = item(title, "", MenuAction::reloginProvider, alert.provider);
     row.red = true;
     return row;
 }
@@ -52,7 +56,7 @@ MenuRow botRow(const BotConfig& bot, const FleetPicture& picture) {
     std::string title(indicator(statusOf(picture.statuses, bot.launchdLabel)));
     title += " " + bot.icon + " " + bot.title + " (" +
              (model == picture.models.end() ? "Idle" : model->second) + ")";
-    return item(std::move(title), "", MenuAction::toggleDaemon, bot.launchdLabel);
+    return item(title, "", MenuAction::toggleDaemon, bot.launchdLabel);
 }
 
 void appendBots(std::vector<MenuRow>& rows, const FleetPicture& picture) {

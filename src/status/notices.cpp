@@ -5,6 +5,7 @@
 
 #include "base/files.h"
 #include "base/json.h"
+#include "base/text.h"
 
 namespace varnhold {
 
@@ -13,6 +14,8 @@ namespace {
 constexpr int panelWidth = 320;
 constexpr int heightPerNotice = 46;
 constexpr int heightOfRest = 64;
+constexpr std::size_t mostNotices = 100;
+constexpr std::size_t longestMessage = 2000; // bytes
 
 ModelNotice noticeFrom(const json::Value& object) {
     ModelNotice notice;
@@ -52,8 +55,17 @@ std::vector<ModelNotice> takeModelNotices(const std::string& path) {
 
 NoticePanel noticePanel(std::vector<ModelNotice> notices) {
     const int count = static_cast<int>(notices.size());
+    std::string rest;
+    if (notices.size() > mostNotices) {
+        rest = "… and " + std::to_string(notices.size() - mostNotices) + " more";
+        notices.resize(mostNotices);
+    }
+    for (ModelNotice& notice : notices) {
+        notice.message = text::beginning(notice.message, longestMessage);
+    }
     return {.title = count > 1 ? "New AI models installed" : "New AI model installed",
             .notices = std::move(notices),
+            .rest = std::move(rest),
             .width = panelWidth,
             .height = count * heightPerNotice + heightOfRest};
 }

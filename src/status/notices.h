@@ -30,10 +30,13 @@ inline constexpr int messageSize = 12;
 inline constexpr int warningSize = 11;
 } // namespace noticeStyle
 
-// Everything that the popover says, and its size in points.
+// Everything that the popover says, and its size in points. Of very many notices it names the first
+// and counts the rest, and of a very long message it has the beginning: all of it would take longer
+// to lay out than anybody reads.
 struct NoticePanel {
     std::string title;
     std::vector<ModelNotice> notices;
+    std::string rest; // under the last notice; empty if all are named
     int width = 0;
     int height = 0;
 };

@@ -40,6 +40,9 @@ QString noticeText(const NoticePanel& panel, bool markup) {
             lines.append(QString::fromUtf8(chainWarning));
         }
     }
+    if (!panel.rest.empty()) {
+        lines.append(toQString(panel.rest));
+    }
     const QString text = lines.join(QLatin1Char('\n'));
     return markup ? text.toHtmlEscaped() : text;
 }

@@ -103,6 +103,9 @@ QScrollArea* NoticeView::messages(const NoticePanel& panel) {
     for (const ModelNotice& notice : panel.notices) {
         addNotice(notice, *messages_);
     }
+    if (!panel.rest.empty()) {
+        messages_->addWidget(textBlock(toQString(panel.rest), messageSize));
+    }
     messages_->addStretch(1);
     area->setWidget(content);
     for (QWidget* ground : {static_cast<QWidget*>(content), area->viewport()}) {

@@ -14,6 +14,15 @@ namespace {
 
 using Pieces = std::vector<std::string_view>;
 
+TEST(TextBeginning, IsAllOfAShortTextAndNeverHalfALetterOfALongOne) {
+    EXPECT_EQ(beginning("", 0), "");
+    EXPECT_EQ(beginning("abc", 3), "abc");
+    EXPECT_EQ(beginning("abcd", 3), "abc…");
+    EXPECT_EQ(beginning("aüb", 2), "a…");
+    EXPECT_EQ(beginning("aüb", 3), "aü…");
+    EXPECT_EQ(beginning("\x80\x80\x80", 2), "…");
+}
+
 TEST(Split, KeepsEmptyPieces) {
     EXPECT_EQ(split("a=b", '='), (Pieces{"a", "b"}));
     EXPECT_EQ(split("\"PID\" = 4711;", '='), (Pieces{"\"PID\" ", " 4711;"}));

@@ -133,5 +133,20 @@ TEST(StatusMenu, TextsComeOutAsTyped) {
     EXPECT_NE(find(rows, "  x_y"), nullptr);
 }
 
+TEST(StatusMenu, OfAnEndlessNameShowsTheBeginning) {
+    const std::string endless(5'000'000, 'n');
+    BotConfig named = bot("a");
+    named.title = endless;
+    const auto rows = statusMenuRows({.alerts = {{.provider = endless, .since = endless}},
+                                      .bots = {named},
+                                      .groups = {{endless, {endless}}}});
+    std::size_t cut = 0;
+    for (const MenuRow& row : rows) {
+        EXPECT_LT(row.title.size(), 1010);
+        cut += row.title.ends_with("n…") ? 1U : 0U;
+    }
+    EXPECT_EQ(cut, 4);
+}
+
 } // namespace
 } // namespace varnhold::testing

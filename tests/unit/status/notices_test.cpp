@@ -82,6 +82,32 @@ TEST(ModelNotices, ThatAreTwoMakeAPanelOfTheirHeightInThePlural) {
     EXPECT_EQ(panel.title, "New AI models installed");
     EXPECT_EQ(panel.width, 320);
     EXPECT_EQ(panel.height, 156);
+    EXPECT_EQ(panel.rest, "");
+}
+
+TEST(ModelNotices, OfWhichThereAreVeryManyAreNamedAtFirstAndThenCounted) {
+    std::vector<ModelNotice> notices(100'000, ModelNotice{"m", false});
+    notices.front().message = "the first";
+    const NoticePanel panel = noticePanel(notices);
+    ASSERT_EQ(panel.notices.size(), 100);
+    EXPECT_EQ(panel.notices.front().message, "the first");
+    EXPECT_EQ(panel.rest, "… and 99900 more");
+    notices.resize(100);
+    EXPECT_EQ(noticePanel(notices).notices.size(), 100);
+    EXPECT_EQ(noticePanel(notices).rest, "");
+}
+
+TEST(ModelNotices, OfVeryLongMessagesShowTheBeginningUpToAWholeLetter) {
+    const std::string whole(2000, 'a');
+    std::string umlauts;
+    while (umlauts.size() < 5'000'000) {
+        umlauts += "ü";
+    }
+    const NoticePanel panel =
+        noticePanel({{whole, false}, {whole + "b", false}, {"a" + umlauts, false}});
+    EXPECT_EQ(panel.notices[0].message, whole);
+    EXPECT_EQ(panel.notices[1].message, whole + "…");
+    EXPECT_EQ(panel.notices[2].message, "a" + umlauts.substr(0, 1998) + "…");
 }
 
 } // namespace

@@ -93,6 +93,14 @@ TEST(NoticePopover, OfManyNoticesGoesWhereThereIsMoreRoom) {
     view->close();
 }
 
+TEST(NoticePopover, OfMoreNoticesThanItNamesCountsTheRestAtItsEnd) {
+    const auto view = shownNotices(std::vector<ModelNotice>(100'000, {"m", false}));
+    const auto blocks = view->findChildren<TextBlock*>();
+    ASSERT_EQ(blocks.size(), 1 + 100 + 1);
+    EXPECT_EQ(blocks.back()->accessibleName(), QStringLiteral("… and 99900 more"));
+    view->close();
+}
+
 TEST(NoticePopover, ThatFitsScrollsNothing) {
     const auto view = shownNotices({{"m", true}, {"n", false}});
     EXPECT_EQ(view->findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
