@@ -1,0 +1,206 @@
+"""The supervisor itself in storms: floods of log lines, files that are far too large, and Quit at any moment.
+
+Each storm runs in a sandbox and a process of its own: test_program.py BUILD_FOLDER TEST_NAME
+"""
+
+import json
+import os
+import pathlib
+import random
+import re
+import signal
+import sys
+import threading
+import time
+import unittest
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.append(str(HERE.parent / "system/program"))
+from session import Session, agents, send, wait_until  # noqa: E402
+from storm_measure import figure, measure  # noqa: E402
+
+ROW_RESTART = 4
+LINES_A_SECOND = 100_000
+LINE = "12:00:00 turn: answered the message of somebody, as on every day of the week\n"
+LARGEST_LOG = 4 << 20
+MOST_MEMORY = 400  # megabytes; a fleet of 300 bots with its menu takes half
+
+
+class ProgramTest(unittest.TestCase):
+    def begin(self, bots=None):
+        self.session = Session(BUILD, bots)
+        self.addCleanup(self.session.end)
+
+    def memory(self, name="VmRSS"):
+        status = pathlib.Path(f"/proc/{self.session.supervisor.pid}/status").read_text()
+        return int(re.search(rf"{name}:\s+(\d+)", status)[1]) / 1024
+
+    def open_and_close_menu(self):
+        """Seconds from the press to the menu, tools of the test included."""
+        strip = wait_until("the strip", lambda: self.session.windows("^Varnhold, "))[0]
+        before = set(self.session.all_windows())
+        self.session.tool("xdotool", "mousemove", "--window", strip, "20", "14")
+        pressed = time.monotonic()
+        self.session.tool("xdotool", "click", "1")
+        wait_until("the menu", lambda: set(self.session.all_windows()) - before)
+        took = time.monotonic() - pressed
+        self.session.tool("xdotool", "key", "Escape")
+        wait_until("no menu", lambda: not set(self.session.all_windows()) - before)
+        return took
+
+    def assert_fleet_is_down(self):
+        wait_until("the fleet is down", lambda: not agents())
+        self.assertEqual(self.session.jobs(), {})
+
+    # -- quit ------------------------------------------------------------------------------------------
+
+    def test_quit_at_any_moment_of_a_restart_leaves_no_agent_and_no_job(self):
+        self.begin()
+        dice = random.Random(31)
+        for _ in range(measure(2, 20)):
+            self.session.start()
+            self.session.await_title("of 6 bots running")
+            wait_until("the fleet is up", lambda: len(agents()) >= 5)
+            self.session.choose(ROW_RESTART)
+            time.sleep(dice.uniform(0, 2))
+            send(self.session.supervisor.pid, signal.SIGTERM)
+            self.assertEqual(self.session.supervisor.wait(60), 0)
+            self.assert_fleet_is_down()
+
+    def test_a_supervisor_that_is_killed_again_and_again_finds_its_fleet_as_it_was(self):
+        self.begin()
+        self.session.start()
+        wait_until("the fleet is up", lambda: len(agents()) >= 5)
+        calm = [role for role in ("planner", "researcher", "builder")]
+        before = {role: self.session.await_up(role) for role in calm}
+        for _ in range(measure(3, 30)):
+            self.session.supervisor.kill()
+            self.session.supervisor.wait()
+            self.session.start()
+            self.session.await_title("of 6 bots running")
+            self.assertEqual({role: self.session.pid_of(role) for role in calm}, before)
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(60), 0)
+        self.assert_fleet_is_down()
+
+    # -- logs --------------------------------------------------------------------------------------------
+
+    def flood(self, logs, calm):
+        """Writes that many lines a second to all logs, in turns, and takes long ones down to nothing."""
+        each = LINES_A_SECOND // len(logs) + 1
+        files = [open(log, "ab", buffering=0) for log in logs]
+        while not calm.is_set():
+            began = time.monotonic()
+            for file in files:
+                file.write(LINE.encode() * each)
+                if file.tell() > LARGEST_LOG:
+                    file.truncate(0)
+            calm.wait(max(0, 1 - (time.monotonic() - began)))
+        for file in files:
+            file.close()
+
+    def test_the_menu_opens_each_time_under_a_flood_of_log_lines(self):
+        count = measure(12, 300)
+        self.begin(count)
+        self.session.start()
+        wait_until("the fleet is up", lambda: self.session.windows(f"{count} of {count} bots running"), 300)
+        self.open_and_close_menu()
+        at_first = self.memory()
+        logs = [f"/tmp/vh-{bot['role']}.log" for bot in self.session.bots()]
+        calm = threading.Event()
+        flood = threading.Thread(target=self.flood, args=(logs, calm))
+        flood.start()
+        try:
+            times = sorted(self.open_and_close_menu() for _ in range(measure(5, 66)))
+        finally:
+            calm.set()
+            flood.join()
+        figure(f"menu of {count} bots under the flood, opened in the middle", times[len(times) // 2], "s")
+        figure(f"menu of {count} bots under the flood, opened at worst", times[-1], "s")
+        figure(f"memory with {count} bots, menu opened once", at_first, "MB")
+        figure(f"memory with {count} bots, after {len(times)} openings under the flood", self.memory(), "MB")
+        self.assertLess(self.memory("VmHWM"), MOST_MEMORY)
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(180), 0)
+        self.assert_fleet_is_down()
+
+    # -- files -------------------------------------------------------------------------------------------
+
+    def hostile_files(self):
+        """What is out of all measure, to the file's name and what makes it."""
+        def sparse(path):
+            with open(path, "wb") as file:
+                file.truncate(500 << 20)
+        notices = [{"message": "m", "in_chain": True}] * 100_000
+        return {
+            "a notice of 5 MB": ("pending_model_notices.json", lambda path: path.write_text(
+                json.dumps([{"message": "long " * 1_000_000, "in_chain": True}]))),
+            "100,000 notices": ("pending_model_notices.json", lambda path: path.write_text(
+                json.dumps(notices))),
+            "notices of 500 MB": ("pending_model_notices.json", sparse),
+            "alerts without end": ("reauth_alerts.json", lambda path: path.symlink_to("/dev/zero")),
+            "alerts of 5 MB": ("reauth_alerts.json", lambda path: path.write_text(
+                json.dumps({"x" * 5_000_000: {"provider": "y" * 100}}))),
+            "50,000 alerts": ("reauth_alerts.json", lambda path: path.write_text(
+                json.dumps({f"provider {number}": {"since": "2026-01-01"} for number in range(50_000)}))),
+            "a pipe for alerts": ("reauth_alerts.json", os.mkfifo),
+            "groups of 500 MB": ("custom_groups.json", sparse),
+            "bots of 500 MB": ("bots.json", sparse),
+            "bots without end": ("bots.json", lambda path: path.symlink_to("/dev/zero")),
+            "a bot with a name of 5 MB": ("bots.json", self.write_long_name),
+        }
+
+    def write_long_name(self, path):
+        bots = json.loads(self.bots)
+        bots[0]["title"] = "long name " * 500_000
+        path.write_text(json.dumps(bots))
+
+    def test_files_out_of_all_measure_neither_end_nor_hold_up_the_program(self):
+        self.begin()
+        self.bots = (self.session.support / "bots.json").read_text()
+        self.session.start()
+        wait_until("the fleet is up", lambda: len(agents()) >= 5)
+        worst = 0
+        for what, (name, make) in self.hostile_files().items():
+            with self.subTest(what=what):
+                path = self.session.support / name
+                before = path.read_bytes() if path.exists() else None
+                path.unlink(missing_ok=True)
+                make(path)
+                time.sleep(9)  # each timer has looked once
+                worst = max(worst, self.open_and_close_menu())
+                self.assertIsNone(self.session.supervisor.poll())
+                self.assertLess(self.memory("VmHWM"), MOST_MEMORY)
+                path.unlink(missing_ok=True)
+                if before is not None:
+                    path.write_bytes(before)
+        figure("menu beside files out of all measure, opened at worst", worst, "s")
+        figure("memory at most, beside files out of all measure", self.memory("VmHWM"), "MB")
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(60), 0)
+        self.assert_fleet_is_down()
+
+    def test_settings_out_of_all_measure_keep_it_from_starting_no_fleet_but_that(self):
+        self.begin()
+        for name in ("custom_groups.json", "model_library.json", "chain_bot_assignments.json"):
+            path = self.session.support / name
+            path.unlink(missing_ok=True)
+            path.symlink_to("/dev/zero")
+        with open(self.session.support / "reauth_alerts.json", "wb") as file:
+            file.truncate(500 << 20)
+        self.session.start()
+        wait_until("the fleet is up", lambda: len(agents()) >= 5)
+        self.session.await_title("of 6 bots running")
+        self.session.tool(self.session.prefix / "bin/varnhold")
+        wait_until("the window", lambda: self.session.windows("^Varnhold$"))
+        self.assertLess(self.memory("VmHWM"), MOST_MEMORY)
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(60), 0)
+        self.assert_fleet_is_down()
+
+
+if __name__ == "__main__":
+    if os.getpid() > 1000 or os.environ.get("XDG_RUNTIME_DIR") != "/tmp/runtime":
+        sys.exit("Only runs inside tests/system/in-sandbox: it ends processes by their names.")
+    BUILD = sys.argv.pop(1)
+    unittest.main()
