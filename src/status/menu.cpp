@@ -17,6 +17,7 @@ constexpr std::size_t dateLength = 10; // YYYY-MM-DD
 // Of names that come from files. To find out how much of a longer one has room takes longer than
 // anybody waits for a menu.
 constexpr std::size_t longestTitle = 1000; // bytes
+constexpr std::size_t mostAlerts = 100;    // a person has far fewer accounts
 
 MenuRow item(std::string_view title, std::string key, MenuAction action, std::string value = {}) {
     return {.kind = MenuRow::Kind::item,
@@ -81,6 +82,19 @@ void appendGroup(std::vector<MenuRow>& rows, const MenuGroup& group) {
     }
 }
 
+void appendAlerts(std::vector<MenuRow>& rows, const std::vector<ReauthAlert>& alerts) {
+    const std::size_t shown = std::min(alerts.size(), mostAlerts);
+    for (std::size_t i = 0; i < shown; ++i) {
+        rows.push_back(alertRow(alerts[i]));
+    }
+    if (shown < alerts.size()) {
+        rows.push_back(header("… and " + std::to_string(alerts.size() - shown) + " more"));
+    }
+    if (!alerts.empty()) {
+        rows.push_back({});
+    }
+}
+
 } // namespace
 
 std::vector<ReauthAlert> loadReauthAlerts(const Constants& constants) {
@@ -129,12 +143,7 @@ std::vector<MenuRow> statusMenuRows(const FleetPicture& picture) {
     std::vector<MenuRow> rows;
     rows.push_back(item("⚙️ Preferences...", ",", MenuAction::openModelSelector));
     rows.push_back({});
-    for (const ReauthAlert& alert : picture.alerts) {
-        rows.push_back(alertRow(alert));
-    }
-    if (!picture.alerts.empty()) {
-        rows.push_back({});
-    }
+    appendAlerts(rows, picture.alerts);
     rows.push_back(item("🟢 Start All Agents", "s", MenuAction::startAllAgents));
     rows.push_back(item("🔄 Restart All Agents", "r", MenuAction::restartAllAgents));
     rows.push_back({});

@@ -4,6 +4,7 @@ Each test runs in a sandbox and a process of its own: test_faults.py BUILD_FOLDE
 """
 
 import os
+import pathlib
 import signal
 import subprocess
 import sys
@@ -14,6 +15,7 @@ from session import Session, agents, label_of, send, wait_until
 CRASHING = "fire-drill"
 RUNNING = ("planner", "researcher", "builder", "customer-desk", CRASHING)
 ROW_RESTART, ROW_FIRST_BOT = 4, 5
+FAR_AHEAD = 4_000_000_000  # seconds on the wall clock
 
 
 class FaultsTest(unittest.TestCase):
@@ -133,6 +135,23 @@ class FaultsTest(unittest.TestCase):
         code.rename(code.with_name("elsewhere"))
         self.assertIn(f"varnhold: there is no provider_telegramd in {self.session.prefix}/lib/daemon, "
                       "so no bot can run", start())
+
+    def test_a_lock_file_that_was_left_behind_locks_nobody_out(self):
+        folder = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "varnhold"
+        folder.mkdir(mode=0o700)
+        lock = folder / "supervisor.lock"
+        lock.write_text("1")  # a process that is there
+        lock.chmod(0o600)
+        os.utime(lock, (FAR_AHEAD, FAR_AHEAD))
+        self.session.start()
+        self.session.await_title("of 6 bots running$")
+        second = self.session.tool(self.session.prefix / "bin/varnhold")
+        self.assertEqual(second.returncode, 0)  # it has found the first by the same lock
+        wait_until("the window", lambda: self.session.windows("^Varnhold$"))
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(60), 0)
+        self.session.start()
+        self.session.await_title("5 of 7 bots running$")  # the window has added one
 
     def run_without_display(self, *words):
         before = sorted(self.session.home.rglob("*"))

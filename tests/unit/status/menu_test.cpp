@@ -133,6 +133,21 @@ TEST(StatusMenu, TextsComeOutAsTyped) {
     EXPECT_NE(find(rows, "  x_y"), nullptr);
 }
 
+TEST(StatusMenu, OfVeryManyAlertsNamesTheFirstAndCountsTheRest) {
+    FleetPicture picture;
+    for (int i = 0; i < 50'000; ++i) {
+        picture.alerts.push_back({"provider " + std::to_string(i), ""});
+    }
+    const auto rows = statusMenuRows(picture);
+    EXPECT_EQ(rows[2].title, "⚠️ Re-login to provider 0");
+    EXPECT_EQ(rows[101].title, "⚠️ Re-login to provider 99");
+    EXPECT_EQ(rows[102].title, "… and 49900 more");
+    EXPECT_EQ(rows[103].kind, MenuRow::Kind::separator);
+    picture.alerts.resize(100);
+    EXPECT_EQ(find(statusMenuRows(picture), "… and 0 more"), nullptr);
+    EXPECT_EQ(statusMenuRows(picture)[102].kind, MenuRow::Kind::separator);
+}
+
 TEST(StatusMenu, OfAnEndlessNameShowsTheBeginning) {
     const std::string endless(5'000'000, 'n');
     BotConfig named = bot("a");
