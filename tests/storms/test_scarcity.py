@@ -40,8 +40,9 @@ class ScarcityTest(StormCase):
             for pid, _ in rows.values():
                 send(pid)
             killed = time.monotonic()
-            wait_until("all are back", lambda rows=rows: self.are_up(jobs) and not self.agents() &
-                       {pid for pid, _ in rows.values()}, 120)
+            before = {pid for pid, _ in rows.values()}
+            wait_until("all are back", lambda before=before: not before & self.agents() and
+                       self.are_up(jobs), 120)
             figure(f"{len(jobs)} agents killed over a full folder, all back after",
                    time.monotonic() - killed, "s")
             self.assert_one_agent_each(jobs)

@@ -136,11 +136,11 @@ TEST(StatusMenu, TextsComeOutAsTyped) {
 TEST(StatusMenu, OfVeryManyAlertsNamesTheFirstAndCountsTheRest) {
     FleetPicture picture;
     for (int i = 0; i < 50'000; ++i) {
-        picture.alerts.push_back({"provider " + std::to_string(i), ""});
+        picture.alerts.push_back({"Provider " + std::to_string(i), ""});
     }
     const auto rows = statusMenuRows(picture);
-    EXPECT_EQ(rows[2].title, "⚠️ Re-login to provider 0");
-    EXPECT_EQ(rows[101].title, "⚠️ Re-login to provider 99");
+    EXPECT_EQ(rows[2].title, "⚠️ Re-login to Provider 0");
+    EXPECT_EQ(rows[101].title, "⚠️ Re-login to Provider 99");
     EXPECT_EQ(rows[102].title, "… and 49900 more");
     EXPECT_EQ(rows[103].kind, MenuRow::Kind::separator);
     picture.alerts.resize(100);
