@@ -264,12 +264,18 @@ void S6Manager::tellToEnd(const JobName& name) const {
 Result<void> S6Manager::unload(const JobName& name) const {
     for (int attempt = 0; attempt < 3; ++attempt) {
         const S6Service service = tree_.service(name);
+        const pid_t told = service.supervisor();
         if (service.isSupervised()) {
             tellToEnd(name);
         }
         if (tree_.linkOf(name) != S6Tree::Link::none) {
             tree_.unlink(name);
             scanner_.rescan();
+        }
+        // From here on none can follow; but whoever was held up on the way has told one that has
+        // been replaced since. Nobody is told twice, for that would ask his agent twice.
+        if (service.isSupervised() && service.supervisor() != told) {
+            tellToEnd(name);
         }
         if (!service.waitUntilUnsupervised(unloadLimit)) {
             return failure("s6-supervise doesn't end");

@@ -98,6 +98,11 @@ bool S6Service::isSupervised() const {
     return isReadFrom(supervise());
 }
 
+pid_t S6Service::supervisor() const {
+    const auto folder = supervise();
+    return folder ? supervisorOf(folder) : 0;
+}
+
 bool S6Service::wasSupervised() const {
     return supervise().has_value();
 }
@@ -125,10 +130,8 @@ bool S6Service::waitUntilUnsupervised(std::chrono::milliseconds limit) const {
         if (left <= std::chrono::milliseconds(0)) {
             return false;
         }
-        const auto folder = supervise();
-        const pid_t supervisor = folder ? supervisorOf(folder) : 0;
-        if (supervisor > 0) {
-            ProcessHandle(supervisor).waitForEnd(std::min(left, longestPause));
+        if (const pid_t process = supervisor(); process > 0) {
+            ProcessHandle(process).waitForEnd(std::min(left, longestPause));
         } else { // it has just come up, or is just about to go
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }

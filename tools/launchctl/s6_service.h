@@ -38,6 +38,8 @@ public:
     [[nodiscard]] S6Look look() const;
     // Parts of it.
     [[nodiscard]] bool isSupervised() const;
+    // Its process; 0 if there is none.
+    [[nodiscard]] pid_t supervisor() const;
     [[nodiscard]] bool wasSupervised() const;
 
     // False if somebody still supervises it when the time is up.

@@ -214,13 +214,14 @@ void SystemdManager::takeBack(const JobName& name) {
     }
 }
 
+// The wish first and the mark then, so that whoever is killed on the way leaves a job that is as
+// loaded as before, or one that ends by itself.
 Result<void> SystemdManager::unload(const Unit& unit, const JobName& name) {
-    store_.job(name).markLeaving();
-    return end(unit).map([&] { store_.remove(name); });
+    return end(unit, [&] { store_.job(name).markLeaving(); }).map([&] { store_.remove(name); });
 }
 
-Result<void> SystemdManager::end(const Unit& unit) {
-    return manager_.stop(unit.name).map([&](Reply) {
+Result<void> SystemdManager::end(const Unit& unit, const std::function<void()>& onTaken) {
+    return manager_.stop(unit.name, onTaken).map([&](Reply) {
         // One that had to be killed would stay as a failure; one that is gone already has none.
         static_cast<void>(manager_.forgetFailure(unit.name));
     });

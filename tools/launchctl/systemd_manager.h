@@ -65,7 +65,7 @@ private:
     [[nodiscard]] Result<void> killAgent(const Loaded& loaded, pid_t running);
     void takeBack(const JobName& name);
     [[nodiscard]] Result<void> unload(const Unit& unit, const JobName& name);
-    [[nodiscard]] Result<void> end(const Unit& unit);
+    [[nodiscard]] Result<void> end(const Unit& unit, const std::function<void()>& onTaken = {});
     void takeDownIfEmpty();
 
     UserManager manager_;

@@ -158,13 +158,16 @@ struct UserManager::Connection {
     }
 
     // For calls that make a job: waits until it has been worked off, however it went.
-    Result<Reply> callAndWait(const Message& message) {
+    Result<Reply> callAndWait(const Message& message, const std::function<void()>& onTaken = {}) {
         Message reply;
         auto replied = call(message, reply);
         const char* path = nullptr;
         if (!replied || *replied != Reply::done ||
             sdBus().message_read(reply.get(), "o", &path) < 0) {
             return replied;
+        }
+        if (onTaken) {
+            onTaken();
         }
         const std::string job = path;
         const auto end = std::chrono::steady_clock::now() + jobLimit;
@@ -185,14 +188,15 @@ struct UserManager::Connection {
         return Reply::done;
     }
 
-    Result<Reply> job(const char* member, const std::string& unit) {
+    Result<Reply> job(const char* member, const std::string& unit,
+                      const std::function<void()>& onTaken = {}) {
         listen();
         const auto message = newCall(member);
         if (!message) {
             return failure(message.error());
         }
         sdBus().message_append(message->get(), "ss", unit.c_str(), "replace");
-        return callAndWait(*message);
+        return callAndWait(*message, onTaken);
     }
 };
 
@@ -275,8 +279,8 @@ Result<Reply> UserManager::restart(const std::string& unit) {
     return connection_->job("RestartUnit", unit);
 }
 
-Result<Reply> UserManager::stop(const std::string& unit) {
-    return connection_->job("StopUnit", unit);
+Result<Reply> UserManager::stop(const std::string& unit, const std::function<void()>& onTaken) {
+    return connection_->job("StopUnit", unit, onTaken);
 }
 
 Result<Reply> UserManager::kill(const std::string& unit, int signal) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -63,7 +64,9 @@ public:
     // Each of these returns when the manager has finished what it was told.
     [[nodiscard]] Result<Reply> startTransient(const ServiceUnit& unit);
     [[nodiscard]] Result<Reply> restart(const std::string& unit);
-    [[nodiscard]] Result<Reply> stop(const std::string& unit);
+    // `onTaken`: called once the manager has taken the wish and sees to it by itself.
+    [[nodiscard]] Result<Reply> stop(const std::string& unit,
+                                     const std::function<void()>& onTaken = {});
 
     // A signal to the main process alone.
     [[nodiscard]] Result<Reply> kill(const std::string& unit, int signal);

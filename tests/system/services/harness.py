@@ -44,7 +44,7 @@ def kill_after(seconds, tool):
 
 LIBC = ctypes.CDLL(None, use_errno=True)
 LIBC.ptrace.argtypes = (ctypes.c_long, ctypes.c_long, ctypes.c_void_p, ctypes.c_void_p)
-TRACE_ME, NEXT_CALL, SET_OPTIONS, END_WITH_US = 0, 24, 0x4200, 0x100000
+TRACE_ME, DETACH, NEXT_CALL, SET_OPTIONS, END_WITH_US = 0, 17, 24, 0x4200, 0x100000
 
 
 def kill_at_stop(number, command):
@@ -64,6 +64,25 @@ def kill_at_stop(number, command):
     tool.kill()
     tool.wait()
     return True
+
+
+def hold_at(condition, command):
+    """Starts a tool and holds it up at the first system call at which the condition is met."""
+    tool = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                            stderr=subprocess.PIPE,
+                            preexec_fn=lambda: LIBC.ptrace(TRACE_ME, 0, None, None))
+    os.waitpid(tool.pid, 0)
+    while not condition():
+        LIBC.ptrace(NEXT_CALL, tool.pid, None, None)
+        _, status = os.waitpid(tool.pid, 0)
+        if not os.WIFSTOPPED(status):
+            raise AssertionError("the tool was done before the condition was met")
+        time.sleep(0.005)  # others may have to act before it can be
+    return tool
+
+
+def let_go(tool):
+    LIBC.ptrace(DETACH, tool.pid, None, None)
 
 
 def processes():
