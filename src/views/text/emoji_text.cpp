@@ -1,5 +1,6 @@
 #include "views/text/emoji_text.h"
 
+#include <QCache>
 #include <QFontDatabase>
 #include <QPainter>
 #include <QTextBoundaryFinder>
@@ -17,6 +18,7 @@ constexpr char32_t joiner = 0x200D;
 constexpr char32_t firstSign = 0x2190; // of arrows, dingbats and the like
 constexpr char32_t lastSign = 0x2BFF;
 constexpr QChar ellipsis(0x2026);
+constexpr int mostKnownWidths = 1000;
 
 QString findEmojiFamily() {
     const QStringList known{QStringLiteral("Noto Color Emoji"), QStringLiteral("Apple Color Emoji"),
@@ -66,6 +68,25 @@ QTextLine layOut(QTextLayout& layout) {
     return line;
 }
 
+qreal laidOutWidth(const QFont& font, const QString& text) {
+    QTextLayout layout(text, font);
+    const QTextLine line = layOut(layout);
+    return line.isValid() ? line.naturalTextWidth() : 0;
+}
+
+// The system decodes a coloured sign's picture to tell its width, each time: of a menu's measuring
+// that was nearly all. On the main thread only, like all here.
+qreal emojiWidth(const QFont& font, const QString& emoji) {
+    static QCache<QPair<QString, QString>, qreal> known(mostKnownWidths);
+    const QPair<QString, QString> key(font.key(), emoji);
+    if (const qreal* width = known.object(key)) {
+        return *width;
+    }
+    const qreal width = laidOutWidth(font, emoji);
+    known.insert(key, new qreal(width));
+    return width;
+}
+
 } // namespace
 
 QString withJoinedEmoji(const QString& text) {
@@ -92,10 +113,18 @@ QList<QTextLayout::FormatRange> emojiFormats(const QString& text) {
     return formats;
 }
 
+// Emoji stand in a font of their own, so that they and what is between them can be measured one by
+// one.
 qreal emojiTextWidth(const QFont& font, const QString& text) {
-    QTextLayout layout(withJoinedEmoji(text), font);
-    const QTextLine line = layOut(layout);
-    return line.isValid() ? line.naturalTextWidth() : 0;
+    const QString joined = withJoinedEmoji(text);
+    qreal width = 0;
+    qsizetype start = 0;
+    for (const QTextLayout::FormatRange& emoji : emojiFormats(joined)) {
+        width += laidOutWidth(font, joined.mid(start, emoji.start - start)) +
+                 emojiWidth(font, joined.mid(emoji.start, emoji.length));
+        start = emoji.start + emoji.length;
+    }
+    return width + laidOutWidth(font, joined.mid(start));
 }
 
 qreal emojiTextAscent(const QFont& font, const QString& text) {

@@ -53,6 +53,27 @@ TEST(EmojiText, OfEveryScriptHasItsWidth) {
     }
 }
 
+TEST(EmojiText, IsAsWideInPiecesAsItIsInOne) {
+    for (const char* text : {"🔬 Researcher", "🟢 🧭 Planner (Idle) ", "🌈🌈", "a⚖️b 🔬",
+                             "🔬 مساعد 🟢"}) {
+        const QString shown = QString::fromUtf8(text);
+        QTextLayout whole(shown, testFont());
+        QTextOption option;
+        option.setFlags(QTextOption::IncludeTrailingSpaces);
+        whole.setTextOption(option);
+        whole.setFormats(emojiFormats(shown));
+        whole.beginLayout();
+        const QTextLine line = whole.createLine();
+        whole.endLayout();
+        for (int again = 0; again < 2; ++again) {
+            EXPECT_NEAR(emojiTextWidth(testFont(), shown), line.naturalTextWidth(), 1) << text;
+        }
+        QFont larger = testFont();
+        larger.setPointSize(30);
+        EXPECT_GT(emojiTextWidth(larger, shown), 2 * line.naturalTextWidth()) << text;
+    }
+}
+
 TEST(EmojiText, OfEveryScriptIsCutToTheWidth) {
     for (const char* word : {"plain ", "مساعد ", "עוזר ", "规划者"}) {
         const QString shown = QString::fromUtf8(word).repeated(40);
