@@ -1,6 +1,6 @@
 // Lets the clocks of all processes of a sandbox jump, by being loaded ahead of their libraries.
 //
-// CLOCK_FILE holds two 64-bit numbers, nanoseconds that are added to the wall clock and to the boot
+// The file holds two 64-bit numbers, nanoseconds that are added to the wall clock and to the boot
 // clock. Whoever sleeps by the system's own clocks isn't disturbed.
 
 #include <cstdint>
@@ -13,6 +13,7 @@
 
 namespace {
 
+constexpr const char* clockFile = "/tmp/clocks"; // as test_clocks.py has it
 constexpr std::int64_t second = 1'000'000'000;
 
 struct Offsets {
@@ -23,7 +24,7 @@ struct Offsets {
 // Mapped anew by each process, so that all see a jump at the same moment.
 const volatile Offsets* offsets() {
     static const volatile Offsets* const mapped = [] {
-        const int file = ::open(CLOCK_FILE, O_RDONLY | O_CLOEXEC);
+        const int file = ::open(clockFile, O_RDONLY | O_CLOEXEC);
         void* const found = file < 0
                                 ? MAP_FAILED
                                 : ::mmap(nullptr, sizeof(Offsets), PROT_READ, MAP_SHARED, file, 0);
