@@ -11,6 +11,7 @@
 #include "records/models.h"
 #include "records/preferences.h"
 #include "records/providers.h"
+#include "settings/chain_sections.h"
 
 namespace varnhold::doctor {
 
@@ -56,16 +57,16 @@ Result<Reading> readAssignments(const Value&, const std::string& text) {
 
 Result<Reading> readEfforts(const Value& document, const std::string& text) {
     return decodeEffortPrefs(text).map([&document](const EffortPrefs& prefs) {
-        Reading reading{"6 chains", encodeEffortPrefs(prefs)};
-        for (const char* chain : {"architect", "worker", "photo", "video", "voice", "governor"}) {
+        Reading reading{counted(chainCount, "chain", "chains"), encodeEffortPrefs(prefs)};
+        const SettingsFields usual;
+        for (const TargetList list : allTargetLists) {
+            const std::string chain(chainKey(list));
             const auto found = document.find(chain);
             if (found != document.end() && found->is_string() &&
                 !effortLevelFromRawValue(found->get<std::string>())) {
-                const bool isMedium =
-                    std::string_view(chain) == "architect" || std::string_view(chain) == "governor";
+                const std::string level(rawValue(usual.*chainSection(list).effort));
                 reading.partly.push_back(
-                    {std::string(chain) + ": no level of effort",
-                     std::string("The chain falls back to ") + (isMedium ? "medium." : "low.")});
+                    {chain + ": no level of effort", "The chain falls back to " + level + "."});
             }
         }
         return reading;
@@ -74,7 +75,7 @@ Result<Reading> readEfforts(const Value& document, const std::string& text) {
 
 Result<Reading> readBudgets(const Value&, const std::string& text) {
     return decodeContextPrefs(text).map([](const ContextPrefs& prefs) {
-        return Reading{"6 chains", encodeContextPrefs(prefs)};
+        return Reading{counted(chainCount, "chain", "chains"), encodeContextPrefs(prefs)};
     });
 }
 
@@ -168,7 +169,7 @@ constexpr std::string_view defaultsYet =
     "Reads as the defaults until the settings window is first opened.";
 
 // NOLINTNEXTLINE(cert-err58-cpp): constant tables can't fail
-const std::array<SettingsFile, 19> table{{
+const std::array<SettingsFile, 2> beforeChains{{
     {&Constants::botsConfigFile, "", readBots,
      "Reads as an empty fleet: no bot is started or shown. Opening the settings window replaces "
      "the file by one that holds the governor alone.",
@@ -176,12 +177,10 @@ const std::array<SettingsFile, 19> table{{
     {&Constants::modelLibraryFile, "", readLibrary,
      "The library's list stays empty, and no model can be dragged to a chain.",
      "The library's list stays empty."},
-    {&Constants::architectPrefsFile, "", readChain, emptyChain, noChainYet},
-    {&Constants::workerPrefsFile, "", readChain, emptyChain, noChainYet},
-    {&Constants::photoPrefsFile, "", readChain, emptyChain, noChainYet},
-    {&Constants::videoPrefsFile, "", readChain, emptyChain, noChainYet},
-    {&Constants::voicePrefsFile, "", readChain, emptyChain, noChainYet},
-    {&Constants::governorChainFile, "", readChain, emptyChain, noChainYet},
+}};
+
+// NOLINTNEXTLINE(cert-err58-cpp): likewise
+const std::array<SettingsFile, 11> behindChains{{
     {&Constants::chainBotAssignmentsFile, "", readAssignments,
      "No bot is assigned to any chain. Opening the settings window writes that over it.",
      "No bot is assigned to any chain."},
@@ -210,6 +209,15 @@ const std::array<SettingsFile, 19> table{{
      false},
 }};
 
+std::vector<SettingsFile> allFiles() {
+    std::vector<SettingsFile> all(beforeChains.begin(), beforeChains.end());
+    for (const TargetList list : allTargetLists) {
+        all.push_back({chainSection(list).file, "", readChain, emptyChain, noChainYet});
+    }
+    all.insert(all.end(), behindChains.begin(), behindChains.end());
+    return all;
+}
+
 void compareKeys(const Value& found, const Value& kept, const std::string& way,
                  std::vector<std::string>& dropped) {
     if (found.is_object() && kept.is_object()) {
@@ -232,7 +240,8 @@ void compareKeys(const Value& found, const Value& kept, const std::string& way,
 } // namespace
 
 std::span<const SettingsFile> settingsFiles() {
-    return table;
+    static const std::vector<SettingsFile> files = allFiles();
+    return files;
 }
 
 std::string pathOf(const SettingsFile& file, const Constants& constants) {

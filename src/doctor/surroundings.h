@@ -60,7 +60,4 @@ struct Surroundings {
     std::function<std::optional<bool>()> hasEmbeddedTray;
 };
 
-// Constants whose files lie in `folder` instead of the home's own.
-[[nodiscard]] Constants withDataFolder(Constants constants, const std::string& folder);
-
 } // namespace varnhold::doctor

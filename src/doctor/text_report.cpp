@@ -4,6 +4,7 @@
 #include <array>
 
 #include "doctor/columns.h"
+#include "doctor/tones.h"
 
 namespace varnhold::doctor {
 
@@ -12,16 +13,8 @@ namespace {
 constexpr std::size_t narrowest = 40;
 constexpr std::size_t indent = 2;
 constexpr std::size_t findingIndent = 12; // behind sign and level
-constexpr std::size_t gap = 2;            // between columns of a table
 
-enum class Tone { plain, bold, dim, red, yellow, blue, green };
-
-struct Look {
-    const char* sign;
-    Tone tone;
-};
-
-Look lookOf(Level level) {
+Sign signOf(Level level) {
     switch (level) {
     case Level::note:
         return {"·", Tone::blue};
@@ -93,9 +86,9 @@ private:
         }
         for (std::size_t i = 0; i < cells.size(); ++i) {
             const Table::Row& row = table.rows[i];
-            const Look look = row.level ? lookOf(*row.level) : Look{"✓", Tone::green};
+            const Sign sign = row.level ? signOf(*row.level) : Sign{"✓", Tone::green};
             const bool hasSign = row.level || row.well;
-            out_ += "  " + (hasSign ? toned(look.tone, look.sign) : " ") + " " +
+            out_ += "  " + (hasSign ? toned(sign.tone, sign.text) : " ") + " " +
                     joined(cells[i], widths) + "\n";
         }
     }
@@ -115,9 +108,9 @@ private:
         std::for_each(cells.begin(), cells.end(), widen);
         std::size_t used = indent + 2;
         for (const std::size_t width : widths) {
-            used += width + gap;
+            used += width + columnGap;
         }
-        while (used > width_ + gap) {
+        while (used > width_ + columnGap) {
             auto widest = std::max_element(widths.begin(), widths.end());
             if (*widest <= 4) {
                 break;
@@ -132,18 +125,18 @@ private:
                               const std::vector<std::size_t>& widths) {
         std::string out;
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            out += fitted(cells[i], widths[i]) + std::string(gap, ' ');
+            out += fitted(cells[i], widths[i]) + std::string(columnGap, ' ');
         }
         out.erase(out.find_last_not_of(' ') + 1);
         return out;
     }
 
     void write(const Finding& finding) {
-        const Look look = lookOf(finding.level);
+        const Sign sign = signOf(finding.level);
         const std::string level(name(finding.level));
-        const std::string head = std::string(look.sign) + " " + level +
+        const std::string head = std::string(sign.text) + " " + level +
                                  std::string(findingIndent - indent - 2 - level.size(), ' ');
-        out_ += std::string(indent, ' ') + toned(look.tone, head);
+        out_ += std::string(indent, ' ') + toned(sign.tone, head);
         const std::string subject = said(finding.subject);
         const std::string id = "[" + std::string(finding.id) + "]";
         const std::string place = finding.place ? placeInWords(*finding.place) : "";
@@ -191,8 +184,8 @@ private:
                            counted(counts[1], "warning", "warnings") + ", " +
                            counted(counts[0], "note", "notes") + ".";
         const auto level = worst(report);
-        const Tone tone = level ? lookOf(*level).tone : Tone::green;
-        out_ += "\n" + toned(tone, level ? lookOf(*level).sign : "✓") + " " +
+        const Tone tone = level ? signOf(*level).tone : Tone::green;
+        out_ += "\n" + toned(tone, level ? signOf(*level).text : "✓") + " " +
                 (level.value_or(Level::note) == Level::note ? "All is well: " : "") + text + "\n";
     }
 
@@ -233,12 +226,7 @@ private:
     }
 
     [[nodiscard]] std::string toned(Tone tone, const std::string& text) const {
-        if (!colour_ || tone == Tone::plain || text.empty()) {
-            return text;
-        }
-        constexpr std::array<const char*, 7> codes{"", "1", "2", "1;31", "1;33", "36", "32"};
-        return std::string("\x1b[") + codes.at(static_cast<std::size_t>(tone)) + "m" + text +
-               "\x1b[0m";
+        return doctor::toned(tone, text, colour_);
     }
 
     const Secrets& secrets_;

@@ -7,6 +7,7 @@
 #include "doctor/columns.h"
 #include "doctor/event_table.h"
 #include "doctor/examination.h"
+#include "doctor/tones.h"
 #include "doctor/words.h"
 #include "status/bars.h"
 #include "status/counts.h"
@@ -21,31 +22,21 @@ const std::vector<std::string>& headings() {
     return texts;
 }
 
-constexpr std::size_t gap = 2; // between columns
 constexpr std::size_t signWidth = 2;
 constexpr std::size_t narrowestColumn = 3;
 
-struct Look {
-    const char* sign;
-    const char* colour; // of a terminal
-};
-
-Look lookOf(BotState::Kind kind) {
+Sign signOf(BotState::Kind kind) {
     switch (kind) {
     case BotState::Kind::running:
-        return {"●", "32"};
+        return {"●", Tone::green};
     case BotState::Kind::crashed:
-        return {"✗", "1;31"};
+        return {"✗", Tone::red};
     case BotState::Kind::waiting:
     case BotState::Kind::unstartable:
-        return {"!", "1;33"};
+        return {"!", Tone::yellow};
     default:
-        return {"○", "2"};
+        return {"○", Tone::dim};
     }
-}
-
-std::string toned(const TextStyle& style, const char* colour, const std::string& text) {
-    return style.colour ? "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m" : text;
 }
 
 std::string troubleOf(const ListingRun& run) {
@@ -115,9 +106,9 @@ std::vector<std::size_t> Watch::widths(std::size_t most) const {
     }
     std::size_t used = signWidth;
     for (const std::size_t width : widths) {
-        used += width + gap;
+        used += width + columnGap;
     }
-    for (; used > most + gap; --used) {
+    for (; used > most + columnGap; --used) {
         auto widest = std::max_element(widths.begin(), widths.end());
         if (*widest <= narrowestColumn) {
             break;
@@ -137,24 +128,24 @@ std::vector<std::string> Watch::lines(const TextStyle& style, std::size_t height
     const auto joined = [&](const std::vector<std::string>& cells) {
         std::string out;
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            out += fitted(cells[i], columns[i]) + std::string(gap, ' ');
+            out += fitted(cells[i], columns[i]) + std::string(columnGap, ' ');
         }
         return cut(out.erase(out.find_last_not_of(' ') + 1), textWidth);
     };
-    std::vector<std::string> out{toned(style, "1", cut(title_, style.width)),
-                                 toned(style, "1;31", cut(trouble_, style.width)),
+    std::vector<std::string> out{toned(Tone::bold, cut(title_, style.width), style.colour),
+                                 toned(Tone::red, cut(trouble_, style.width), style.colour),
                                  std::string(signWidth, ' ') +
-                                     toned(style, "2", joined(headings()))};
+                                     toned(Tone::dim, joined(headings()), style.colour)};
     const std::size_t frame = out.size() + 2; // the two lines at the end
     const std::size_t shown = std::min(height > frame ? height - frame : 0, rows_.size());
     for (std::size_t i = 0; i < shown; ++i) {
-        const Look look = lookOf(rows_[i].kind);
-        out.push_back(toned(style, look.colour, look.sign) + " " + joined(rows_[i].cells));
+        const Sign sign = signOf(rows_[i].kind);
+        out.push_back(toned(sign.tone, sign.text, style.colour) + " " + joined(rows_[i].cells));
     }
     const std::size_t hidden = rows_.size() - shown;
     out.push_back(
         hidden == 0 ? "" : cut("… and " + counted(hidden, "more bot", "more bots"), style.width));
-    out.push_back(toned(style, "2", cut("q ends", style.width)));
+    out.push_back(toned(Tone::dim, cut("q ends", style.width), style.colour));
     out.resize(std::min(out.size(), height));
     return out;
 }

@@ -12,11 +12,11 @@
 
 namespace varnhold::doctor {
 
-namespace {
+// Surroundings in which nothing happens: loading needs none of it, and reading mustn't cause any.
+namespace inert {
 
 using namespace platform;
 
-// Surroundings in which nothing happens: loading needs none of it, and reading mustn't cause any.
 class QuietProcesses final : public Processes {
 public:
     ProcessResult run(const ProcessRequest&) override { return {}; }
@@ -91,7 +91,7 @@ public:
     void get(const std::string&, Completion) override {}
 };
 
-} // namespace
+} // namespace inert
 
 struct WindowState::Parts {
     explicit Parts(const Surroundings& around)
@@ -103,14 +103,14 @@ struct WindowState::Parts {
         view.refresh();
     }
 
-    QuietProcesses processes;
-    QuietQueues queues;
-    QuietTimers timers;
-    FixedClock clock;
-    GivenSystem system;
-    StoredDefaults defaults;
-    NoNetwork http;
-    Platform platform{processes, queues, timers, clock, system, defaults, http};
+    inert::QuietProcesses processes;
+    inert::QuietQueues queues;
+    inert::QuietTimers timers;
+    inert::FixedClock clock;
+    inert::GivenSystem system;
+    inert::StoredDefaults defaults;
+    inert::NoNetwork http;
+    platform::Platform platform{processes, queues, timers, clock, system, defaults, http};
     ModelSelectorView view;
 };
 

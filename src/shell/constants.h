@@ -15,6 +15,8 @@ namespace varnhold {
 struct Constants {
     // `home`: the user's home folder without a trailing slash.
     explicit Constants(const std::string& home);
+    // With the program's own files in another folder, such as a copy of them.
+    Constants(const std::string& home, std::string dataFolder);
 
     // Seconds for which a provider keeps a prompt cached, by provider family in lower case.
     std::map<std::string, double> providerCacheTTL;
@@ -25,7 +27,7 @@ struct Constants {
     std::string ostrelleAIDataDir;
     std::string VARNHOLD_VERSION;
     std::string appHome;
-    std::string appSupportDir = appHome + "/Library/Application Support/Varnhold";
+    std::string appSupportDir;
     std::string launchAgentsDir = appHome + "/Library/LaunchAgents";
 
     std::string effortPrefsFile = appSupportDir + "/effort_preferences.json";

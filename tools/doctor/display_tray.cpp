@@ -1,6 +1,5 @@
 #include "display_tray.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <future>
 #include <memory>
@@ -8,13 +7,11 @@
 #include <thread>
 #include <xcb/xcb.h>
 
+#include "answer_limit.h"
+
 namespace varnhold::doctor {
 
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto patience = 1s;
 
 template <typename T>
 std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
@@ -52,7 +49,7 @@ std::optional<bool> displayHasTray() {
     auto asked = std::make_shared<std::promise<std::optional<bool>>>();
     auto answer = asked->get_future();
     std::thread([asked] { asked->set_value(askDisplay()); }).detach();
-    return answer.wait_for(patience) == std::future_status::ready ? answer.get() : std::nullopt;
+    return answer.wait_for(answerLimit) == std::future_status::ready ? answer.get() : std::nullopt;
 }
 
 } // namespace varnhold::doctor

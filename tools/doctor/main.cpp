@@ -17,6 +17,7 @@
 #include "doctor/examination.h"
 #include "doctor/json_report.h"
 #include "doctor/text_report.h"
+#include "platform/posix_processes.h"
 #include "platform/posix_system.h"
 #include "process_table.h"
 #include "run_listing.h"
@@ -67,7 +68,7 @@ TextStyle styleOf(const Command& command) {
 // What is looked at, for as long as it is.
 struct Home {
     explicit Home(const Command& command)
-        : constants(command.data.empty() ? home : withDataFolder(home, command.data)) {}
+        : constants(command.data.empty() ? home : Constants(home.appHome, command.data)) {}
 
     [[nodiscard]] Surroundings surroundings() const {
         return {.constants = constants,
@@ -78,7 +79,7 @@ struct Home {
                 .bundlePath = system->bundlePath(),
                 .runtimeFolder = system->runtimeDirectory(),
                 .launchctlPath = system->launchctlPath(),
-                .listJobs = [this] { return runListing(system->launchctlPath()); },
+                .listJobs = [this] { return runListing(*processes, system->launchctlPath()); },
                 .startOf = startOfProcess,
                 .processes = ownProcesses,
                 .lockHolder = holderOfLock,
@@ -87,6 +88,8 @@ struct Home {
     }
 
     const std::unique_ptr<platform::System> system = platform::makeSystem();
+    const std::unique_ptr<platform::Processes> processes =
+        std::make_unique<platform::PosixProcesses>();
     const Constants home{system->homeDirectory()};
     const Constants constants;
 };

@@ -3,11 +3,12 @@
 #include <string>
 
 #include "doctor/surroundings.h"
+#include "platform/platform.h"
 
 namespace varnhold::doctor {
 
-// Runs the tool with the one argument "list" and waits for it, ten seconds at most; a tool that
-// takes longer is left to itself. The only process that the doctor ever starts.
-[[nodiscard]] ListingRun runListing(const std::string& launchctl);
+// Runs the tool with the one argument "list" and waits for it, ten seconds at most; one that takes
+// longer is ended. The only process that the doctor ever starts.
+[[nodiscard]] ListingRun runListing(platform::Processes& processes, const std::string& launchctl);
 
 } // namespace varnhold::doctor

@@ -3,11 +3,12 @@
 #include <memory>
 #include <systemd/sd-bus.h>
 
+#include "answer_limit.h"
+
 namespace varnhold::doctor {
 
 namespace {
 
-constexpr std::uint64_t patience = 1'000'000; // microseconds
 constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
 
 struct Closer {
@@ -43,7 +44,7 @@ std::optional<bool> sessionHasTray() {
     if (opened < 0) {
         return std::nullopt;
     }
-    sd_bus_set_method_call_timeout(raw, patience);
+    sd_bus_set_method_call_timeout(raw, std::chrono::microseconds(answerLimit).count());
     const auto listed = hasOwner(raw, watcher);
     return listed ? std::optional(*listed && isShown(raw)) : std::nullopt;
 }

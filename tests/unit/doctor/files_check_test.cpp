@@ -193,7 +193,7 @@ TEST(FilesCheck, RoomForASaveIsMeasuredByWhatIsThere) {
 TEST(FilesCheck, AnotherFoldersFilesAreLookedAtWhereTheyLie) {
     const DoctorHome home;
     home.write(home.home.at("copy/bots.json"), oneBot);
-    const Constants copy = withDataFolder(home.constants, home.home.at("copy"));
+    const Constants copy(home.constants.appHome, home.home.at("copy"));
     const Surroundings around{.constants = copy,
                               .home = home.constants,
                               .now = home.around.now,
