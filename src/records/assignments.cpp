@@ -1,5 +1,6 @@
 #include "records/assignments.h"
 
+#include "base/files.h"
 #include "base/json.h"
 
 namespace varnhold {
@@ -32,7 +33,7 @@ std::string encodeAssignments(const ChainBotAssignments& assignments) {
 }
 
 Result<ChainBotAssignments> readAssignments(const std::string& path) {
-    return json::parseFile(path).and_then(decodeMap);
+    return files::read(path).and_then(decodeAssignments);
 }
 
 } // namespace varnhold

@@ -1,10 +1,11 @@
 #include "records/auth.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "base/files.h"
 #include "base/json.h"
 #include "records/providers.h"
+#include "records/raw_values.h"
 
 namespace varnhold {
 
@@ -30,9 +31,7 @@ std::string_view rawValue(AuthMethod method) {
 }
 
 std::optional<AuthMethod> authMethodFromRawValue(std::string_view raw) {
-    const auto* const found = std::find_if(allAuthMethods.begin(), allAuthMethods.end(),
-                                           [&](AuthMethod each) { return rawValue(each) == raw; });
-    return found == allAuthMethods.end() ? std::nullopt : std::optional(*found);
+    return caseOf(allAuthMethods, raw);
 }
 
 SignIn signInFrom(const AuthConfig& config) {
@@ -74,7 +73,7 @@ std::string encodeAuthConfig(const AuthConfig& config) {
 }
 
 Result<AuthConfig> readAuthConfig(const std::string& path) {
-    return json::parseFile(path).and_then(decodeConfig);
+    return files::read(path).and_then(decodeAuthConfig);
 }
 
 std::vector<ProviderAuth> providerAuths(const std::map<std::string, bool>& oauthStatuses) {

@@ -1,20 +1,15 @@
 #include "records/bots.h"
 
-#include <algorithm>
-
+#include "base/files.h"
 #include "base/json.h"
+#include "records/raw_values.h"
 
 namespace varnhold {
 
 namespace {
 
 Result<BotService> decodeService(const json::Value& value) {
-    return json::asString(value).and_then([](const std::string& raw) -> Result<BotService> {
-        if (const auto service = botServiceFromRawValue(raw)) {
-            return *service;
-        }
-        return failure("no such service: \"" + raw + "\"");
-    });
+    return decodeCase(allBotServices, value, "service");
 }
 
 Result<std::vector<BotConfig>> decodeBotArray(const json::Value& value) {
@@ -28,9 +23,7 @@ std::string_view rawValue(BotService service) {
 }
 
 std::optional<BotService> botServiceFromRawValue(std::string_view raw) {
-    const auto* const found = std::find_if(allBotServices.begin(), allBotServices.end(),
-                                           [&](BotService each) { return rawValue(each) == raw; });
-    return found == allBotServices.end() ? std::nullopt : std::optional(*found);
+    return caseOf(allBotServices, raw);
 }
 
 std::string labelOfRole(const std::string& role) {
@@ -80,7 +73,7 @@ std::string encodeBots(const std::vector<BotConfig>& bots) {
 }
 
 Result<std::vector<BotConfig>> readBots(const std::string& path) {
-    return json::parseFile(path).and_then(decodeBotArray);
+    return files::read(path).and_then(decodeBots);
 }
 
 std::vector<BotConfig> loadBots(const Constants& constants) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/files.h"
 #include "base/json.h"
 #include "base/json_text.h"
 
@@ -48,7 +49,7 @@ Result<GovernorChoice> decodeGovernorChoice(std::string_view text) {
 }
 
 Result<GovernorChoice> readGovernorChoice(const std::string& path) {
-    return json::parseFile(path).and_then(decodeChoice);
+    return files::read(path).and_then(decodeGovernorChoice);
 }
 
 std::string withGovernorChoice(const Result<std::string>& content, const std::string& provider,

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 
+#include "base/files.h"
 #include "base/json.h"
 
 namespace varnhold {
@@ -100,7 +101,7 @@ Result<std::string> encodeGroups(const std::vector<CustomBotGroup>& groups) {
 }
 
 Result<std::vector<CustomBotGroup>> readGroups(const std::string& path) {
-    return json::parseFile(path).and_then(decodeList);
+    return files::read(path).and_then(decodeGroups);
 }
 
 } // namespace varnhold

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "base/files.h"
 #include "base/json.h"
 
 namespace varnhold {
@@ -102,7 +103,7 @@ std::string encodeLibrary(const ModelLibrary& library) {
 }
 
 Result<ModelLibrary> readLibrary(const std::string& path) {
-    return json::parseFile(path).and_then(decodeLibraryObject);
+    return files::read(path).and_then(decodeLibrary);
 }
 
 } // namespace varnhold

@@ -4,7 +4,9 @@
 #include <cassert>
 #include <cmath>
 
+#include "base/files.h"
 #include "base/json.h"
+#include "records/raw_values.h"
 
 namespace varnhold {
 
@@ -18,20 +20,8 @@ template <class... Cases>
 Overloaded(Cases...)
     -> Overloaded<Cases...>; // for clang, which deduces an aggregate's arguments from 17 on only
 
-template <class Cases>
-auto caseOf(const Cases& cases, std::string_view raw) -> std::optional<typename Cases::value_type> {
-    const auto found =
-        std::find_if(cases.begin(), cases.end(), [&](auto each) { return rawValue(each) == raw; });
-    return found == cases.end() ? std::nullopt : std::optional(*found);
-}
-
 Result<ResponseMode> decodeMode(const json::Value& value) {
-    return json::asString(value).and_then([](const std::string& raw) -> Result<ResponseMode> {
-        if (const auto mode = responseModeFromRawValue(raw)) {
-            return *mode;
-        }
-        return failure("no such response mode: \"" + raw + "\"");
-    });
+    return decodeCase(allResponseModes, value, "response mode");
 }
 
 Result<EffortPrefs> decodeEfforts(const json::Value& value) {
@@ -85,12 +75,7 @@ std::optional<EffortLevel> effortLevelFromRawValue(std::string_view raw) {
 }
 
 Result<EffortLevel> decodeEffortLevel(const json::Value& value) {
-    return json::asString(value).and_then([](const std::string& raw) -> Result<EffortLevel> {
-        if (const auto level = effortLevelFromRawValue(raw)) {
-            return *level;
-        }
-        return failure("no such effort level: \"" + raw + "\"");
-    });
+    return decodeCase(allEffortLevels, value, "effort level");
 }
 
 std::string_view label(EffortLevel level) {
@@ -159,7 +144,7 @@ std::string encodeResponseMode(ResponseMode mode) {
 }
 
 Result<ResponseMode> readResponseMode(const std::string& path) {
-    return json::parseFile(path).and_then(decodeMode);
+    return files::read(path).and_then(decodeResponseMode);
 }
 
 Result<EffortPrefs> decodeEffortPrefs(std::string_view text) {
@@ -190,7 +175,7 @@ std::string encodeEffortPrefs(const EffortPrefs& prefs) {
 }
 
 Result<EffortPrefs> readEffortPrefs(const std::string& path) {
-    return json::parseFile(path).and_then(decodeEfforts);
+    return files::read(path).and_then(decodeEffortPrefs);
 }
 
 Result<ContextPrefs> decodeContextPrefs(std::string_view text) {
@@ -217,7 +202,7 @@ std::string encodeContextPrefs(const ContextPrefs& prefs) {
 }
 
 Result<ContextPrefs> readContextPrefs(const std::string& path) {
-    return json::parseFile(path).and_then(decodeBudgets);
+    return files::read(path).and_then(decodeContextPrefs);
 }
 
 } // namespace varnhold
