@@ -20,8 +20,8 @@ AfterEnd waitForTurn(const JobFiles& job) {
         left = throttle; // the folder has gone, and the note of the last start with it
     }
     const bool waits = keepAlive || !definition;
-    const bool hurried = job.waitUnlessHurried(waits ? left : std::chrono::nanoseconds(0));
-    return keepAlive || hurried ? AfterEnd::startAgain : AfterEnd::stayDown;
+    const bool skipped = job.waitUnlessSkipped(waits ? left : std::chrono::nanoseconds(0));
+    return keepAlive || skipped ? AfterEnd::startAgain : AfterEnd::stayDown;
 }
 
 AfterEnd agentEnded(const JobFiles& job, int waitStatus) {

@@ -7,12 +7,12 @@ namespace varnhold::services {
 enum class AfterEnd { startAgain, stayDown };
 
 // Waits until the job may be started again: only one that is kept alive has to wait, and not if
-// somebody is in a hurry to have it started. That is what it gives back. One whose definition can't
-// be read waits too: its manager may start it again for ever.
+// somebody skips the rest of it to have it started. That is what it gives back. One whose
+// definition can't be read waits too: its manager may start it again for ever.
 [[nodiscard]] AfterEnd waitForTurn(const JobFiles& job);
 
 // Looks after a job whose agent has just ended: notes how, and waits for its turn. A job that isn't
-// kept alive stays down, unless somebody was in a hurry.
+// kept alive stays down, unless somebody skipped the wait.
 [[nodiscard]] AfterEnd agentEnded(const JobFiles& job, int waitStatus);
 
 // Wait status from what a systemd unit tells of its last process in EXIT_CODE and EXIT_STATUS:

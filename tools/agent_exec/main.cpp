@@ -45,11 +45,11 @@ int start(const JobFiles& job) {
     if (job.isLeaving()) {
         return 0; // its unloading was cut short, and somebody was put in its supervisor's place
     }
-    job.forgetHurry();
+    job.forgetSkip();
     if (job.folder() && !job.noteStart()) {
         // Nobody could tell later when it started. So the pause comes before the start instead of
         // after it, and a crash loop goes on as slowly as ever.
-        static_cast<void>(job.waitUnlessHurried(throttle));
+        static_cast<void>(job.waitUnlessSkipped(throttle));
     }
     const Result<PropertyList> definition = job.definition();
     if (!definition) {
@@ -72,14 +72,14 @@ int startSupervised(const std::string& folder) {
 
 int startUnit(const std::string& folder) {
     const JobFiles job = jobAt(folder);
-    return job.isAtRest() ? 0 : start(job);
+    return job.isHeld() ? 0 : start(job);
 }
 
 int note(const std::string& folder) {
     const JobFiles job = jobAt(folder);
     const char* code = std::getenv("EXIT_CODE");     // NOLINT(concurrency-mt-unsafe)
     const char* status = std::getenv("EXIT_STATUS"); // NOLINT(concurrency-mt-unsafe)
-    if (code != nullptr && status != nullptr && !job.isAtRest()) {
+    if (code != nullptr && status != nullptr && !job.isHeld()) {
         if (const auto waitStatus = waitStatusOfUnit(code, status)) {
             job.noteEnd(*waitStatus);
         }

@@ -27,9 +27,9 @@ std::chrono::nanoseconds machineTime() {
 constexpr const char* definitionFile = "job.plist";
 constexpr const char* lastEndFile = "last-end";
 constexpr const char* lastStartFile = "last-start";
-constexpr const char* hurryFile = "hurry";
+constexpr const char* skipFile = "skip-throttle";
 constexpr const char* wakePipe = "wake";
-constexpr const char* restFile = "at-rest";
+constexpr const char* heldFile = "held";
 constexpr const char* unitFile = "is-unit";
 constexpr const char* leavingFile = "leaving";
 constexpr const char* logTroubleFile = "log-trouble";
@@ -145,8 +145,8 @@ std::chrono::nanoseconds JobFiles::sinceStart() const {
     return start && start->time <= now ? now - start->time : std::chrono::nanoseconds::max();
 }
 
-void JobFiles::hurry() const {
-    static_cast<void>(write(hurryFile, ""));
+void JobFiles::skipThrottle() const {
+    static_cast<void>(write(skipFile, ""));
     const int pipe = openPipe(O_WRONLY);
     if (pipe >= 0) { // somebody waits
         const char byte = 1;
@@ -155,24 +155,24 @@ void JobFiles::hurry() const {
     }
 }
 
-void JobFiles::forgetHurry() const {
-    remove(hurryFile);
+void JobFiles::forgetSkip() const {
+    remove(skipFile);
 }
 
-bool JobFiles::waitUnlessHurried(std::chrono::nanoseconds duration) const {
-    // Opened for both directions, so that it never reads as closed. The pipe comes first: a hurry
+bool JobFiles::waitUnlessSkipped(std::chrono::nanoseconds duration) const {
+    // Opened for both directions, so that it never reads as closed. The pipe comes first: a skip
     // after this point wakes the wait, and one before it has left its file.
     const int pipe = openPipe(O_RDWR);
     const auto end = machineTime() + duration;
-    bool hurried = has(hurryFile);
-    while (!hurried) {
+    bool skipped = has(skipFile);
+    while (!skipped) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - machineTime());
         if (left <= 0ms) {
             break;
         }
         pollfd wake{.fd = pipe, .events = POLLIN, .revents = 0};
         const int ready = ::poll(&wake, 1, static_cast<int>(left.count()));
-        hurried = ready > 0;
+        skipped = ready > 0;
         if (ready < 0 && errno != EINTR) {
             break;
         }
@@ -180,8 +180,8 @@ bool JobFiles::waitUnlessHurried(std::chrono::nanoseconds duration) const {
     if (pipe >= 0) {
         ::close(pipe);
     }
-    forgetHurry();
-    return hurried;
+    forgetSkip();
+    return skipped;
 }
 
 Result<void> JobFiles::askToListen() const {
@@ -216,16 +216,16 @@ std::string JobFiles::spawnTrouble() const {
     return std::string(text::trim(valueOrEmpty(read(spawnTroubleFile)), "\n"));
 }
 
-bool JobFiles::isAtRest() const {
-    return has(restFile);
+bool JobFiles::isHeld() const {
+    return has(heldFile);
 }
 
-Result<void> JobFiles::putToRest() const {
-    return write(restFile, "");
+Result<void> JobFiles::hold() const {
+    return write(heldFile, "");
 }
 
-void JobFiles::wakeFromRest() const {
-    remove(restFile);
+void JobFiles::release() const {
+    remove(heldFile);
 }
 
 bool JobFiles::isUnit() const {
@@ -253,7 +253,7 @@ Result<void> JobFiles::makeWakePipe() const {
 
 void JobFiles::removeAll() const {
     for (const char* name :
-         {definitionFile, lastEndFile, lastStartFile, hurryFile, wakePipe, restFile, unitFile,
+         {definitionFile, lastEndFile, lastStartFile, skipFile, wakePipe, heldFile, unitFile,
           leavingFile, logTroubleFile, spawnTroubleFile, startsFile, readyFile}) {
         remove(name);
     }

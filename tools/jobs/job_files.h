@@ -54,10 +54,10 @@ public:
 
     // Makes the wait that follows an end stop at once, or not begin. Whoever wants a job started or
     // forgotten now says so before it ends the process.
-    void hurry() const;
-    // Waits out the time, or until somebody is in a hurry. True if somebody was.
-    [[nodiscard]] bool waitUnlessHurried(std::chrono::nanoseconds duration) const;
-    void forgetHurry() const;
+    void skipThrottle() const;
+    // Waits out the time, or until somebody skips the rest. True if somebody did.
+    [[nodiscard]] bool waitUnlessSkipped(std::chrono::nanoseconds duration) const;
+    void forgetSkip() const;
 
     // Why the agent runs without a log that it should have, for whoever looks for it; a line each.
     void noteLogTrouble(const std::string& lines) const;
@@ -68,9 +68,9 @@ public:
 
     // A job that is loaded but not to run yet. A manager that can't hold a unit without starting it
     // starts agent-exec all the same, which then ends at once; nothing of that is shown.
-    [[nodiscard]] bool isAtRest() const;
-    [[nodiscard]] Result<void> putToRest() const;
-    void wakeFromRest() const;
+    [[nodiscard]] bool isHeld() const;
+    [[nodiscard]] Result<void> hold() const;
+    void release() const;
 
     // A job that a systemd user manager has. Of a manager that doesn't answer for a moment nobody
     // could tell otherwise that it has any.
@@ -81,7 +81,7 @@ public:
     [[nodiscard]] bool isLeaving() const;
     void markLeaving() const;
 
-    // The pipe through which a hurry reaches a wait that has begun.
+    // The pipe through which a skip reaches a wait that has begun.
     [[nodiscard]] Result<void> makeWakePipe() const;
 
     // A supervisor that is asked to listen learns that its job is up. Without that it would pause

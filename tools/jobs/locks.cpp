@@ -21,7 +21,7 @@ int openLock(const platform::PrivateFolder& folder, const std::string& name) {
     return folder.open(name, O_RDWR | O_CREAT);
 }
 
-constexpr int patience = 10; // seconds; far longer than any work but a bootout of the same job
+constexpr int lockLimit = 10; // seconds; far longer than any work but a bootout of the same job
 
 volatile std::sig_atomic_t rung = 0;
 
@@ -81,7 +81,7 @@ Result<FileLock> FileLock::take(const platform::PrivateFolder& folder, const std
     FileLock lock(openLock(folder, name));
     const int operation = kind == Kind::shared ? LOCK_SH : LOCK_EX;
     const std::string path = folder.path() + "/" + name;
-    const Alarm alarm(patience);
+    const Alarm alarm(lockLimit);
     while (lock.file_ >= 0) {
         if (::flock(lock.file_, operation) == 0) {
             if (!lock.isCurrent()) {

@@ -46,8 +46,8 @@ chooseManager(const std::string& folder, const std::string& agentExec, Purpose p
         }
         return !isAway();
     };
-    const auto patience = purpose == Purpose::list ? 0s : absenceLimit;
-    if (!waitUntil(patience, isBack, pauseBetweenAttempts)) {
+    const auto absence = purpose == Purpose::list ? 0s : absenceLimit;
+    if (!waitUntil(absence, isBack, pauseBetweenAttempts)) {
         return std::make_unique<KnownJobs>(
             *std::move(store), "the user manager that has the loaded jobs doesn't answer; should "
                                "it be gone for good, remove " +

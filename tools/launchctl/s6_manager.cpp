@@ -255,7 +255,7 @@ void S6Manager::tellToEnd(const JobName& name) const {
     const S6Service service = tree_.service(name);
     service.command("dx");
     service.files().markLeaving();
-    service.files().hurry();
+    service.files().skipThrottle();
 }
 
 // In this order, so that whoever is killed at it leaves an agent that ends by itself or a job that
@@ -325,12 +325,12 @@ Result<Outcome> S6Manager::kickstart(const Label& label, bool kill) {
             const auto before = identify(*running);
             const ProcessHandle agent(*running);
             const bool same = before && identify(*running) == before && processNow() == running;
-            service.files().hurry();
+            service.files().skipThrottle();
             if (same) { // and not a new one, which is what was asked for
                 agent.kill();
             }
         } else {
-            service.files().hurry();
+            service.files().skipThrottle();
         }
         service.command("u");
         return Outcome::done;

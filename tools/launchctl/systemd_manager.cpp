@@ -49,7 +49,7 @@ JobState stateOf(const Unit& unit, const JobFiles& files, const std::vector<Ques
         code = questions[next++].answer;
         status = questions[next++].answer;
     }
-    if (files.isAtRest()) {
+    if (files.isHeld()) {
         return state;
     }
     if (mayRun(unit) && process > 0) {
@@ -190,10 +190,10 @@ Result<Outcome> SystemdManager::bootstrapAlone(const JobName& name, const Proper
             return failure(done.error());
         }
     }
-    const bool rests = !list.runAtLoad && !list.keepAlive;
+    const bool held = !list.runAtLoad && !list.keepAlive;
     auto outcome = store_.make(name, content).and_then([&](const JobFiles& files) {
         return files.markAsUnit()
-            .and_then([&] { return rests ? files.putToRest() : Result<void>(); })
+            .and_then([&] { return held ? files.hold() : Result<void>(); })
             .and_then([&] { return start(name, list, files.path()); });
     });
     if (!outcome) {
@@ -275,13 +275,13 @@ Result<Outcome> SystemdManager::kickstart(const Label& label, bool kill) {
                 return failure(killed.error());
             }
         } else {
-            loaded.files.hurry();
+            loaded.files.skipThrottle();
         }
         const auto list = loaded.files.definition();
         if (list && list->keepAlive) {
             return Outcome::done;
         }
-        loaded.files.wakeFromRest();
+        loaded.files.release();
         // Nobody else would start it.
         return manager_.restart(loaded.unit.name).map([](Reply) { return Outcome::done; });
     });
@@ -295,7 +295,7 @@ Result<void> SystemdManager::killAgent(const Loaded& loaded, pid_t running) {
     if (!noted || !now) {
         return failure(noted ? now.error() : noted.error());
     }
-    loaded.files.hurry();
+    loaded.files.skipThrottle();
     if (*now == *noted && now->process == running) {
         agent.kill();
     }
@@ -307,7 +307,7 @@ Result<Outcome> SystemdManager::stop(const Label& label) {
     if (!loaded || !*loaded) {
         return loaded.map([](const auto&) { return Outcome::notLoaded; });
     }
-    if ((*loaded)->files.isAtRest()) {
+    if ((*loaded)->files.isHeld()) {
         return Outcome::done;
     }
     return manager_.kill((*loaded)->unit.name, SIGTERM).map([](Reply) { return Outcome::done; });

@@ -65,20 +65,20 @@ TEST_F(Ended, OneThatRanShortlyWaitsForTheRestOfTheTenSeconds) {
     EXPECT_LT(Clock::now() - begin, atOnce);
 }
 
-TEST_F(Ended, AHurryBeforeTheEndSkipsTheWaitAndIsForgotten) {
+TEST_F(Ended, AStartWantedBeforeTheEndSkipsTheWaitAndIsForgotten) {
     startedBefore(0s);
-    job.hurry();
+    job.skipThrottle();
     const auto begin = Clock::now();
     EXPECT_EQ(agentEnded(job, 15), AfterEnd::startAgain);
     EXPECT_LT(Clock::now() - begin, atOnce);
-    EXPECT_FALSE(job.waitUnlessHurried(0s));
+    EXPECT_FALSE(job.waitUnlessSkipped(0s));
 }
 
-TEST_F(Ended, AHurryDuringTheWaitEndsIt) {
+TEST_F(Ended, AStartWantedDuringTheWaitEndsIt) {
     startedBefore(0s);
     const auto begin = Clock::now();
     auto next = std::async(std::launch::async, [this] { return agentEnded(job, 15); });
-    job.hurry(); // seen as a file or through the pipe, whichever comes first
+    job.skipThrottle(); // seen as a file or through the pipe, whichever comes first
     EXPECT_EQ(next.get(), AfterEnd::startAgain);
     EXPECT_LT(Clock::now() - begin, atOnce);
 }
@@ -91,10 +91,10 @@ TEST_F(Ended, AJobThatIsNotKeptAliveStaysDownAtOnce) {
     EXPECT_LT(Clock::now() - begin, atOnce);
 }
 
-TEST_F(Ended, AJobThatIsNotKeptAliveStartsAgainForSomebodyInAHurry) {
+TEST_F(Ended, AJobThatIsNotKeptAliveStartsAgainForSomebodyWhoWantsIt) {
     keepAlive(false);
     startedBefore(0s);
-    job.hurry();
+    job.skipThrottle();
     EXPECT_EQ(agentEnded(job, 0), AfterEnd::startAgain);
     EXPECT_EQ(agentEnded(job, 0), AfterEnd::stayDown);
 }
@@ -109,7 +109,7 @@ TEST_F(Ended, AJobWithoutItsDefinitionWaitsAllTheSame) {
     home.write(home.at("job/job.plist"), "broken");
     auto next = std::async(std::launch::async, [this] { return waitForTurn(job); });
     EXPECT_EQ(next.wait_for(500ms), std::future_status::timeout);
-    job.hurry();
+    job.skipThrottle();
     EXPECT_EQ(next.get(), AfterEnd::startAgain);
 }
 
@@ -141,11 +141,11 @@ TEST_F(Ended, StartsAreCountedAndWhatPreventedOneIsKeptUntilTheNext) {
 }
 
 TEST_F(Ended, RestAndLeavingAreKeptWithTheJob) {
-    EXPECT_FALSE(job.isAtRest());
-    EXPECT_TRUE(job.putToRest());
-    EXPECT_TRUE(job.isAtRest());
-    job.wakeFromRest();
-    EXPECT_FALSE(job.isAtRest());
+    EXPECT_FALSE(job.isHeld());
+    EXPECT_TRUE(job.hold());
+    EXPECT_TRUE(job.isHeld());
+    job.release();
+    EXPECT_FALSE(job.isHeld());
     EXPECT_FALSE(job.isLeaving());
     job.markLeaving();
     EXPECT_TRUE(job.isLeaving());
