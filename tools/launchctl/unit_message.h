@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "base/result.h"
 #include "launchctl/sd_bus.h"
-#include "launchctl/user_manager.h"
+#include "launchctl/unit.h"
 
 // Messages to a systemd user manager and from it, as bytes.
 namespace varnhold::services {

@@ -131,12 +131,12 @@ void KeyboardDrag::handle(int key, bool repeated) {
     case Qt::Key_Down:
     case Qt::Key_Right:
     case Qt::Key_Tab:
-        move(1);
+        choose(1);
         break;
     case Qt::Key_Up:
     case Qt::Key_Left:
     case Qt::Key_Backtab:
-        move(-1);
+        choose(-1);
         break;
     case Qt::Key_Space:
     case Qt::Key_Return:
@@ -168,7 +168,7 @@ std::vector<KeyboardDrag::Stop> KeyboardDrag::stops() const {
     return found;
 }
 
-void KeyboardDrag::move(int by) {
+void KeyboardDrag::choose(int by) {
     const std::vector<Stop> places = stops();
     if (places.empty()) {
         giveUp();

@@ -55,7 +55,7 @@ private:
 
     [[nodiscard]] std::vector<Stop> stops() const;
     void handle(int key, bool repeated);
-    void move(int by);
+    void choose(int by);
     void moveTo(const Stop& stop);
     void returnHome();
     void drop();
