@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <map>
 #include <optional>
 #include <string>
@@ -8,6 +7,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "records/auth_config.h"
 
 // How the user signs in to each AI provider, and auth_config.json, which keeps it for the daemons.
 //
@@ -15,43 +15,9 @@
 // thread. A decoder refuses the whole file for one bad field.
 namespace varnhold {
 
-enum class AuthMethod { oauth, apiKey };
-
-inline constexpr std::array allAuthMethods{AuthMethod::oauth, AuthMethod::apiKey};
-
 // "Login (OAuth)" or "API Key", to the letter, in both directions; also the text of the picker.
 [[nodiscard]] std::string_view rawValue(AuthMethod method);
 [[nodiscard]] std::optional<AuthMethod> authMethodFromRawValue(std::string_view raw);
-
-// A method is the raw text as the file has it: an unknown one doesn't spoil the rest.
-struct AuthConfig {
-    std::string anthropicMethod;
-    std::string anthropicKey;
-    std::string googleMethod;
-    std::string googleKey;
-    std::string openaiMethod;
-    std::string openaiKey;
-    std::string mistralMethod;
-    std::string mistralKey;
-    std::string qwenMethod;
-    std::string qwenKey;
-    std::string deepseekMethod;
-    std::string deepseekKey;
-    std::string openrouterKey;
-    std::optional<std::string> cerebrasKey = std::nullopt;
-
-    bool operator==(const AuthConfig&) const = default;
-};
-
-// The same values as they are chosen and typed in the settings window, each with its starting
-// value.
-struct SignIn {
-    AuthMethod anthropicMethod = AuthMethod::oauth, googleMethod = AuthMethod::oauth;
-    AuthMethod openaiMethod = AuthMethod::apiKey, mistralMethod = AuthMethod::apiKey;
-    AuthMethod qwenMethod = AuthMethod::apiKey, deepseekMethod = AuthMethod::apiKey;
-    std::string anthropicKey, googleKey, openaiKey, mistralKey, qwenKey, deepseekKey, openrouterKey,
-        cerebrasKey;
-};
 
 // An unknown method becomes the provider's starting value, an absent key the empty one; and back,
 // with every key present.

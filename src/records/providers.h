@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "records/auth.h"
+#include "records/auth_config.h"
 
 // The table of the AI providers that know keys: for each, under which names its sign-in is kept and
 // what tells it apart. Files, user defaults, agents, placement, the sign-in column, the menu and

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "records/auth.h"
+
 namespace varnhold {
 namespace {
 
