@@ -6,7 +6,7 @@
 
 // Every path and tuning constant that more than one place uses.
 //
-// One value is made on the main thread at the very start, from the home folder alone, and is only
+// One value is made on the main thread at the very start, from the folders given, and is only
 // read afterwards, from any thread. Members are initialised in the order in which they stand here;
 // one that builds on another uses its finished value. A path that one place alone uses is
 // spelled out there.
