@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWidget>
+#include <cmath>
 
 namespace varnhold {
 
@@ -17,6 +19,11 @@ void watch(QScreen* screen, QObject* context, const std::function<void()>& chang
 const QScreen& screenAt(const QRect& rectangle) {
     const QScreen* screen = QGuiApplication::screenAt(rectangle.center());
     return screen != nullptr ? *screen : *QGuiApplication::primaryScreen();
+}
+
+bool isScaledByFraction(const QWidget& widget) {
+    const double scale = widget.devicePixelRatioF();
+    return scale != std::floor(scale);
 }
 
 void onScreensChanged(QObject* context, const std::function<void()>& changed) {

@@ -2,12 +2,14 @@
 
 #include <QFocusEvent>
 #include <QMoveEvent>
+#include <QPaintEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
+#include "views/desktop/screens.h"
 #include "views/settings/symbol_provider.h"
 
 namespace varnhold {
@@ -60,6 +62,21 @@ bool SettingsPage::eventFilter(QObject* watched, QEvent* event) {
         QCoreApplication::sendEvent(this, &moved);
     }
     return QQuickWidget::eventFilter(watched, event);
+}
+
+// At a scale between whole numbers what has changed begins and ends within pixels. Copied piece by
+// piece, its edges would be taken from their neighbours, and lines would stay behind.
+void SettingsPage::paintEvent(QPaintEvent* event) {
+    QPaintEvent all(isScaledByFraction(*this) ? QRegion(rect()) : event->region());
+    QQuickWidget::paintEvent(&all);
+}
+
+// By the toolkit's own timer comes what is to be seen of a change.
+void SettingsPage::timerEvent(QTimerEvent* event) {
+    QQuickWidget::timerEvent(event);
+    if (isScaledByFraction(*this)) {
+        update();
+    }
 }
 
 // A menu takes the keyboard only for as long as it is open: what is being edited stays so, for the

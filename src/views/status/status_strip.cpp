@@ -69,6 +69,8 @@ void StatusStrip::setImage(const BarImage& image) {
     image_ = image;
     if (resized) {
         fit();
+    }
+    if (resized || isScaledByFraction(*this)) {
         update();
     } else {
         update(imageRectangle().toAlignedRect());
