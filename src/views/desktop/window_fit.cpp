@@ -36,6 +36,7 @@ void WindowFit::prepareFor(const QScreen& screen) {
     const QRect room = area.marginsRemoved(usualFrame);
     window_.setGeometry(
         QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, wanted_(room.size()), room));
+    prepared_ = window_.size();
 }
 
 bool WindowFit::eventFilter(QObject* watched, QEvent* event) {
@@ -53,7 +54,10 @@ void WindowFit::fit() {
         window_.isMinimized() || QGuiApplication::primaryScreen() == nullptr) {
         return;
     }
-    const QRect area = freeArea(screenAt(window_.frameGeometry()));
+    // A frame of whole pixels may end within a point, which the toolkit leaves out.
+    const int cut = isScaledByFraction(window_) ? 1 : 0;
+    const QRect area = freeArea(screenAt(window_.frameGeometry())).adjusted(0, 0, -cut, -cut);
+    isFresh_ = isFresh_ && window_.size() == prepared_;
     const QMargins frame = window_.windowHandle()->frameMargins();
     const QSize room = area.marginsRemoved(frame).size();
     const QSize size = isFresh_ ? wanted_(room) : window_.size().boundedTo(room);

@@ -12,7 +12,9 @@ namespace varnhold {
 // Keeps a window with all of its frame on its screen: as it first shows, in the middle and as large
 // as it wants to be or the screen has room for; later only where screens or panels change under it.
 // What a frame takes is known once the window manager has made it, so what was guessed before is
-// then set right. Main thread; it belongs to the window.
+// then set right. A window manager that gives the window a size of its own, as those do that tile,
+// has its way: it would only refuse another, and the toolkit go by what it has asked for. Main
+// thread; it belongs to the window.
 class WindowFit final : public QObject {
     Q_OBJECT
 public:
@@ -30,6 +32,7 @@ private:
 
     QWidget& window_;
     std::function<QSize(const QSize& room)> wanted_;
+    QSize prepared_; // what it was given before it first showed
     bool isFresh_ = true;
 };
 

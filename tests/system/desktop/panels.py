@@ -178,8 +178,8 @@ class Xfce(OnX, Driven, Desktop):
     command = ("xfce4-panel",)
     draws_menu_at = (1, 3)
 
-    def __init__(self, build):
-        super().__init__(build, bus=True, screen=f"{WIDTH}x{HEIGHT}x24")
+    def __init__(self, build, screen=f"{WIDTH}x{HEIGHT}x24"):
+        super().__init__(build, bus=True, screen=screen)
         self.spawn("xfwm4", "--compositor=off")
 
     def configure(self):

@@ -5,10 +5,12 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QWindow>
 
 #include "settings/ollama.h"
 #include "shown_window.h"
 #include "views/desktop/application_icon.h"
+#include "views/desktop/window_fit.h"
 #include "views/qt_presentation.h"
 #include "waiting.h"
 
@@ -40,6 +42,17 @@ TEST(Window, IsNoLargerThanItsScreen) {
     EXPECT_EQ(shown.window.sizeOn({1024, 700}), QSize(1024, 700));
     const QSize available = shown.window.screen()->availableSize();
     EXPECT_EQ(shown.window.size().boundedTo(available), shown.window.size());
+}
+
+TEST(Window, KeepsTheSizeThatAWindowManagerGivesIt) {
+    QWidget window;
+    WindowFit fit(window, [](const QSize& room) { return QSize(400, 300).boundedTo(room); });
+    fit.prepareFor(*window.screen());
+    window.show();
+    window.windowHandle()->resize(500, 350); // before anything of it is seen
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.size(), QSize(500, 350));
 }
 
 TEST(Window, ThePlainQuitKeyOnlyAsksForItToBePutAway) {
