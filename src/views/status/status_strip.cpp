@@ -57,6 +57,7 @@ StatusStrip::StatusStrip(MenuOpener& opener, platform::UserDefaults& defaults,
     if (isUnmanaged_) {
         connect(&fullScreen_, &QTimer::timeout, this, &StatusStrip::makeWay);
         fullScreen_.start(lookForFullScreen);
+        connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &StatusStrip::comeOut);
     }
 }
 
@@ -136,6 +137,15 @@ void StatusStrip::makeWay() {
     const bool isInTheWay = hasX11FullScreenWindow();
     if (isInTheWay == isVisible() && !opener_.isOpen()) {
         setVisible(!isInTheWay);
+    }
+    comeOut();
+}
+
+// A compositor shows it above others whatever the X server beside it holds to be above, and it is
+// that server which decides whose a press is.
+void StatusStrip::comeOut() {
+    if (isVisible() && !opener_.isOpen()) {
+        raise();
     }
 }
 
@@ -242,8 +252,11 @@ void StatusStrip::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+// Under Wayland the strip isn't where it wished to be. The compositor is told the menu's place by
+// the distance from the strip, whose window the toolkit then holds to be at the origin.
 void StatusStrip::openMenu() {
-    opener_.open(geometry(), this);
+    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    opener_.open(isWayland ? rect() : geometry(), this);
 }
 
 void StatusStrip::resizeEvent(QResizeEvent*) {

@@ -59,6 +59,7 @@ private:
     void stayOnScreen();
     void putDown();
     void makeWay();
+    void comeOut();
     [[nodiscard]] QPoint home() const;
     [[nodiscard]] QRectF imageRectangle() const;
 
