@@ -72,6 +72,37 @@ class SessionEndTest(unittest.TestCase):
                 os.kill(pid, signal.SIGTERM)
             self.assert_the_fleet_goes_once()
 
+    def test_end_of_a_login_takes_the_fleet_down(self):
+        """As the login manager ends a session: every process of it at once, the display's too."""
+        for desktop in self.each_display():
+            displays = [pid for pid, line in command_lines().items()
+                        if line.split()[0] in ("Xvfb", "Xwayland", "sway")]
+            for pid in (*displays, *self.guardians(), desktop.supervisor.pid):
+                os.kill(pid, signal.SIGTERM)
+            desktop.supervisor.wait(60)
+            self.await_nobody()
+            # Where the toolkit leaves in the midst of it, the guardian does all of it once more.
+            self.assertEqual(set(self.unloaded()), {label_of(role) for role in FLEET})
+
+    def test_session_manager_of_the_x_server_ends_the_program_in_order(self):
+        desktop = Desktop(BUILD, manager=True)
+        self.addCleanup(desktop.end)
+        address = desktop.home / "address"
+        (desktop.home / ".xsmstartup").write_text(
+            f"sh -c 'echo $SESSION_MANAGER >{address}'\nopenbox\n")
+        os.chmod("/tmp", 0o1777)  # or it won't make its sockets there
+        manager = desktop.spawn("xsm")
+        wait_until("the session manager",
+                   lambda: address.exists() and address.read_text().endswith("\n"))
+        desktop.set_fleet(FLEET)
+        self.d = desktop
+        desktop.start(SESSION_MANAGER=address.read_text().strip())
+        desktop.await_launched()
+        manager.terminate()  # and it ends the session
+        self.assert_the_fleet_goes_once()
+        self.assertEqual(desktop.supervisor.returncode, 0)
+        self.assertIsNone(desktop.screen.poll())
+
     def test_crash_leaves_the_fleet_be_and_the_next_start_finds_its_way(self):
         for number in (signal.SIGKILL, signal.SIGSEGV):
             for desktop in self.each_display():
