@@ -10,7 +10,7 @@
 #include "views/desktop/screens.h"
 #include "views/desktop/x11_hints.h"
 #include "views/status/desktop_notice.h"
-#include "views/status/notice_view.h"
+#include "views/status/model_notice_view.h"
 #include "views/status/status_item_view.h"
 #include "views/text/qt_text.h"
 #include "views/widget_window.h"
@@ -21,7 +21,7 @@ namespace {
 
 class WidgetPopover final : public NoticePopover {
 public:
-    explicit WidgetPopover(NoticeView* view) : view_(view) {}
+    explicit WidgetPopover(ModelNoticeView* view) : view_(view) {}
     ~WidgetPopover() override { close(); }
     WidgetPopover(const WidgetPopover&) = delete;
     WidgetPopover& operator=(const WidgetPopover&) = delete;
@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    QPointer<NoticeView> view_; // deletes itself as it closes
+    QPointer<ModelNoticeView> view_; // deletes itself as it closes
 };
 
 } // namespace
@@ -82,7 +82,7 @@ std::unique_ptr<NoticePopover> QtPresentation::showNoticePopover(const NoticePan
     const QPixmap icon =
         iconPath.empty() ? QApplication::windowIcon().pixmap(64) : QPixmap(toQString(iconPath));
     const auto showOwn = [parts = parts_.get(), panel, icon]() -> std::unique_ptr<NoticePopover> {
-        auto* view = new NoticeView(panel, icon);
+        auto* view = new ModelNoticeView(panel, icon);
         view->showUnder(parts->item ? parts->item->anchor() : QRect());
         return std::make_unique<WidgetPopover>(view);
     };

@@ -2,7 +2,7 @@
 
 #include <QAccessibleWidget>
 
-#include "views/status/notice_view.h"
+#include "views/status/model_notice_view.h"
 #include "views/status/status_strip.h"
 
 namespace varnhold {
@@ -33,7 +33,7 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     if (auto* strip = qobject_cast<StatusStrip*>(object)) {
         return new AccessibleStrip(strip);
     }
-    if (auto* notices = qobject_cast<NoticeView*>(object)) {
+    if (auto* notices = qobject_cast<ModelNoticeView*>(object)) {
         return new QAccessibleWidget(notices, QAccessible::AlertMessage, notices->accessibleName());
     }
     return nullptr;

@@ -12,7 +12,7 @@ namespace {
 constexpr int narrowestRounded = 4; // pixels; narrower bars keep their corners, or they would blur
 constexpr qreal markPerSide = 0.45;
 constexpr qreal rimPerSide = 0.07;
-constexpr QRgb markColour = 0xffe5252a;
+constexpr QRgb markColor = 0xffe5252a;
 
 void paintBarsOf(const BarImage& image, int side, QPainter& painter) {
     for (const TrayBar& bar : trayBars(image, side)) {
@@ -32,7 +32,7 @@ void paintMark(int side, QPainter& painter) {
     painter.setBrush(Qt::black);
     painter.drawEllipse(place.adjusted(-rim, -rim, rim, rim));
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setBrush(QColor::fromRgba(markColour));
+    painter.setBrush(QColor::fromRgba(markColor));
     painter.drawEllipse(place);
 }
 

@@ -11,7 +11,7 @@
 #include "views/colors/colors.h"
 #include "views/desktop/application_icon.h"
 #include "views/qt_presentation.h"
-#include "views/status/notice_view.h"
+#include "views/status/model_notice_view.h"
 #include "views/status/text_block.h"
 #include "waiting.h"
 
@@ -20,9 +20,9 @@ namespace {
 
 const QRect anchor(600, 8, 85, 28);
 
-QPointer<NoticeView> shownNotices(const std::vector<ModelNotice>& notices) {
-    QPointer<NoticeView> view =
-        new NoticeView(noticePanel(notices), defaultApplicationIcon().pixmap(64));
+QPointer<ModelNoticeView> shownNotices(const std::vector<ModelNotice>& notices) {
+    QPointer<ModelNoticeView> view =
+        new ModelNoticeView(noticePanel(notices), defaultApplicationIcon().pixmap(64));
     view->showUnder(anchor);
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view));
     return view;
@@ -85,8 +85,8 @@ TEST(NoticePopover, OfManyNoticesScrollsWithinTheScreenAndLeavesItsAnchorFree) {
 
 TEST(NoticePopover, OfManyNoticesGoesWhereThereIsMoreRoom) {
     const QRect low(300, 700, 85, 28);
-    const QPointer<NoticeView> view =
-        new NoticeView(noticePanel(manyNotices()), defaultApplicationIcon().pixmap(64));
+    const QPointer<ModelNoticeView> view =
+        new ModelNoticeView(noticePanel(manyNotices()), defaultApplicationIcon().pixmap(64));
     view->showUnder(low);
     EXPECT_LT(view->geometry().bottom(), low.top());
     EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(view->geometry()));

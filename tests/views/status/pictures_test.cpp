@@ -8,7 +8,7 @@
 #include "support/fake_user_defaults.h"
 #include "views/colors/colors.h"
 #include "views/desktop/application_icon.h"
-#include "views/status/notice_view.h"
+#include "views/status/model_notice_view.h"
 #include "views/status/status_menu.h"
 #include "views/status/status_strip.h"
 #include "views/status/tray_icon.h"
@@ -69,11 +69,12 @@ TEST_P(Pictures, MenuWithARowUnderThePointer) {
 }
 
 TEST_P(Pictures, PopoverWithAWarning) {
-    NoticeView view(noticePanel({{"Claude Opus 5 was installed by Planner and is now third in the "
-                                  "Architect chain.",
-                                  true},
-                                 {"Qwen 3 Coder was installed.", false}}),
-                    defaultApplicationIcon().pixmap(64));
+    ModelNoticeView view(
+        noticePanel({{"Claude Opus 5 was installed by Planner and is now third in the "
+                      "Architect chain.",
+                      true},
+                     {"Qwen 3 Coder was installed.", false}}),
+        defaultApplicationIcon().pixmap(64));
     expect("popover", view.grab());
 }
 

@@ -19,10 +19,10 @@ class TextBlock;
 // It comes unasked, so it takes neither the pointer nor the keyboard from whatever the user is
 // doing. A press anywhere else closes it, and so does Escape while the pointer is over it or a
 // window of ours has the keyboard.
-class NoticeView final : public QWidget {
+class ModelNoticeView final : public QWidget {
     Q_OBJECT
 public:
-    NoticeView(const NoticePanel& panel, const QPixmap& icon);
+    ModelNoticeView(const NoticePanel& panel, const QPixmap& icon);
 
     // Shows it under the anchor, a rectangle on the screen, or above it, within that screen. What
     // there is no room for is scrolled to.

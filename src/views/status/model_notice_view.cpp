@@ -1,4 +1,4 @@
-#include "views/status/notice_view.h"
+#include "views/status/model_notice_view.h"
 
 #include <QAccessible>
 #include <QCursor>
@@ -56,7 +56,7 @@ QHBoxLayout* header(const QString& title, const QPixmap& icon) {
 
 // A tool tip's window has no frame, is nobody's focus and stands above all. Only where no server
 // tells us of presses elsewhere must it take them in itself, as a pop-up does.
-NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
+ModelNoticeView::ModelNoticeView(const NoticePanel& panel, const QPixmap& icon)
     : QWidget(nullptr, (hasX11() ? Qt::ToolTip : Qt::Popup) | Qt::FramelessWindowHint |
                            Qt::NoDropShadowWindowHint) {
     installAccessibility(); // before the first thing that makes the toolkit describe this window
@@ -91,7 +91,7 @@ NoticeView::NoticeView(const NoticePanel& panel, const QPixmap& icon)
 }
 
 // All that is told, in an area that scrolls where the screen has no room for it.
-QScrollArea* NoticeView::messages(const NoticePanel& panel) {
+QScrollArea* ModelNoticeView::messages(const NoticePanel& panel) {
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -116,7 +116,7 @@ QScrollArea* NoticeView::messages(const NoticePanel& panel) {
 
 // The messages' area grows and shrinks with it; what doesn't fit there leaves room for a scroll
 // bar.
-void NoticeView::takeHeight(int height) {
+void ModelNoticeView::takeHeight(int height) {
     setFixedHeight(height);
     const int seen = height - heightBeside_;
     int across = width() - 2 * padding;
@@ -126,7 +126,7 @@ void NoticeView::takeHeight(int height) {
     area_->widget()->setFixedSize(across, std::max(seen, messages_->heightForWidth(across)));
 }
 
-void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
+void ModelNoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
     auto* entry = new QVBoxLayout;
     entry->setSpacing(lineSpacing);
     entry->addWidget(textBlock(toQString(notice.message), messageSize));
@@ -137,7 +137,7 @@ void NoticeView::addNotice(const ModelNotice& notice, QVBoxLayout& column) {
     column.addLayout(entry);
 }
 
-void NoticeView::colorWarnings() {
+void ModelNoticeView::colorWarnings() {
     for (TextBlock* warning : warnings_) {
         QPalette colors = palette();
         colors.setColor(QPalette::WindowText, warningColor(palette()));
@@ -145,14 +145,14 @@ void NoticeView::colorWarnings() {
     }
 }
 
-void NoticeView::changeEvent(QEvent* event) {
+void ModelNoticeView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         colorWarnings();
     }
 }
 
-void NoticeView::showUnder(const QRect& anchor) {
+void ModelNoticeView::showUnder(const QRect& anchor) {
     const QRect area =
         screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap);
     const QRect place =
@@ -164,16 +164,16 @@ void NoticeView::showUnder(const QRect& anchor) {
     QAccessible::updateAccessibility(&alert);
 }
 
-void NoticeView::paintEvent(QPaintEvent*) {
+void ModelNoticeView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     drawPanel(painter, rect(), palette(), popoverRadius);
 }
 
-void NoticeView::resizeEvent(QResizeEvent*) {
+void ModelNoticeView::resizeEvent(QResizeEvent*) {
     chooseCorners(*this);
 }
 
-void NoticeView::keyPressEvent(QKeyEvent* event) {
+void ModelNoticeView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         close();
         return;
