@@ -75,6 +75,7 @@ Scrolling scrollingAt(QQuickItem* under, const QPointF& scenePoint, const Axis& 
         return {};
     }
     const QList<QQuickItem*> children = under->childItems();
+    // NOLINTNEXTLINE(modernize-loop-convert): this clang can't read the library's reversed ranges
     for (auto child = children.crbegin(); child != children.crend(); ++child) {
         if (const Scrolling found = scrollingAt(*child, scenePoint, axis); found.area != nullptr) {
             return found;
