@@ -42,7 +42,7 @@ QString presenceName(BotPresence presence) {
 // What is shown of one bot.
 struct ShownBot {
     const BotConfig& bot;
-    BotPresence presence;
+    BotPresence presence = BotPresence::offline;
     KeepaliveSwitch keepalive;
     bool isSelected = false;
     BotColor color;

@@ -50,6 +50,7 @@ QByteArrayList modelRowNames() {
 
 std::vector<KeyedListModel::Row> shownBots(const std::vector<BotConfig>& bots) {
     std::vector<KeyedListModel::Row> rows;
+    rows.reserve(bots.size());
     for (const BotConfig& bot : bots) {
         rows.push_back(rowOf(toQString(bot.launchdLabel), bot, botColumns));
     }
