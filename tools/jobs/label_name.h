@@ -16,6 +16,7 @@ namespace varnhold::services {
 struct Label {
     std::string text;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the compiler's own
     auto operator<=>(const Label&) const = default;
     bool operator==(std::string_view other) const { return text == other; }
 };
@@ -27,6 +28,7 @@ public:
     [[nodiscard]] const std::string& text() const { return text_; }
     [[nodiscard]] Label label() const;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): as above
     auto operator<=>(const JobName&) const = default;
 
 private:

@@ -119,7 +119,7 @@ Result<PropertyList> S6Manager::definition(const Label& label) {
 
 Result<void> S6Manager::writeJob(const JobName& name, const PropertyList& list,
                                  const std::string& content) const {
-    if (const auto room = store_.checkRoom(); !room) {
+    if (auto room = store_.checkRoom(); !room) {
         return room;
     }
     const auto job = store_.make(name, content);
