@@ -16,7 +16,7 @@ QString withEmoji(const QString& text) {
     qsizetype done = 0;
     for (const auto& range : emojiFormats(text)) {
         marked += text.mid(done, range.start - done).toHtmlEscaped();
-        marked += QStringLiteral("<span style=\"font-family:'%1'\">%2</span>")
+        marked += QStringLiteral("<span style=\"font-family:'%1';text-decoration:none\">%2</span>")
                       .arg(range.format.fontFamilies().toStringList().value(0),
                            text.mid(range.start, range.length).toHtmlEscaped());
         done = range.start + range.length;

@@ -1,6 +1,7 @@
 #include "views/settings/theme_tones.h"
 
 #include "views/colors/colors.h"
+#include "views/colors/model_grounds.h"
 
 namespace varnhold {
 
@@ -10,6 +11,10 @@ bool ThemeTones::isDark(const QColor& ground) {
 
 QColor ThemeTones::readable(const QColor& color, const QColor& ground) {
     return varnhold::readable(color, ground);
+}
+
+QColor ThemeTones::modelGround(const QString& name, bool dark) {
+    return varnhold::modelGround(name.toStdString(), dark);
 }
 
 QColor ThemeTones::window(bool dark) {

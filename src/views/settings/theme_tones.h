@@ -19,6 +19,9 @@ public:
     // The colour itself, or the nearest on the way to black or white that can be read there.
     Q_INVOKABLE [[nodiscard]] static QColor readable(const QColor& color, const QColor& ground);
 
+    // Of a model's row, by the colour's name in the record.
+    Q_INVOKABLE [[nodiscard]] static QColor modelGround(const QString& name, bool dark);
+
     Q_INVOKABLE [[nodiscard]] static QColor window(bool dark);
     Q_INVOKABLE [[nodiscard]] static QColor text(bool dark);
     Q_INVOKABLE [[nodiscard]] static QColor secondaryText(bool dark);

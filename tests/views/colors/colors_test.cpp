@@ -4,6 +4,7 @@
 #include <QStyle>
 
 #include "views/colors/colors.h"
+#include "views/colors/model_grounds.h"
 #include "views/status/bar_painter.h"
 
 namespace varnhold::testing {
@@ -61,6 +62,40 @@ TEST(Contrast, AReadableColourStaysAsItIs) {
 TEST(Palettes, KnowWhetherTheyAreDark) {
     EXPECT_FALSE(isDark(lightPalette()));
     EXPECT_TRUE(isDark(darkPalette()));
+}
+
+int hueDistance(const QColor& one, const QColor& other) {
+    const int apart = std::abs(one.hslHue() - other.hslHue());
+    return std::min(apart, 360 - apart);
+}
+
+TEST(ModelGrounds, KeepTheHueOfTheirNameAndCarryWhiteWords) {
+    constexpr int justSeen = 16; // degrees
+    for (const ModelGround& each : modelGrounds) {
+        for (const bool dark : {false, true}) {
+            const QColor ground = modelGround(each.name, dark);
+            EXPECT_EQ(ground.alpha(), 255) << each.name;
+            EXPECT_LE(hueDistance(ground, QColor::fromRgb(each.wanted)), justSeen) << each.name;
+            const auto faint = [](int channel) { return (4 * 255 + channel) / 5; };
+            EXPECT_GE(
+                contrast(QColor(faint(ground.red()), faint(ground.green()), faint(ground.blue())),
+                         ground),
+                readableContrast)
+                << each.name;
+        }
+    }
+}
+
+TEST(ModelGrounds, KeepOrangeAndYellowApart) {
+    for (const bool dark : {false, true}) {
+        EXPECT_GE(hueDistance(modelGround("orange", dark), modelGround("yellow", dark)), 25);
+    }
+}
+
+TEST(ModelGrounds, AreIndigoForANameThatNoneHas) {
+    EXPECT_EQ(modelGround("Purple", false), modelGround("indigo", false));
+    EXPECT_EQ(modelGround("", true), modelGround("indigo", true));
+    EXPECT_NE(modelGround("indigo", false), modelGround("indigo", true));
 }
 
 TEST(BarColour, IsTheHueAtItsSaturationAndBrightness) {

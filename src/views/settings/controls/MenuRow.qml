@@ -8,13 +8,15 @@ T.MenuItem {
 
     property string kind: "action"
     property string symbol
+    property color swatch: "transparent" // of what the title names
     property bool destructive: false
     property bool signColumn: true // room for a sign or a mark before the title
 
     readonly property color ink: highlighted && kind === "action" ? Theme.accentText
         : kind === "section" ? Theme.secondaryText : destructive ? Theme.red : Theme.text
 
-    readonly property real indent: signColumn && kind === "action" ? 22 : 0
+    readonly property real signWidth: signColumn && kind === "action" ? 22 : 0
+    readonly property real indent: signWidth + (sample.visible ? sample.width + Theme.gap : 0)
 
     implicitWidth: indent + Math.ceil(title.implicitWidth) + leftPadding + rightPadding
     implicitHeight: kind === "divider" ? 9 : kind === "section" ? 20 : 24
@@ -34,6 +36,15 @@ T.MenuItem {
             name: root.symbol !== "" ? root.symbol : root.checked ? "check-bold" : ""
             size: root.symbol !== "" ? 12 : 10
             color: root.ink
+        }
+
+        Swatch {
+            id: sample
+
+            x: root.signWidth
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.swatch.a > 0
+            color: root.swatch
         }
 
         Label {

@@ -10,6 +10,7 @@ T.ComboBox {
     property string current
     property string name
     property string help
+    property bool swatches: false // the values are names of models' colours
 
     signal chosen(string value)
 
@@ -33,11 +34,24 @@ T.ComboBox {
         chosen(value);
     }
 
-    contentItem: Label {
-        text: root.displayText
-        font: root.font
-        verticalAlignment: Text.AlignVCenter
-        Accessible.ignored: true
+    contentItem: Item {
+        Swatch {
+            id: shown
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.swatches
+            color: Theme.modelGround(root.displayText)
+        }
+
+        Label {
+            x: shown.visible ? shown.width + Theme.gap : 0
+            width: parent.width - x
+            height: parent.height
+            text: root.displayText
+            font: root.font
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
     }
 
     indicator: Symbol {
@@ -68,6 +82,7 @@ T.ComboBox {
 
         width: ListView.view.width
         text: modelData
+        swatch: root.swatches ? Theme.modelGround(modelData) : "transparent"
         checked: index === root.currentIndex
         highlighted: index === root.highlightedIndex
     }

@@ -82,6 +82,7 @@ Sheet {
                 Picker {
                     anchors.fill: parent
                     name: "Color"
+                    swatches: true
                     Keys.onReturnPressed: event => root.accept(event, popup)
                     Keys.onEnterPressed: event => root.accept(event, popup)
                     values: root.form.colors

@@ -111,15 +111,11 @@ TEST_P(ThemeContrast, TextIsReadableOnRowsThatAreChosenOrHovered) {
     expectReadable({QStringLiteral("text")}, under(QStringLiteral("trough"), grounds + sections()));
 }
 
-TEST_P(ThemeContrast, ModelsAreReadableOnEveryGroundOfTheirsOverEverySection) {
-    const QStringList below =
-        sections() + groups() + QStringList{QStringLiteral("window"), QStringLiteral("pane")};
+TEST_P(ThemeContrast, ModelsAreReadableOnEveryGroundOfTheirs) {
     for (const char* name : {"purple", "blue", "green", "orange", "cyan", "red", "teal", "indigo",
                              "pink", "yellow", "mint", "brown", "gray", "something else"}) {
-        const QString veil =
-            QStringLiteral("faded(modelGround(\"%1\"), 0.8)").arg(QString::fromLatin1(name));
         expectReadable({QStringLiteral("modelText"), QStringLiteral("faded(modelText, 0.8)")},
-                       under(veil, below));
+                       {QStringLiteral("modelGround(\"%1\")").arg(QString::fromLatin1(name))});
     }
 }
 
@@ -156,7 +152,7 @@ TEST_P(ThemeContrast, BadgesAreReadable) {
 // Signs needn't be read, only seen.
 TEST_P(ThemeContrast, DotsStandOutFromTheirGrounds) {
     for (const char* name : {"green", "orange", "red", "gray", "teal", "focusRing"}) {
-        for (const QString& ground : plainGrounds() + sections()) {
+        for (const QString& ground : plainGrounds() + sections() + groups()) {
             EXPECT_GE(contrast(color(QString::fromLatin1(name)), color(ground)), 3.0)
                 << name << " on " << qPrintable(ground);
         }

@@ -44,7 +44,7 @@ ColumnLayout {
         title: "MODELS"
 
         Repeater {
-            model: Object.keys(Theme.modelGrounds)
+            model: ["purple", "blue", "green", "orange", "cyan", "red", "teal", "indigo", "pink", "yellow"]
 
             ModelBlockView {
                 required property string modelData
