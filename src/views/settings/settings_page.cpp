@@ -16,7 +16,9 @@ namespace varnhold {
 
 void prepareEngine(QQmlEngine& engine) {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // the engine's now
+    // The engine's now.
+    engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider);
+    engine.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider);
 }
 
 namespace {

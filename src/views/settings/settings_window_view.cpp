@@ -1,13 +1,12 @@
 #include "views/settings/settings_window_view.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QScreen>
 
 #include "views/desktop/window_fit.h"
 #include "views/desktop/window_system.h"
+#include "views/settings/menu_bar.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
@@ -57,9 +56,10 @@ bool isOtherPrograms(MainMenuAction action) {
 
 SettingsWindowView::SettingsWindowView(const std::vector<MainMenu>& menus, SettingsModel& model,
                                        const Choose& choose, std::function<void()> closed)
-    : page_(new SettingsPage(model, this)), closed_(std::move(closed)) {
+    : model_(model), page_(new SettingsPage(model, this)), closed_(std::move(closed)) {
     setWindowTitle(QStringLiteral("Varnhold"));
     setCentralWidget(page_);
+    dressMenuBar(*menuBar());
     for (const MainMenu& menu : menus) {
         addMenu(menu, choose);
     }
@@ -80,7 +80,7 @@ QSize SettingsWindowView::sizeOn(const QSize& screen) const {
 }
 
 void SettingsWindowView::addMenu(const MainMenu& menu, const Choose& choose) {
-    QMenu* shown = menuBar()->addMenu(menuText(menu.title));
+    QMenu* shown = varnhold::addMenu(*menuBar(), menuText(menu.title));
     for (const MainMenuRow& row : menu.rows) {
         if (row.action == MainMenuAction::none) {
             shown->addSeparator();
@@ -104,7 +104,7 @@ bool SettingsWindowView::perform(MainMenuAction action) {
     }
     switch (action) {
     case MainMenuAction::orderFrontStandardAboutPanel:
-        showAbout();
+        model_.sheets()->showAbout();
         return true;
     case MainMenuAction::hide:
         putAside();
@@ -136,18 +136,6 @@ bool SettingsWindowView::bringToFront() {
     show();
     raise();
     return wasClosed;
-}
-
-void SettingsWindowView::showAbout() {
-    auto* box = new QMessageBox(this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(QStringLiteral("About Varnhold"));
-    box->setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
-    box->setTextFormat(Qt::PlainText);
-    box->setText(QStringLiteral("Varnhold"));
-    box->setInformativeText(
-        QStringLiteral("A supervisor for a fleet of AI chat bots.\nMIT licence."));
-    box->open();
 }
 
 void SettingsWindowView::closeEvent(QCloseEvent* event) {

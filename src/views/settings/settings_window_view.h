@@ -43,8 +43,8 @@ protected:
 private:
     void addMenu(const MainMenu& menu, const Choose& choose);
     void putAside();
-    void showAbout();
 
+    SettingsModel& model_;
     SettingsPage* page_; // owned as the central widget
     WindowFit* fit_ = nullptr;
     std::function<void()> closed_;

@@ -1,5 +1,7 @@
 #include "views/settings/symbol_provider.h"
 
+#include <QGuiApplication>
+#include <QIcon>
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -31,6 +33,20 @@ QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize&
         *size = image.size();
     }
     return image;
+}
+
+QPixmap ApplicationIconProvider::requestPixmap(const QString&, QSize* size,
+                                               const QSize& requested) {
+    const QSize wanted = requested.isEmpty() ? usualSize : requested;
+    QPixmap picture = QGuiApplication::windowIcon().pixmap(wanted, 1.0);
+    if (picture.isNull()) {
+        picture = QPixmap(wanted);
+        picture.fill(Qt::transparent);
+    }
+    if (size != nullptr) {
+        *size = picture.size();
+    }
+    return picture;
 }
 
 } // namespace varnhold

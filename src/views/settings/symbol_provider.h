@@ -13,4 +13,12 @@ public:
     QImage requestImage(const QString& id, QSize* size, const QSize& requested) override;
 };
 
+// Draws the program's icon: "icon". Called on the engine's thread.
+class ApplicationIconProvider final : public QQuickImageProvider {
+public:
+    ApplicationIconProvider() : QQuickImageProvider(Pixmap) {}
+
+    QPixmap requestPixmap(const QString& id, QSize* size, const QSize& requested) override;
+};
+
 } // namespace varnhold

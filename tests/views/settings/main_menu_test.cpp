@@ -3,10 +3,10 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 
 #include "announced.h"
 #include "shown_window.h"
+#include "views/text/qt_text.h"
 #include "waiting.h"
 
 namespace varnhold::testing {
@@ -167,11 +167,13 @@ INSTANTIATE_TEST_SUITE_P(MainMenu, EachWay, ::testing::Values(Way::mouse, Way::k
 TEST(MainMenu, TellsWhatTheProgramIs) {
     MenuWindow shown;
     shown.click(u"About Varnhold"_s);
-    const auto* about = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    QQuickItem* about = announced(shown.page()->rootObject(), u"About Varnhold"_s);
     ASSERT_NE(about, nullptr);
-    EXPECT_EQ(about->text(), u"Varnhold"_s);
-    QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
-    WAIT_UNTIL(QApplication::activeModalWidget() == nullptr);
+    EXPECT_NE(announced(about, toQString("Version " + shown.home.constants.VARNHOLD_VERSION)),
+              nullptr);
+    EXPECT_NE(announced(about, u"MIT licence"_s), nullptr);
+    QTest::keyClick(shown.page(), Qt::Key_Escape);
+    EXPECT_EQ(announced(shown.page()->rootObject(), u"About Varnhold"_s), nullptr);
 }
 
 } // namespace

@@ -9,11 +9,11 @@ Item {
 
     required property SheetsPart sheets
 
-    readonly property bool settled: !coming.running // nothing is on its way in
+    readonly property bool settled: !coming.running && !going.running // nothing is on its way
 
     readonly property var kinds: ({
         alert: alert, promptEditor: promptEditor, tokenSheet: tokenSheet, welcome: welcome,
-        addModel: addModel, libraryTip: libraryTip, manageGroups: manageGroups
+        addModel: addModel, libraryTip: libraryTip, manageGroups: manageGroups, about: about
     })
 
     Toast {
@@ -49,6 +49,31 @@ Item {
         }
     }
 
+    // What goes fades as it came.
+    PartingPicture {
+        id: former
+
+        anchors.fill: parent
+
+        NumberAnimation {
+            id: going
+
+            target: former
+            property: "opacity"
+            from: 1
+            to: 0
+            duration: Theme.quick
+            onFinished: former.drop()
+        }
+    }
+
+    readonly property int partings: sheets.partings
+    onPartingsChanged: {
+        former.take();
+        going.restart();
+    }
+
+    Component { id: about; AboutSheet { sheets: root.sheets } }
     Component { id: alert; Alert { sheets: root.sheets } }
     Component { id: promptEditor; BotPromptEditor { editor: root.sheets.prompt } }
     Component { id: tokenSheet; BotTokenSheet { form: root.sheets.token } }

@@ -9,7 +9,12 @@ SheetsPart::SheetsPart(const SettingsContext& context, QObject* parent)
     : SettingsPart(context, parent), manageGroups_(context, this) {}
 
 QString SheetsPart::standing() const {
-    return toQString(name(standing_));
+    return standing_ == Overlay::none && aboutShown_ ? QStringLiteral("about")
+                                                     : toQString(name(standing_));
+}
+
+QString SheetsPart::version() const {
+    return toQString(fleet().constants.VARNHOLD_VERSION);
 }
 
 void SheetsPart::sync(Animation animation) {
@@ -27,6 +32,11 @@ void SheetsPart::sync(Animation animation) {
     }
 }
 
+void SheetsPart::part() {
+    ++partings_;
+    emit parting();
+}
+
 // A form begins with what the record says as it comes up, and keeps what is typed while it stands.
 // What has closed goes from the window before its form is let go of, lest it be seen to empty.
 void SheetsPart::stand(Overlay overlay) {
@@ -37,6 +47,9 @@ void SheetsPart::stand(Overlay overlay) {
     } else if (overlay == Overlay::addModel) {
         addModel_.show(addModelSheet(view()));
     }
+    if (!standing().isEmpty()) {
+        part();
+    }
     const Overlay former = std::exchange(standing_, overlay);
     emit standingChanged();
     if (former == Overlay::tokenSheet) {
@@ -46,6 +59,17 @@ void SheetsPart::stand(Overlay overlay) {
     } else if (former == Overlay::addModel) {
         addModel_.show(std::nullopt);
     }
+}
+
+void SheetsPart::showAbout() {
+    aboutShown_ = true;
+    emit standingChanged();
+}
+
+void SheetsPart::dismissAbout() {
+    part();
+    aboutShown_ = false;
+    emit standingChanged();
 }
 
 void SheetsPart::dismissAlert() {
