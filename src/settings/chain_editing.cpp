@@ -75,6 +75,8 @@ Stack ModelSelectorView::chain(TargetList list) {
             {.find = find, .makeLabels = [ this, key ]() -> auto& {return chainBotAssignments[key];
 }
 , .takeFromNeighbour = [this, list](const std::string& uid) { return takeFromOthers(uid, list); },
+  .isWithNeighbour = [this,
+                      list](const std::string& uid) { return otherWith(uid, list).has_value(); },
   .refuses = [this, list](const AIModelItem& item) { return refuses(item, list); },
   .onAdded = [this](const AIModelItem& item) {
       if (item.type == "ollama") {
@@ -88,10 +90,16 @@ Stack ModelSelectorView::chain(TargetList list) {
 
 std::optional<AIModelItem> ModelSelectorView::takeFromOthers(const std::string& uid,
                                                              TargetList list) {
+    const auto other = otherWith(uid, list);
+    return other ? std::optional(takeRow(chainBinding(*other), *rowOf(chainArray(*other), uid)))
+                 : std::nullopt;
+}
+
+std::optional<TargetList> ModelSelectorView::otherWith(const std::string& uid,
+                                                       TargetList list) const {
     for (const TargetList other : allTargetLists) {
-        const auto row = other == list ? std::nullopt : rowOf(chainArray(other), uid);
-        if (row) {
-            return takeRow(chainBinding(other), *row);
+        if (other != list && rowOf(chainArray(other), uid)) {
+            return other;
         }
     }
     return std::nullopt;

@@ -120,6 +120,8 @@ private:
     void finishAutoSetup(const platform::ProcessResult& result);
 
     [[nodiscard]] StackPolicy chainPolicy();
+    [[nodiscard]] std::optional<TargetList> otherWith(const std::string& uid,
+                                                      TargetList list) const;
     [[nodiscard]] std::optional<AIModelItem> takeFromOthers(const std::string& uid,
                                                             TargetList list);
     [[nodiscard]] bool refuses(const AIModelItem& item, TargetList list);

@@ -75,6 +75,15 @@ bool Stack::dropBots(const platform::PayloadProviders& providers) const {
     return true;
 }
 
+bool Stack::takesModel(const std::string& payload) const {
+    const auto kept = parts();
+    if (!kept || rowNamed(kept->models, payload)) {
+        return kept && rowOf(kept->models, payload);
+    }
+    return (rules_.isWithNeighbour && rules_.isWithNeighbour(payload)) ||
+           editing_.get().policy().inLibrary(payload) != nullptr;
+}
+
 void Stack::assignBot(const std::string& label) const {
     const StackPolicy& policy = editing_.get().policy();
     const bool known =

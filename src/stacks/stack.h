@@ -29,6 +29,8 @@ struct StackRules {
     std::function<std::vector<std::string>&()> makeLabels = nullptr;
     // Takes the row of that identity out of a neighbour: it moves, without being looked at again.
     std::function<std::optional<AIModelItem>(const std::string& uid)> takeFromNeighbour = nullptr;
+    // Whether a neighbour has it, for who only asks.
+    std::function<bool(const std::string& uid)> isWithNeighbour = nullptr;
     // Whether a model of the library may not come in; says why to whoever is looking.
     std::function<bool(const AIModelItem& model)> refuses = nullptr;
     // A model of the library has come in, and that is saved.
@@ -62,6 +64,10 @@ public:
     void stepEffort(StepDirection direction) const;
     // To the next budget of the ladder; saved even where the value stays.
     void stepContext(StepDirection direction) const;
+
+    // Whether a drop of the text would come to anything here, were it only to be told why it is
+    // refused. A row of the stack's own counts: it ends its being moved.
+    [[nodiscard]] bool takesModel(const std::string& payload) const;
 
     // Labels of bots. True always, at once: what is dropped is handled when its text has come.
     bool dropBots(const platform::PayloadProviders& providers) const;

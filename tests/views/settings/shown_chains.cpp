@@ -70,6 +70,9 @@ QVariant ShownChains::theme(const char* property) const {
 void ShownChains::click(const QString& name, const QString& under, Qt::MouseButton button) {
     const QQuickItem* item = named(name, under);
     ASSERT_NE(item, nullptr) << qPrintable(name);
+    if (button == Qt::LeftButton) {
+        QTest::mouseMove(page, middleOf(item));
+    }
     QTest::mouseClick(page, button, {}, middleOf(item));
     settle();
 }

@@ -8,7 +8,15 @@ Item {
 
     required property BotsPart bots
 
-    readonly property real fieldWidth: (width - service.width - add.width - 3 * Theme.gap) / 2
+    signal botAdded(int row)
+
+    function add() {
+        const row = bots.addBot();
+        if (row >= 0)
+            botAdded(row);
+    }
+
+    readonly property real fieldWidth: (width - service.width - adder.width - 3 * Theme.gap) / 2
 
     implicitWidth: 240
     implicitHeight: Theme.fieldHeight
@@ -49,11 +57,11 @@ Item {
         placeholder: "Token"
         text: root.bots.newToken
         onEdited: text => root.bots.newToken = text
-        onAccepted: root.bots.addBot()
+        onAccepted: root.add()
     }
 
     IconButton {
-        id: add
+        id: adder
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
@@ -61,6 +69,6 @@ Item {
         size: Theme.signSize + 1
         color: Theme.blue
         help: "Add bot"
-        onClicked: root.bots.addBot()
+        onClicked: root.add()
     }
 }

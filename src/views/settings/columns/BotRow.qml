@@ -44,6 +44,10 @@ FocusItem {
             bots.rowAppeared(agent);
     }
 
+    function flash() {
+        light.start();
+    }
+
     function openMenu() {
         menuRequested(more, 0, more.height);
     }
@@ -77,9 +81,16 @@ FocusItem {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radius
-        color: root.isSelected ? Theme.faded(Theme.accent, 0.12) : Theme.faded(Theme.text, 0.03)
+        color: root.isSelected ? Theme.faded(Theme.accent, 0.12)
+            : source.hovered ? Theme.hover : Theme.faded(Theme.text, 0.03)
         border.width: Math.round(1.5 * Screen.devicePixelRatio) / Screen.devicePixelRatio // evenly drawn
         border.color: Theme.faded(root.outline, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
+
+        Flash {
+            id: light
+
+            anchors.fill: parent
+        }
 
         FocusRing { shown: root.visualFocus }
     }
@@ -99,7 +110,7 @@ FocusItem {
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
-        cursorShape: Qt.ArrowCursor
+        cursorShape: source.cursorShape
         onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
@@ -133,35 +144,16 @@ FocusItem {
             struck: root.isPaused
         }
 
-        Item {
+        BotConnection {
             id: connection
 
             anchors.right: keepalive.left
             anchors.rightMargin: Theme.gap
             anchors.verticalCenter: parent.verticalCenter
-            width: root.offersConnection ? connect.implicitWidth : badge.implicitWidth
-            height: 20
-
-            TextButton {
-                id: connect
-
-                visible: root.offersConnection
-                text: "Connect"
-                size: Theme.smallSize
-                prominent: true
-                ground: Theme.orange
-                focusPolicy: root.isCurrent ? Qt.TabFocus : Qt.NoFocus
-                onClicked: root.bots.connectBot(root.index)
-            }
-
-            Badge {
-                id: badge
-
-                anchors.verticalCenter: parent.verticalCenter
-                visible: !root.offersConnection
-                text: root.service
-                color: root.service === "Slack" ? Theme.slackPurple : Theme.blue
-            }
+            service: root.service
+            offersConnection: root.offersConnection
+            reachable: root.isCurrent
+            onConnectionWanted: root.bots.connectBot(root.index)
         }
 
         IconButton {

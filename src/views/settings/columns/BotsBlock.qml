@@ -59,22 +59,26 @@ Item {
         y: root.formTop
         width: parent.width
         bots: root.bots
+        onBotAdded: row => {
+            rows.positionViewAtIndex(row, ListView.Contain);
+            rows.itemAtIndex(row)?.flash();
+        }
     }
 
     RowList {
         id: rows
 
-        x: -2
-        y: root.listTop - 2
-        width: parent.width + 4
+        x: -Theme.fine
+        y: root.listTop - Theme.fine
+        width: parent.width + Theme.fine + Theme.gutter
         height: parent.height - y
         topMargin: Theme.fine
         bottomMargin: Theme.fine
         name: "Bots"
         model: root.bots.rows
         delegate: BotRow {
-            x: 2
-            width: rows.room - 4
+            x: Theme.fine
+            width: rows.room - Theme.fine
             height: root.rowHeight
             bots: root.bots
             list: rows

@@ -160,8 +160,10 @@ void BotsPart::setNewToken(const QString& token) {
     view().changed();
 }
 
-void BotsPart::addBot() {
+int BotsPart::addBot() {
+    const int before = rows_.count();
     view().addBot();
+    return rows_.count() > before ? rows_.count() - 1 : -1;
 }
 
 void BotsPart::perform(int row, const std::function<void(const BotRow& row)>& act) {

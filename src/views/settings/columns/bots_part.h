@@ -54,7 +54,8 @@ public:
     [[nodiscard]] QString newToken() const { return newBot_.token; }
     void setNewToken(const QString& token);
 
-    Q_INVOKABLE void addBot();
+    // The row of the new one; -1 if the record took none.
+    Q_INVOKABLE int addBot();
     Q_INVOKABLE void select(int row);
     Q_INVOKABLE void connectBot(int row);
     Q_INVOKABLE void toggleKeepalive(int row);

@@ -13,6 +13,10 @@ Item {
     required property string kind // "model" or "bot"
     required property string name // as it is announced
     property Item visual: root // what the drag shows
+    property int cursorShape: Qt.OpenHandCursor
+    property bool aroundColor: false // it has a strong colour of its own
+
+    readonly property alias hovered: hover.hovered
 
     signal began()
 
@@ -43,8 +47,15 @@ Item {
         }
     }
 
+    HoverHandler {
+        id: hover
+
+        cursorShape: root.cursorShape
+    }
+
     FocusRing {
         z: 1
+        aroundColor: root.aroundColor
         shown: root.activeFocus && !KeyboardDrag.active
     }
 }

@@ -17,6 +17,8 @@ DropTarget {
     property bool springs: true // false while the first rows are put up
     property string uidRole: "uid" // the name of the value that identifies a row
 
+    property real landing: NaN // from where the next row that comes is to glide to its place
+
     readonly property real pitch: root.rowHeight + root.spacing
     readonly property int rows: root.model.count
     property int arrangement: 0 // changes with the order of the rows
@@ -60,8 +62,15 @@ DropTarget {
         area.settle();
     }
 
-    function freeSpaceDropped(text: string) {
+    // The next row comes from there; what is dropped may have none, or take a while.
+    function expectAt(y: real) {
+        root.landing = y - root.rowHeight / 2;
+        forget.restart();
+    }
+
+    function freeSpaceDropped(text: string, x: real, y: real) {
         if (root.zone) {
+            root.zone.dropPlace = root.mapToItem(root.zone, x, y);
             root.zone.textDropped(text);
         } else {
             root.zoneDropped(text);
@@ -86,7 +95,7 @@ DropTarget {
         if (root.rowOf(text) >= 0 && stop < root.rows) {
             root.rowDropped(root.uidAt(stop));
         } else {
-            root.freeSpaceDropped(text);
+            root.freeSpaceDropped(text, NaN, NaN);
         }
     }
     Accessible.role: Accessible.List
@@ -96,7 +105,17 @@ DropTarget {
         model: root.model
 
         delegate: root.delegate
-        onItemAdded: (index, item) => place.createObject(item, {row: item, list: root})
+        onItemAdded: (index, item) => {
+            place.createObject(item, {row: item, list: root, from: root.landing});
+            root.landing = NaN;
+        }
+    }
+
+    Timer {
+        id: forget
+
+        interval: 500
+        onTriggered: root.landing = NaN
     }
 
     Component {
@@ -105,54 +124,11 @@ DropTarget {
         RowPlace {}
     }
 
-    DropArea {
+    RowDropArea {
         id: area
 
-        property var over: null // the identity of the row under the pointer
-
-        function uidUnder(y: real): var {
-            const row = root.rowUnder(y);
-            return row >= 0 ? root.uidAt(row) : null;
-        }
-
-        function track(y: real) {
-            const uid = area.uidUnder(y);
-            if (uid !== area.over) {
-                area.over = uid;
-                if (uid !== null) {
-                    DragSession.remind();
-                    root.rowEntered(uid);
-                }
-            }
-            area.settle();
-        }
-
-        // The rows have changed places under the pointer, which hasn't come over another one.
-        function settle() {
-            if (area.containsDrag) {
-                area.over = area.uidUnder(area.drag.y);
-            }
-        }
-
         anchors.fill: parent
-        onEntered: drag => {
-            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.kinds);
-            if (drag.accepted) {
-                area.over = null;
-                area.track(drag.y);
-            }
-        }
-        onPositionChanged: drag => area.track(drag.y)
-        onDropped: drop => {
-            drop.acceptProposedAction();
-            const row = root.rowUnder(drop.y);
-            if (row >= 0) {
-                DragSession.remind();
-                root.rowDropped(root.uidAt(row));
-            } else {
-                root.freeSpaceDropped(DragSession.textOf(drop.text));
-            }
-        }
+        list: root
     }
 
     Binding {

@@ -12,16 +12,27 @@ DropTarget {
     readonly property bool hovered: area.containsDrag || root.marked >= 0 || root.innerHover
     // Set by a list in the zone while a drag is over its free space.
     property bool innerHover: false
+    property point dropPlace // of the pointer as it let go; a drag by keys has none
+
     default property alias content: area.data
 
     signal textDropped(text: string)
+
+    // Whether a drop of that text of ours would come to anything, for zones to say more exactly: the
+    // pointer forbids what wouldn't.
+    function takes(text: string): bool {
+        return true;
+    }
 
     stops: 1
     markedArea: Qt.rect(0, 0, root.width, root.height)
     markedName: root.name
     implicitWidth: area.childrenRect.width
     implicitHeight: area.childrenRect.height
-    onStopDropped: (stop, text) => root.textDropped(text)
+    onStopDropped: (stop, text) => {
+        root.dropPlace = Qt.point(NaN, NaN);
+        root.textDropped(text);
+    }
     Accessible.role: Accessible.Grouping
     Accessible.name: root.name
 
@@ -30,10 +41,12 @@ DropTarget {
 
         anchors.fill: parent
         onEntered: drag => {
-            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.comers);
+            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.comers)
+                && (!DragSession.active || root.takes(DragSession.payload));
         }
         onDropped: drop => {
             drop.acceptProposedAction();
+            root.dropPlace = Qt.point(drop.x, drop.y);
             root.textDropped(DragSession.textOf(drop.text));
         }
     }

@@ -6,8 +6,11 @@ QtObject {
 
     required property var row // has an `index`
     required property var list
+    property real from: NaN // where it comes from, if that is to be seen
     property bool stands: false
-    property real place: root.row.index * root.list.pitch
+    property real place: isNaN(from) ? home : from
+
+    readonly property real home: root.row.index * root.list.pitch
 
     Behavior on place {
         enabled: root.stands && root.list.springs
@@ -20,5 +23,6 @@ QtObject {
         root.row.width = Qt.binding(() => root.list.width);
         root.row.height = Qt.binding(() => root.list.rowHeight);
         root.stands = true;
+        root.from = NaN;
     }
 }

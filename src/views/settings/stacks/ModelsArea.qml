@@ -20,6 +20,7 @@ Item {
     property bool fading: false // what was dragged comes back gently
 
     readonly property alias topHovered: strip.hovered
+    readonly property bool useful: !DragSession.active || root.stack.takesModel(DragSession.payload)
 
     signal deleteRequested(string uid)
 
@@ -39,13 +40,16 @@ Item {
         width: parent.width
         owner: root.owner
         targeted: root.topTargeted
-        onModelDropped: text => root.stack.dropOnTop(text)
+        onModelDropped: text => {
+            list.expectAt(strip.mapToItem(list, strip.dropPlace).y);
+            root.stack.dropOnTop(text);
+        }
     }
 
     Rectangle {
         anchors.fill: area
         radius: Theme.zoneRadius
-        visible: area.hovered
+        visible: area.hovered && root.useful
         color: Theme.faded(Theme.blue, 0.12)
         border.color: Theme.blue
         border.width: 1
@@ -64,7 +68,7 @@ Item {
         width: list.width
         height: 2
         radius: Theme.hair
-        visible: (first || area.hovered) && !known
+        visible: (first || area.hovered) && !known && root.useful
         color: Theme.blue
     }
 
@@ -79,7 +83,14 @@ Item {
         name: "End of %1".arg(root.owner)
         Accessible.role: Accessible.Grouping
         Accessible.name: name
-        onTextDropped: text => root.stack.dropOnModels(text)
+        function takes(text: string): bool {
+            return root.stack.takesModel(text);
+        }
+
+        onTextDropped: text => {
+            list.expectAt(area.mapToItem(list, area.dropPlace).y);
+            root.stack.dropOnModels(text);
+        }
 
         Label {
             anchors.centerIn: parent

@@ -22,6 +22,10 @@ StackPart::StackPart(const SettingsContext& context, Stack stack, QObject* paren
       bots_(botRowNames()),
       models_(modelRowNames()) {}
 
+bool StackPart::takesModel(const QString& text) const {
+    return stack_.takesModel(text.toStdString());
+}
+
 void StackPart::dropOnBots(const QString& text) {
     stack_.dropBots(dropped(text));
 }

@@ -30,6 +30,9 @@ public:
     Q_INVOKABLE void contextLeft() { stack_.stepContext(StepDirection::left); }
     Q_INVOKABLE void contextRight() { stack_.stepContext(StepDirection::right); }
 
+    // Whether a drop of the text would come to anything.
+    Q_INVOKABLE [[nodiscard]] bool takesModel(const QString& text) const;
+
     Q_INVOKABLE void dropOnBots(const QString& text);
     Q_INVOKABLE void unassignBot(const QString& label);
 

@@ -2,6 +2,8 @@
 
 #include "settings/bot_editing.h"
 #include "shown_columns.h"
+#include "views/text/qt_text.h"
+#include "views/waiting.h"
 
 namespace varnhold::testing {
 namespace {
@@ -293,6 +295,51 @@ TEST(BotsBlock, AsksNothingWhileTheWindowIsHidden) {
     fleet.window.show();
     fleet.settle();
     EXPECT_THAT(fleet.platform.children, SizeIs(3));
+}
+
+TEST(BotsBlock, TellsARoleThatHasNoRoomInItsToolTip) {
+    Fleet fleet;
+    const BotConfig longRole = fleet.view->userBots.emplace_back(bot("keeper-of-the-longest-role"));
+    fleet.show();
+    const auto help = [&](const QString& name) {
+        for (const QQuickItem* each : fleet.row(name)->findChildren<QQuickItem*>()) {
+            if (QByteArray(each->metaObject()->className()).startsWith("BotWords")) {
+                return each->property("help").toString();
+            }
+        }
+        return u"(no words)"_s;
+    };
+    EXPECT_EQ(help(u"🤖 ops"_s), QString());
+    const QString name = u"🤖 "_s + toQString(longRole.title);
+    EXPECT_EQ(help(name), name + u" · keeper-of-the-longest-role"_s);
+}
+
+TEST(BotsBlock, ShowsWhereABotJustAddedStands) {
+    Fleet fleet;
+    for (int i = 0; i < 30; ++i) {
+        fleet.view->userBots.push_back(bot("bot" + std::to_string(i)));
+    }
+    fleet.show();
+    fleet.view->newBotRole = "scout";
+    fleet.view->newBotToken = "1:a";
+    fleet.view->changed();
+    fleet.click(u"Add bot"_s);
+    fleet.settle();
+    QQuickItem* row = fleet.row(u"🤖 New Bot"_s);
+    ASSERT_NE(row, nullptr);
+    const QQuickItem* list = fleet.named(u"Bots"_s, QAccessible::List);
+    const QRectF seen(list->mapToScene({}), list->size());
+    EXPECT_TRUE(seen.contains(QRectF(row->mapToScene({}), row->size())));
+    const auto lights = [row] {
+        for (const QQuickItem* each : row->findChildren<QQuickItem*>()) {
+            if (each->property("running").toBool() && each->inherits("QQuickRectangle")) {
+                return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(lights());
+    WAIT_UNTIL(!lights());
 }
 
 } // namespace
