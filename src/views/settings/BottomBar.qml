@@ -13,7 +13,7 @@ Item {
 
     TextButton {
         anchors.verticalCenter: parent.verticalCenter
-        x: 12
+        x: Theme.edge
         text: "Reset"
         destructive: true
         help: "Empties all chains but Audio"

@@ -25,6 +25,7 @@ QtObject {
     readonly property color modelText: "#ffffff"
     readonly property color separator: faded(text, dark ? 0.14 : 0.12)
     readonly property color fieldStroke: faded(text, dark ? 0.24 : 0.22)
+    readonly property color editorStroke: faded(secondaryText, 0.3)
     readonly property color focusRing: dark ? "#4c9bff" : "#2f7de1"
     readonly property color hover: faded(text, 0.06)
     readonly property color pressed: faded(text, 0.12)
@@ -43,16 +44,6 @@ QtObject {
     readonly property color teal: dark ? "#4fc3cf" : "#09666f"
     readonly property color yellow: dark ? "#ffd84d" : "#765300"
     readonly property color slackPurple: dark ? "#c79bf2" : "#660099"
-
-    readonly property var modelGrounds: dark ? darkModelGrounds : lightModelGrounds
-    readonly property var lightModelGrounds: ({
-        purple: "#5b237e", blue: "#003a91", green: "#044819", orange: "#6c2b00", cyan: "#00435c",
-        red: "#8d1017", teal: "#004547", indigo: "#322d9b", pink: "#880d48", yellow: "#523800"
-    })
-    readonly property var darkModelGrounds: ({
-        purple: "#914cbb", blue: "#1865d9", green: "#147b34", orange: "#ad5013", cyan: "#117297",
-        red: "#ca2c36", teal: "#0d7679", indigo: "#645fc1", pink: "#c62974", yellow: "#8a640f"
-    })
 
     // Measures, in points: corners, and from the least to the greatest, room between and around things
     readonly property int chipRadius: 5
@@ -77,7 +68,8 @@ QtObject {
     readonly property int largeSignSize: 18
     readonly property int emblemSize: 44
     readonly property int fieldHeight: 24
-    readonly property int gutter: 12 // where a scroll bar runs
+    readonly property int edge: 12 // of a pane, around what stands on it
+    readonly property int gutter: edge // where a scroll bar runs: in the margin beside what it scrolls
     readonly property int quick: 120 // ms
     readonly property int calm: 200
     readonly property int comeBack: 150 // of what was dragged
@@ -116,10 +108,7 @@ QtObject {
     readonly property font blockTitle: font(titleSize, Font.Bold)
     readonly property font title: font(20, Font.Bold)
     readonly property font emblem: font(40, Font.Normal)
-    readonly property font caption: Qt.font({
-        family: textFamily, pixelSize: tinySize, weight: Font.DemiBold,
-        letterSpacing: 0.5, capitalization: Font.SmallCaps
-    })
+    readonly property font caption: font(smallSize, Font.DemiBold)
 
     function font(size: real, weight: int, tracking: real): font {
         return Qt.font({
@@ -171,7 +160,7 @@ QtObject {
 
     // The ground of a model's row, by the name of its colour.
     function modelGround(name: string): color {
-        return colorOf(modelGrounds[name] ?? modelGrounds.indigo);
+        return ThemeTones.modelGround(name, dark);
     }
 
     // Signs by the names that the record has for them, and the files that show them.

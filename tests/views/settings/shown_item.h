@@ -48,6 +48,7 @@ struct ShownItem {
     void click(const QString& name, Qt::MouseButton button = Qt::LeftButton) {
         const QQuickItem* item = named(name);
         ASSERT_NE(item, nullptr) << qPrintable(name);
+        QTest::mouseMove(&widget, middleOf(item));
         QTest::mouseClick(&widget, button, {}, middleOf(item));
     }
 

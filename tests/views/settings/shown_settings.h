@@ -38,6 +38,7 @@ struct ShownSettings : ModelledSettings {
     }
 
     void click(const QQuickItem* item, Qt::MouseButton button = Qt::LeftButton) const {
+        QTest::mouseMove(page, middleOf(item));
         QTest::mouseClick(page, button, {}, middleOf(item));
     }
 

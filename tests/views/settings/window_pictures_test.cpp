@@ -4,6 +4,7 @@
 #include "pictures.h"
 #include "shown_sheets.h"
 #include "views/colors/colors.h"
+#include "views/desktop/application_icon.h"
 
 namespace varnhold::testing {
 namespace {
@@ -129,6 +130,31 @@ TEST_P(WindowPictures, AddModel) {
     view->changed();
     type(QStringLiteral("gpt-5"));
     expectSheet("sheet-add-model", {380, 300});
+}
+
+TEST_P(WindowPictures, About) {
+    QApplication::setWindowIcon(defaultApplicationIcon());
+    constants.VARNHOLD_VERSION = "1.2.3";
+    show();
+    model->sheets()->showAbout();
+    expectSheet("sheet-about", {320, 320});
+}
+
+TEST_P(WindowPictures, ColorsToChooseFrom) {
+    show();
+    view->showAddModelSheet = true;
+    view->changed();
+    click("Color");
+    expectSheet("sheet-colors", {380, 520});
+}
+
+// The keyboard in rows of strong colours, and the pointer over others.
+TEST_P(WindowPictures, RowsWithTheKeyboardAndUnderThePointer) {
+    takeSampleFleet();
+    show();
+    named(QStringLiteral("Claude Opus 4.8"))->forceActiveFocus(Qt::TabFocusReason);
+    QTest::mouseMove(page, middleOf(named(QStringLiteral("DeepSeek Chat"))));
+    expect("window-rows", {0, 350, 281, 500});
 }
 
 TEST_P(WindowPictures, Groups) {

@@ -9,6 +9,13 @@ Rectangle {
     required property bool showHints
     required property bool springs
 
+    // At least, so that the zones of sections side by side line up.
+    property real headerHeight: 0
+    property real botsHeight: 0
+
+    readonly property real ownHeaderHeight: header.implicitHeight
+    readonly property real ownBotsHeight: bots.implicitHeight
+
     implicitHeight: models.y + models.implicitHeight + Theme.pad
     radius: Theme.cardRadius
     color: Theme.chainGround(chain.tint)
@@ -36,10 +43,10 @@ Rectangle {
     BotsZone {
         id: bots
 
-        anchors.top: header.bottom
-        anchors.topMargin: Theme.fine * Theme.pad
         x: Theme.pad
+        y: header.y + Math.max(header.implicitHeight, root.headerHeight) + 2 * Theme.pad
         width: header.width
+        height: Math.max(implicitHeight, root.botsHeight)
         stack: root.chain
         owner: root.chain.title
         targeted: root.chain.botsTargeted
@@ -49,9 +56,8 @@ Rectangle {
     ModelsArea {
         id: models
 
-        anchors.top: bots.bottom
-        anchors.topMargin: Theme.pad
         x: Theme.pad
+        y: bots.y + Math.max(bots.implicitHeight, root.botsHeight) + Theme.pad
         width: header.width
         height: Math.max(implicitHeight, root.height - y - Theme.pad)
         stack: root.chain

@@ -7,7 +7,7 @@ ScrollArea {
 
     required property SettingsModel settings
 
-    readonly property real margin: 5
+    readonly property real margin: Theme.edge
     readonly property real spacing: Theme.pad
 
     contentHeight: rows.height + 2 * margin
@@ -20,12 +20,19 @@ ScrollArea {
         required property var chains
 
         readonly property real sectionWidth: (width - (chains.length - 1) * spacing) / chains.length
-        // The highest section says how high all are.
-        readonly property real sectionHeight: {
-            let highest = 0;
-            for (let i = 0; i < sections.count; ++i)
-                highest = Math.max(highest, sections.itemAt(i)?.implicitHeight ?? 0);
-            return highest;
+        // The highest section says how high all are, and so do the highest header and zone.
+        readonly property real sectionHeight: highest(section => section.implicitHeight)
+        readonly property real headerHeight: highest(section => section.ownHeaderHeight)
+        readonly property real botsHeight: highest(section => section.ownBotsHeight)
+
+        function highest(height: var): real {
+            let most = 0;
+            for (let i = 0; i < sections.count; ++i) {
+                const section = sections.itemAt(i);
+                if (section)
+                    most = Math.max(most, height(section));
+            }
+            return most;
         }
 
         width: parent.width
@@ -41,6 +48,8 @@ ScrollArea {
 
                 width: row.sectionWidth
                 height: row.sectionHeight
+                headerHeight: row.headerHeight
+                botsHeight: row.botsHeight
                 chain: modelData
                 showHints: root.settings.showHints
                 springs: root.settings.springs
@@ -53,7 +62,7 @@ ScrollArea {
 
         x: root.margin
         y: root.margin
-        width: root.room - 2 * root.margin
+        width: root.width - 2 * root.margin // the scroll bar runs in the margin
         spacing: root.spacing
 
         GovernorSection {

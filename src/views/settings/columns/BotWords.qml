@@ -10,6 +10,8 @@ Item {
     required property bool struck
 
     readonly property real room: root.width - name.width - Theme.gap
+    readonly property bool whole: !name.truncated && duty.visible && !duty.truncated
+    readonly property string help: whole ? "" : fullName + " · " + role
 
     implicitHeight: name.implicitHeight
 
@@ -18,6 +20,7 @@ Item {
 
         width: Math.min(implicitWidth, root.width)
         text: root.fullName
+        help: root.help
         font: Qt.font({
             family: Theme.textFamily, pixelSize: Theme.labelSize, weight: Font.Bold, strikeout: root.struck
         })
@@ -33,6 +36,7 @@ Item {
         width: Math.min(implicitWidth, Math.max(0, root.room))
         visible: root.room >= Math.min(implicitWidth, 28)
         text: root.role
+        help: root.help
         font: Theme.small
         color: Theme.secondaryText
         Accessible.ignored: true

@@ -16,9 +16,9 @@ Rectangle {
     BotsBlock {
         id: bots
 
-        x: Theme.pad
+        x: Theme.edge
         y: Theme.pad
-        width: parent.width - 2 * Theme.pad
+        width: parent.width - 2 * Theme.edge
         height: implicitHeight
         maximumHeight: root.height * 0.52
         bots: root.settings.bots
@@ -37,8 +37,8 @@ Rectangle {
         anchors.top: line.bottom
         anchors.topMargin: Theme.pad
         anchors.bottom: parent.bottom
-        x: Theme.pad
-        width: parent.width - 2 * Theme.pad
+        x: Theme.edge
+        width: parent.width - 2 * Theme.edge
         library: root.settings.library
         showHints: root.settings.showHints
     }

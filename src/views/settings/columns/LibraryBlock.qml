@@ -50,7 +50,7 @@ Item {
         anchors.fill: parent
         anchors.topMargin: (hint.visible ? hint.y + hint.height + 4 : root.headingHeight)
         anchors.leftMargin: -Theme.tight
-        anchors.rightMargin: -Theme.tight
+        anchors.rightMargin: -Theme.gutter
         kinds: ["model"]
         name: "Library"
         onHoveredChanged: root.library.isTargeted = hovered
@@ -58,6 +58,7 @@ Item {
 
         Rectangle {
             anchors.fill: parent
+            anchors.rightMargin: Theme.gutter - Theme.tight
             radius: Theme.radius
             color: root.library.isTargeted ? Theme.faded(Theme.blue, 0.1) : "transparent"
         }
@@ -72,12 +73,12 @@ Item {
             model: root.library.rows
             section.property: "section"
             section.delegate: LibraryHeading {
-                width: rows.room - 8
+                width: rows.room - Theme.tight
                 library: root.library
             }
             delegate: LibraryRow {
-                x: 4
-                width: rows.room - 8
+                x: Theme.tight
+                width: rows.room - Theme.tight
                 library: root.library
                 list: rows
             }

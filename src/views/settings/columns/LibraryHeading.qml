@@ -14,7 +14,7 @@ Item {
     implicitHeight: line.height + (divided ? 15 : 4) + 4
 
     Divider {
-        x: 4
+        x: Theme.tight
         y: 6
         width: root.width
         visible: root.divided
@@ -23,7 +23,7 @@ Item {
     Row {
         id: line
 
-        x: 5
+        x: Theme.tight
         y: root.divided ? 15 : 4
         spacing: Theme.close
 

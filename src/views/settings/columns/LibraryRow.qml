@@ -40,12 +40,14 @@ FocusItem {
         kind: root.kind
         name: root.name
         visual: block.body
+        cursorShape: root.kind === "model" ? Qt.OpenHandCursor : Qt.ArrowCursor
         onBegan: root.library.startDrag(root.index)
         Accessible.ignored: true
     }
 
     MouseArea {
         anchors.fill: parent
+        cursorShape: source.cursorShape
         onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
     }
 
@@ -61,9 +63,14 @@ FocusItem {
         isDownloading: root.isDownloading
         deletable: true
         reachable: root.isCurrent
+        focused: root.activeFocus
+        onTouched: root.forceActiveFocus(Qt.MouseFocusReason)
         Accessible.ignored: true
         onDeleteRequested: root.library.deleteModel(root.index)
     }
 
-    FocusRing { shown: root.visualFocus }
+    FocusRing {
+        shown: root.visualFocus
+        aroundColor: true
+    }
 }

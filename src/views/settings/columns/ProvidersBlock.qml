@@ -46,9 +46,9 @@ Item {
     ScrollArea {
         id: scroll
 
-        x: -2
+        x: -Theme.fine
         y: (hint.visible ? hint.y + hint.height : root.headingHeight) + Theme.gap
-        width: parent.width + 4
+        width: parent.width + Theme.fine + Theme.gutter
         height: Math.min(360, parent.height - y)
         contentHeight: rows.height + 4
         Accessible.role: Accessible.List
@@ -60,9 +60,9 @@ Item {
         Column {
             id: rows
 
-            x: 2
-            y: 2
-            width: scroll.room - 4
+            x: Theme.fine
+            y: Theme.fine
+            width: scroll.room - Theme.fine
             spacing: Theme.loose
 
             Repeater {

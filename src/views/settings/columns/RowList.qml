@@ -13,8 +13,8 @@ ListView {
     property string name
 
     readonly property bool scrollable: contentHeight + topMargin + bottomMargin > height + 1
-    // What is to be pressed stays out of the scroll bar's way.
-    readonly property real room: width - (scrollable ? Theme.gutter : 0)
+    // The scroll bar runs beside this, whether or not there is anything to scroll just now.
+    readonly property real room: width - Theme.gutter
 
     // The keyboard goes to that row, or to the nearest there is.
     function goTo(row: int) {
@@ -29,9 +29,10 @@ ListView {
         return Math.max(1, Math.floor(height / Math.max(1, currentItem.height + spacing)));
     }
 
+    readonly property InSight sight: InSight { item: root }
     readonly property WheelArea wheelArea: WheelArea { area: root }
 
-    clip: true
+    clip: sight.holds
     interactive: false
     reuseItems: true
     spacing: Theme.tight

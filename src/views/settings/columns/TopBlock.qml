@@ -14,7 +14,7 @@ Rectangle {
     ProvidersBlock {
         id: providers
 
-        x: Theme.pad + 4
+        x: Theme.edge
         y: Theme.pad
         width: 240
         height: parent.height - 2 * Theme.pad
@@ -26,7 +26,7 @@ Rectangle {
         id: line
 
         anchors.left: providers.right
-        anchors.leftMargin: Theme.pad + 4
+        anchors.leftMargin: Theme.edge
         vertical: true
         y: Theme.pad
         height: parent.height - 2 * Theme.pad
@@ -34,11 +34,18 @@ Rectangle {
 
     PromptsBlock {
         anchors.left: line.right
-        anchors.leftMargin: Theme.pad + 4
+        anchors.leftMargin: Theme.edge
         anchors.right: parent.right
-        anchors.rightMargin: Theme.pad + 4
+        anchors.rightMargin: Theme.edge
         y: Theme.pad
         height: parent.height - 2 * Theme.pad
         settings: root.settings
+    }
+
+    // What is scrolled goes under this.
+    Divider {
+        objectName: "foot"
+        anchors.bottom: parent.bottom
+        width: parent.width
     }
 }

@@ -15,13 +15,18 @@ T.TextField {
 
     signal edited(string text)
 
+    readonly property InSight sight: InSight {
+        item: root
+        enabled: root.contentWidth > root.width - root.leftPadding - root.rightPadding
+    }
+
     implicitWidth: 160
     implicitHeight: Theme.fieldHeight
     leftPadding: Theme.loose
     rightPadding: Theme.loose
     topPadding: 0
     bottomPadding: 0
-    clip: contentWidth > width - leftPadding - rightPadding // at some scales the frame loses a line to it
+    clip: sight.enabled && sight.holds // at some scales the frame loses a line to it
     opacity: enabled ? 1 : 0.3
     verticalAlignment: TextInput.AlignVCenter
     echoMode: secret ? TextInput.Password : TextInput.Normal

@@ -13,8 +13,13 @@ Item {
     property bool isDownloading: false
     property bool deletable: false
     property bool reachable: true // by Tab, where there is something to press
+    property bool focused: false // the keyboard is in the row around it
+
+    // What can be pressed is seen where somebody may want to press it.
+    readonly property bool offersDeletion: deletable && (hover.hovered || focused || trash.activeFocus)
 
     signal deleteRequested()
+    signal touched()
 
     readonly property alias body: body // all of it, never faint: for the picture of a drag
 
@@ -30,6 +35,8 @@ Item {
         NumberAnimation { duration: Theme.comeBack; easing.type: Easing.OutQuad }
     }
 
+    HoverHandler { id: hover }
+
     Item {
         id: body
 
@@ -38,8 +45,8 @@ Item {
         Rectangle {
             anchors.fill: parent
             radius: Theme.radius
-            color: Theme.faded(Theme.modelGround(root.ground), 0.8)
-            border.color: Theme.faded(Theme.modelText, 0.2)
+            color: Theme.modelGround(root.ground)
+            border.color: Theme.faded(Theme.modelText, hover.hovered ? 0.7 : 0.2)
             border.width: 1
         }
 
@@ -85,14 +92,27 @@ Item {
             }
 
             IconButton {
+                id: trash
+
                 anchors.verticalCenter: parent.verticalCenter
                 visible: root.deletable
+                opacity: root.offersDeletion ? 1 : 0
                 symbol: "trash"
                 size: Theme.smallSize
                 color: Theme.faded(Theme.modelText, 0.7)
                 help: "Remove from library"
                 focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
                 onClicked: root.deleteRequested()
+
+                // A finger can't hover: its first press brings the button to light.
+                MouseArea {
+                    anchors.fill: parent
+                    enabled: !root.offersDeletion
+                    onPressed: mouse => {
+                        root.touched();
+                        mouse.accepted = true;
+                    }
+                }
             }
         }
     }

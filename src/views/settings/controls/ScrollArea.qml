@@ -12,8 +12,8 @@ Flickable {
     default property alias content: holder.data
 
     readonly property bool scrollable: contentHeight > height
-    // What is to be pressed stays out of the scroll bar's way.
-    readonly property real room: width - (scrollable ? Theme.gutter : 0)
+    // The scroll bar runs beside this, whether or not there is anything to scroll just now.
+    readonly property real room: width - Theme.gutter
 
     // What the keyboard goes to must be seen.
     readonly property Item focused: Window.activeFocusItem
@@ -42,36 +42,10 @@ Flickable {
 
     readonly property WheelArea wheelArea: WheelArea { area: root }
 
-    // What is scrolled out of the areas around this one is not drawn at all: drawn by software, what
-    // changes there would be painted over whatever stands in its place.
-    readonly property Flickable around: areaAround(root)
-    property bool inSight: true
+    // What is scrolled out of the areas around this one is not drawn at all.
+    readonly property InSight sight: InSight { item: root }
 
-    function areaAround(item: Item): Flickable {
-        for (let above = item.parent; above; above = above.parent) {
-            if (above instanceof Flickable)
-                return above;
-        }
-        return null;
-    }
-
-    function isInSight(): bool {
-        for (let area = around; area; area = areaAround(area)) {
-            const place = root.mapToItem(area, 0, 0);
-            if (place.y >= area.height || place.y + height <= 0 || place.x >= area.width || place.x + width <= 0)
-                return false;
-        }
-        return true;
-    }
-
-    Connections {
-        target: root.around ? root.Window.window : null
-
-        // Before each frame, when everything has its place.
-        function onAfterAnimating() { root.inSight = root.isInSight(); }
-    }
-
-    contentItem.opacity: inSight ? 1 : 0
+    contentItem.opacity: sight.holds ? 1 : 0
     clip: true
     interactive: false
     contentWidth: width

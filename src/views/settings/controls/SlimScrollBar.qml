@@ -11,6 +11,14 @@ T.ScrollBar {
     readonly property bool across: orientation === Qt.Horizontal
     readonly property int thickness: hovered || pressed ? 7 : 5
 
+    property bool stands: false // what is lit from the start doesn't come slowly
+
+    Timer {
+        interval: 0
+        running: true
+        onTriggered: root.stands = true
+    }
+
     implicitWidth: Theme.gutter
     implicitHeight: Theme.gutter
     padding: Theme.fine
@@ -32,7 +40,10 @@ T.ScrollBar {
             color: Theme.text
             opacity: root.pressed ? 0.5 : root.hovered ? 0.4 : root.lit ? 0.25 : 0
 
-            Behavior on opacity { NumberAnimation { duration: Theme.calm } }
+            Behavior on opacity {
+                enabled: root.stands
+                NumberAnimation { duration: Theme.calm }
+            }
         }
     }
 }

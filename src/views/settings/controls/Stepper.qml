@@ -12,7 +12,9 @@ FocusItem {
     property bool canGoLeft: true
     property bool canGoRight: true
     property string help
-    property real labelWidth: 0 // at least; steppers under each other line up
+    // At least; steppers under each other line up.
+    property real labelWidth: 0
+    property real valueColumn: 0
 
     readonly property real labelImplicitWidth: caption.implicitWidth
 
@@ -57,14 +59,19 @@ FocusItem {
             onClicked: root.goneLeft()
         }
 
-        Label {
-            anchors.verticalCenter: parent.verticalCenter
-            width: root.valueWidth
-            horizontalAlignment: Text.AlignHCenter
-            text: root.valueText
-            font: Theme.smallStrong
-            color: root.inactive ? Theme.secondaryText : Theme.blue
-            Accessible.ignored: true
+        Item {
+            width: Math.max(root.valueWidth, root.valueColumn)
+            height: parent.height
+
+            Label {
+                anchors.centerIn: parent
+                width: root.valueWidth
+                horizontalAlignment: Text.AlignHCenter
+                text: root.valueText
+                font: Theme.smallStrong
+                color: root.inactive ? Theme.secondaryText : Theme.blue
+                Accessible.ignored: true
+            }
         }
 
         IconButton {

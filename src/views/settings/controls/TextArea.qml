@@ -27,7 +27,7 @@ Item {
         radius: Theme.radius
         color: Theme.fieldBackground
         border.width: editor.activeFocus ? 2 : 1
-        border.color: editor.activeFocus ? Theme.focusRing : Theme.fieldStroke
+        border.color: editor.activeFocus ? Theme.focusRing : Theme.editorStroke
     }
 
     ScrollArea {

@@ -35,12 +35,14 @@ Item {
 
         anchors.fill: parent
         visible: root.groups.groups.count > 0
-        contentHeight: sections.height
+        contentHeight: sections.height + 2 * Theme.pad
 
         Column {
             id: sections
 
-            width: scroll.room
+            x: Theme.pad
+            y: Theme.pad
+            width: scroll.room - Theme.pad
             spacing: Theme.pad
 
             Repeater {

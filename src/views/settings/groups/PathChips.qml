@@ -41,12 +41,18 @@ Item {
 
     readonly property WheelArea wheelArea: WheelArea { area: grid }
 
+    InSight {
+        id: sight
+
+        item: root
+    }
+
     GridView {
         id: grid
 
         width: parent.width + root.spacing // behind the last column there is none
         height: parent.height
-        clip: root.rows > root.mostRows
+        clip: root.rows > root.mostRows && sight.holds
         interactive: false
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: false

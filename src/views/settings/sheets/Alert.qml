@@ -30,7 +30,9 @@ Sheet {
             }
 
             ScrollArea {
-                width: parent.width
+                id: area
+
+                width: parent.width + Theme.gutter
                 height: Math.min(message.height, 320)
 
                 AlwaysVisibleScrollbar {}
@@ -38,7 +40,7 @@ Sheet {
                 Text {
                     id: message
 
-                    width: parent.width
+                    width: area.room
                     horizontalAlignment: Text.AlignHCenter
                     text: root.sheets.alertText
                     textFormat: Text.PlainText

@@ -24,9 +24,20 @@ Sheet {
 
             EmojiLabel {
                 anchors.verticalCenter: parent.verticalCenter
-                width: parent.width - service.width - 12
+                width: caption.x - Theme.edge
                 text: root.form.heading
                 font: Theme.headline
+            }
+
+            Label {
+                id: caption
+
+                anchors.right: service.left
+                anchors.rightMargin: Theme.pad
+                anchors.verticalCenter: parent.verticalCenter
+                text: "Service"
+                font: Theme.label
+                Accessible.ignored: true // the picker has it for its name
             }
 
             Segmented {
@@ -59,9 +70,23 @@ Sheet {
             onEdited: words => root.form.token = words
         }
 
-        Hint {
+        // As high as the longer of the two, so that the sheet stays where it is.
+        Item {
             width: parent.width
-            text: root.form.help
+            height: 2 * Math.ceil(line.lineSpacing) + Theme.fine
+
+            FontMetrics {
+                id: line
+
+                font: help.font
+            }
+
+            Hint {
+                id: help
+
+                width: parent.width
+                text: root.form.help
+            }
         }
 
         SheetButtons {

@@ -42,7 +42,7 @@ Sheet {
         ScrollArea {
             id: list
 
-            width: parent.width
+            width: parent.width + Theme.gutter
             height: Math.min(rows.height, 264)
             visible: root.form.groups.count > 0
 
@@ -51,7 +51,7 @@ Sheet {
             Column {
                 id: rows
 
-                width: list.width
+                width: list.room
                 spacing: Theme.gap
 
                 Repeater {
@@ -60,7 +60,7 @@ Sheet {
                     ManageGroupsRow {
                         id: row
 
-                        width: rows.width - (list.width - list.room)
+                        width: rows.width
                         onRenamed: name => root.form.rename(row.groupId, name)
                         onRemoved: {
                             newName.forceActiveFocus(Qt.OtherFocusReason); // this row's is going

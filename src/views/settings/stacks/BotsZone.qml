@@ -1,8 +1,8 @@
 import QtQuick
 import Varnhold
 
-// The bots of a stack, and where more are dropped.
-Column {
+// The bots of a stack, and where more are dropped. Higher than it needs to be, its frame grows.
+Item {
     id: root
 
     required property StackPart stack
@@ -12,13 +12,20 @@ Column {
 
     readonly property alias hovered: zone.hovered
 
-    spacing: Theme.slim
+    implicitHeight: frame.y + Math.max(36, rows.height + 10)
 
-    ZoneLabel { text: "BOTS" }
+    ZoneLabel {
+        id: heading
+
+        text: "BOTS"
+    }
 
     DashedFrame {
+        id: frame
+
+        y: heading.height + Theme.slim
         width: parent.width
-        height: Math.max(36, rows.height + 10)
+        height: Math.max(root.height, root.implicitHeight) - y
         radius: Theme.zoneRadius
         lineWidth: 1
         dash: 4
@@ -49,7 +56,7 @@ Column {
             id: rows
 
             x: 5
-            anchors.verticalCenter: parent.verticalCenter
+            y: Math.max(5, (36 - height) / 2)
             width: parent.width - 10
             spacing: Theme.slim
 

@@ -22,6 +22,7 @@ DragSource {
     payload: uid
     kind: "model"
     visual: block.body
+    aroundColor: true
     Accessible.description: "%1. Press Space to move".arg(root.tag)
 
     ModelBlockView {
@@ -36,6 +37,8 @@ DragSource {
         fading: root.fading
         isDownloading: root.isDownloading
         deletable: root.deletable
+        focused: root.activeFocus
+        onTouched: root.forceActiveFocus(Qt.MouseFocusReason)
         Accessible.ignored: true
         onDeleteRequested: root.deleteRequested()
     }

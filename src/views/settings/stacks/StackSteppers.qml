@@ -10,6 +10,8 @@ Column {
     property bool showEffort: true
     property string contextHelp: ""
 
+    readonly property real valueColumn: Math.max(stack.effort.width, stack.context.width)
+
     spacing: Theme.gap
 
     Stepper {
@@ -19,6 +21,7 @@ Column {
         valueText: root.stack.effort.text
         inactive: root.stack.effort.inactive
         valueWidth: root.stack.effort.width
+        valueColumn: root.valueColumn
         canGoLeft: root.stack.effort.canGoLeft
         canGoRight: root.stack.effort.canGoRight
         onGoneLeft: root.stack.effortLeft()
@@ -32,6 +35,7 @@ Column {
         valueText: root.stack.context.text
         inactive: root.stack.context.inactive
         valueWidth: root.stack.context.width
+        valueColumn: root.valueColumn
         canGoLeft: root.stack.context.canGoLeft
         canGoRight: root.stack.context.canGoRight
         help: root.contextHelp

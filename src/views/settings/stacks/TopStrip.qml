@@ -9,6 +9,7 @@ DashedFrame {
     required property bool targeted // a drag hovers over it
 
     readonly property alias hovered: zone.hovered
+    readonly property alias dropPlace: zone.dropPlace
 
     signal modelDropped(string text)
 

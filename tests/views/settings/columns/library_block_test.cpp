@@ -83,6 +83,34 @@ TEST(LibraryBlock, TakesAModelOutOfTheFile) {
     EXPECT_NE(library.row(u"Model b"_s), nullptr);
 }
 
+TEST(LibraryBlock, ShowsWhatDeletesARowWhereThePointerOrTheKeyboardIs) {
+    Library library({model("a")});
+    library.show();
+    QQuickItem* row = library.row(u"Model a"_s);
+    const QQuickItem* trash = announced(row, u"Remove from library"_s);
+    ASSERT_NE(trash, nullptr);
+    EXPECT_EQ(trash->opacity(), 0);
+    QTest::mouseMove(library.page, middleOf(row));
+    WAIT_UNTIL(trash->opacity() == 1);
+    QTest::mouseMove(library.page, QPoint(700, 10));
+    WAIT_UNTIL(trash->opacity() == 0);
+    row->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_EQ(trash->opacity(), 1);
+}
+
+TEST(LibraryBlock, DeletesNothingWithAPressOnWhatIsNotSeen) {
+    Library library({model("a")});
+    library.show();
+    const QPoint trash = middleOf(announced(library.row(u"Model a"_s), u"Remove from library"_s));
+    const auto press = [&] { // of a finger, which doesn't hover
+        QTest::mouseClick(library.page, Qt::LeftButton, {}, trash);
+    };
+    press();
+    EXPECT_THAT(readLibrary(library.constants.modelLibraryFile)->models, SizeIs(1));
+    press(); // now it is seen
+    EXPECT_THAT(readLibrary(library.constants.modelLibraryFile)->models, IsEmpty());
+}
+
 TEST(LibraryBlock, FadesTheRowThatAPointerBeginsToDrag) {
     Library library({model("a")});
     library.show();

@@ -21,6 +21,34 @@ Item {
     }
 })";
 
+// A clip that nothing is left of would be no clip at all.
+TEST(Field, ClipsALongTextOnlyWhereItIsSeen) {
+    ShownItem shown(R"(
+        ScrollArea {
+            contentHeight: 2000
+            Item {
+                width: 100; height: 2000
+                Field { y: 10; width: 100; name: "Key"; text: "a key that is far too long for its field" }
+                Field { y: 50; width: 100; name: "Role"; text: "ops" }
+            }
+        })");
+    const auto isClipped = [&](const char* name) {
+        static_cast<void>(shown.widget.grabFramebuffer());
+        return shown.named(QString::fromLatin1(name))->clip();
+    };
+    EXPECT_TRUE(isClipped("Key"));
+    EXPECT_FALSE(isClipped("Role"));
+    QQuickItem* key = shown.named(QStringLiteral("Key"));
+    const auto scrollTo = [&](int y) {
+        shown.root()->setProperty("contentY", y);
+        static_cast<void>(shown.widget.grabFramebuffer());
+    };
+    scrollTo(1000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !key->clip(); }));
+    scrollTo(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return key->clip(); }));
+}
+
 class TextControls : public ::testing::TestWithParam<const char*> {
 protected:
     [[nodiscard]] static QString name() { return QString::fromLatin1(GetParam()); }
@@ -232,7 +260,8 @@ TEST(MarkedText, EscapesDataAndSetsEmojiInTheirFont) {
     const MarkedText marked;
     const QString markup = marked.plain(QStringLiteral("<b>&⚖️"));
     EXPECT_TRUE(markup.contains(QStringLiteral("&lt;b&gt;&amp;<span"))) << qPrintable(markup);
-    EXPECT_TRUE(markup.contains(QStringLiteral("font-family:'Noto Color Emoji'\">⚖️</span>")))
+    EXPECT_TRUE(markup.contains(QStringLiteral("font-family:'Noto Color Emoji';"
+                                               "text-decoration:none\">⚖️</span>")))
         << qPrintable(markup);
 }
 

@@ -56,6 +56,22 @@ TEST_F(Sheets, AnAlertIsClosedByItsButtonByEnterAndByEscape) {
     }
 }
 
+TEST_F(Sheets, FadeAsTheyGoAndTakeNothingMeanwhile) {
+    show();
+    const QImage free = page->grabFramebuffer();
+    raiseAlert("Something.");
+    const auto* overlays = page->rootObject()->findChild<QQuickItem*>(QStringLiteral("overlays"));
+    ASSERT_TRUE(QTest::qWaitFor([overlays] { return overlays->property("settled").toBool(); }));
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(overlays->property("settled").toBool());
+    EXPECT_FALSE(shows("Alert")) << "only its picture stays";
+    EXPECT_NE(page->grabFramebuffer(), free);
+    const bool hints = view->showHints;
+    click("Hints");
+    EXPECT_NE(view->showHints, hints);
+    ASSERT_TRUE(QTest::qWaitFor([overlays] { return overlays->property("settled").toBool(); }));
+}
+
 TEST_F(Sheets, AnAlertFollowsABotWithoutARole) {
     show();
     view->addBot();
@@ -173,6 +189,21 @@ TEST_F(Sheets, TheTokensHelpAndPatternFollowTheService) {
     EXPECT_TRUE(shows("Use a Slack Bot User OAuth token (starts with xoxb-) or Incoming Webhook "
                       "URL."));
     EXPECT_EQ(valueOf("Slack Token", "placeholder"), "xoxb-… or an Incoming Webhook URL");
+}
+
+TEST_F(Sheets, TheTokensSheetSaysServiceAndStaysWhereItIsAsThatChanges) {
+    show();
+    openTokenSheet(varnhold::testing::bot("ops"));
+    const auto texts = page->rootObject()->findChildren<QQuickItem*>();
+    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(), [](const QQuickItem* item) {
+        return item->property("text") == QStringLiteral("Service") && item->isVisible();
+    }));
+    const auto foot = [this] { return control("Save")->mapToScene({0, 0}); };
+    static_cast<void>(page->grabFramebuffer());
+    const QPointF before = foot();
+    click("Slack");
+    static_cast<void>(page->grabFramebuffer());
+    EXPECT_EQ(foot(), before);
 }
 
 TEST_F(Sheets, GivingATokenUpLosesNothing) {
