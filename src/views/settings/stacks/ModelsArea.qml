@@ -83,10 +83,6 @@ Item {
         name: "End of %1".arg(root.owner)
         Accessible.role: Accessible.Grouping
         Accessible.name: name
-        function takes(text: string): bool {
-            return root.stack.takesModel(text);
-        }
-
         onTextDropped: text => {
             list.expectAt(area.mapToItem(list, area.dropPlace).y);
             root.stack.dropOnModels(text);

@@ -23,27 +23,6 @@ struct DropMarks : ShownChains {
     }
 };
 
-TEST(DropMarks, AreNoneWhereADropOfAModelDoesNothing) {
-    DropMarks settings;
-    settings.view->photoModels = {testing::model("a", "PHOTO"), testing::model("c", "C")};
-    settings.show();
-    const QQuickItem* zone = settings.named(settings.photoModels);
-    const auto isOver = [&](const QString& row, const QString& payload) {
-        bool over = false;
-        settings.drag(row, coding, [&](const QDrag&) {
-            settings.carryTo(settings.freeSpace(settings.photoModels), payload);
-            over = zone->property("hovered").toBool();
-            settings.leave();
-        });
-        return over;
-    };
-    EXPECT_TRUE(isOver(QStringLiteral("Model a"), QStringLiteral("A"))) << "it would move there";
-    settings.view->workerModels = {testing::model("z", "a")}; // its identity is the other's name
-    settings.view->changed();
-    settings.settle();
-    EXPECT_FALSE(isOver(QStringLiteral("Model z"), QStringLiteral("a"))) << "the chain has it";
-}
-
 TEST(DropMarks, KnowWhatAChainWouldTake) {
     DropMarks settings;
     settings.view->directModels = {testing::model("b"), testing::model("x")};
