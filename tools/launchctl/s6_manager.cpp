@@ -329,10 +329,10 @@ Result<Outcome> S6Manager::kickstart(const Label& label, bool kill) {
             if (same) { // and not a new one, which is what was asked for
                 agent.kill();
             }
+            service.command("u");
         } else {
-            service.files().skipThrottle();
+            service.start();
         }
-        service.command("u");
         return Outcome::done;
     });
 }

@@ -114,7 +114,10 @@ std::optional<S6Status> S6Service::statusIn(const JobFiles::Folder& folder) {
     }
     s6_svstatus_t read = S6_SVSTATUS_ZERO;
     s6_svstatus_unpack(content->data(), &read);
-    S6Status status{.lastEnd = read.wstat, .hasStarted = read.pid != 0 || read.wstat != 0};
+    S6Status status{.lastEnd = read.wstat,
+                    .hasStarted = read.pid != 0 || read.wstat != 0,
+                    .isFinishing = read.flagfinishing != 0,
+                    .isWantedUp = read.flagwantup != 0};
     // While it finishes, the process it tells of is the one that waits for the next start.
     if (read.pid != 0 && read.flagfinishing == 0) {
         status.process = checked(read.pid, folder);
@@ -158,6 +161,28 @@ void S6Service::command(std::string_view letters) const {
     if (control >= 0) {
         static_cast<void>(!::write(control, letters.data(), letters.size()));
         ::close(control);
+    }
+}
+
+void S6Service::start() const {
+    constexpr std::chrono::milliseconds longestFinish{2000};
+    const S6Look before = look();
+    const auto starts = files_.starts();
+    files_.skipThrottle();
+    command("u");
+    if (!before.status || !before.status->isFinishing) {
+        return;
+    }
+    FolderWatch watch;
+    watch.add(files_.path() + "/" S6_SUPERVISE_CTLDIR);
+    S6Look now;
+    watch.waitUntil(longestFinish, [&] {
+        now = look();
+        return !now.status || !now.status->isFinishing;
+    });
+    const bool isDown = now.status && !now.status->process && !now.status->isWantedUp;
+    if (isDown && files_.starts() == starts) {
+        command("u");
     }
 }
 

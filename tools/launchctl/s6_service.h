@@ -15,6 +15,8 @@ struct S6Status {
     std::optional<pid_t> process; // absent while the agent doesn't run
     int lastEnd = 0;              // wait status; 0 before the first
     bool hasStarted = false;      // ever
+    bool isFinishing = false;     // the agent's end is being looked after
+    bool isWantedUp = false;
 };
 
 // A job's supervisor at one moment.
@@ -54,6 +56,9 @@ public:
 
     // Letters as of s6-svc. Nothing happens if there is no supervisor to read them.
     void command(std::string_view letters) const;
+    // Starts an agent that doesn't run. What looks after its end may have decided to leave it down
+    // before this wish came, and takes the wish back as it ends: then it is wished once more.
+    void start() const;
 
 private:
     [[nodiscard]] JobFiles::Folder supervise() const;

@@ -221,6 +221,14 @@ class VerbsTest(ServicesCase):
         self.await_row(job, (None, 3))
         self.assertEqual(len(job.starts()), 2)
 
+    def test_kickstart_right_after_the_end_is_never_lost(self):
+        job = self.load_over()
+        for count in range(2, 60):
+            self.assertEqual(self.launchctl("kickstart", job.target), SILENT)
+            wait_until(f"start {count}", lambda: len(job.starts()) >= count)
+            while self.row(job)[0] is not None:
+                pass  # the end is to be met while it is still looked after
+
     def test_kickstart_k_starts_a_job_that_is_over(self):
         job = self.load_over()
         job.ask_no_more("exit")
