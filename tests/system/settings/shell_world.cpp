@@ -39,6 +39,7 @@ esac
 } // namespace
 
 Environment::~Environment() {
+    // NOLINTNEXTLINE(modernize-loop-convert): this clang can't read the library's reversed ranges
     for (auto each = before_.crbegin(); each != before_.crend(); ++each) {
         const auto& [name, value] = *each;
         if (value) {

@@ -98,14 +98,14 @@ TEST_F(Perform, ListOfAManagerThatIsAwayGivesNoTable) {
 
 TEST_F(Perform, ListOfALabelShowsItsProperties) {
     loadRunning();
-    const Said said = say(ListJob{agentLabel});
+    const Said said = say(ListJob{{agentLabel}});
     EXPECT_EQ(said.code, 0);
     EXPECT_THAT(said.out, HasSubstr("\t\"PID\" = 447;\n"));
     EXPECT_EQ(said.error, "");
 }
 
 TEST_F(Perform, ListOfAnUnknownLabelSaysSo) {
-    const Said said = say(ListJob{"x"});
+    const Said said = say(ListJob{{"x"}});
     EXPECT_EQ(said.code, 113);
     EXPECT_EQ(said.out, "");
     EXPECT_EQ(said.error, "Could not find service \"x\" in domain for port\n");
@@ -213,8 +213,8 @@ TEST_F(Perform, BootstrapOfALabelThatNoManagerCanTakeBlamesTheFile) {
 TEST_F(Perform, BootoutKickstartAndStopOfALoadedJobSayNothing) {
     loadRunning();
     for (const Command& command : std::initializer_list<Command>{
-             Bootout{ownId, agentLabel}, Kickstart{ownId, agentLabel, false},
-             Kickstart{ownId, agentLabel, true}, Stop{agentLabel}}) {
+             Bootout{ownId, {agentLabel}}, Kickstart{ownId, {agentLabel}, false},
+             Kickstart{ownId, {agentLabel}, true}, Stop{{agentLabel}}}) {
         const Said said = say(command);
         EXPECT_EQ(said.code, 0);
         EXPECT_EQ(said.out + said.error, "");
@@ -225,17 +225,17 @@ TEST_F(Perform, BootoutKickstartAndStopOfALoadedJobSayNothing) {
 }
 
 TEST_F(Perform, BootoutAndStopOfAnUnknownLabelFindNoProcess) {
-    const Said bootout = say(Bootout{ownId, "x"});
+    const Said bootout = say(Bootout{ownId, {"x"}});
     EXPECT_EQ(bootout.code, 3);
     EXPECT_EQ(bootout.error, "Boot-out failed: 3: No such process\n");
-    const Said stop = say(Stop{"x"});
+    const Said stop = say(Stop{{"x"}});
     EXPECT_EQ(stop.code, 3);
     EXPECT_EQ(stop.error, "Stop failed: 3: No such process\n");
     expectNothingDone(stop);
 }
 
 TEST_F(Perform, KickstartOfAnUnknownLabelFindsNoService) {
-    const Said said = say(Kickstart{ownId, "x", true});
+    const Said said = say(Kickstart{ownId, {"x"}, true});
     EXPECT_EQ(said.code, 113);
     EXPECT_EQ(said.error, "Could not find service \"x\" in domain for port\n");
     expectNothingDone(said);
@@ -247,10 +247,10 @@ TEST_F(Perform, AnotherUsersDomainIsRefused) {
     const Said bootstrap = say(Bootstrap{502, {writeList("com.new")}});
     EXPECT_EQ(bootstrap.code, 125);
     EXPECT_EQ(bootstrap.error, "Bootstrap failed" + rest);
-    const Said bootout = say(Bootout{502, agentLabel});
+    const Said bootout = say(Bootout{502, {agentLabel}});
     EXPECT_EQ(bootout.code, 125);
     EXPECT_EQ(bootout.error, "Boot-out failed" + rest);
-    const Said kickstart = say(Kickstart{0, agentLabel, true});
+    const Said kickstart = say(Kickstart{0, {agentLabel}, true});
     EXPECT_EQ(kickstart.code, 125);
     EXPECT_EQ(kickstart.error, "Kickstart failed" + rest);
     expectNothingDone(kickstart);
@@ -258,9 +258,9 @@ TEST_F(Perform, AnotherUsersDomainIsRefused) {
 
 TEST_F(Perform, AManagerThatIsAwayIsTold) {
     manager.broken = "no answer";
-    for (const Command& command :
-         std::initializer_list<Command>{ListJob{agentLabel}, Bootout{ownId, agentLabel},
-                                        Kickstart{ownId, agentLabel, false}, Stop{agentLabel}}) {
+    for (const Command& command : std::initializer_list<Command>{
+             ListJob{{agentLabel}}, Bootout{ownId, {agentLabel}},
+             Kickstart{ownId, {agentLabel}, false}, Stop{{agentLabel}}}) {
         const Said said = say(command);
         EXPECT_EQ(said.code, 69);
         EXPECT_EQ(said.out, "");
@@ -271,8 +271,9 @@ TEST_F(Perform, AManagerThatIsAwayIsTold) {
 TEST_F(Perform, WithoutAManagerNothingIsDone) {
     away = "none answers";
     for (const Command& command : std::initializer_list<Command>{
-             List{}, ListJob{agentLabel}, Bootstrap{ownId, {writeList(agentLabel)}},
-             Bootout{ownId, agentLabel}, Kickstart{ownId, agentLabel, true}, Stop{agentLabel}}) {
+             List{}, ListJob{{agentLabel}}, Bootstrap{ownId, {writeList(agentLabel)}},
+             Bootout{ownId, {agentLabel}}, Kickstart{ownId, {agentLabel}, true},
+             Stop{{agentLabel}}}) {
         const Said said = say(command);
         EXPECT_EQ(said.code, 69);
         EXPECT_EQ(said.error, "launchctl: none answers\n");

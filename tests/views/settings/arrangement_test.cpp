@@ -108,7 +108,7 @@ TEST_F(Arrangement, RowsEndWhereTheirHeadingsDoWhetherOrNotTheyScroll) {
     view->userBots = {varnhold::testing::bot("ops")};
     for (int i = 0; i < 30; ++i) {
         const std::string id = "m" + std::to_string(i);
-        view->directModels.push_back(varnhold::testing::model(id.c_str()));
+        view->directModels.push_back(varnhold::testing::model(id));
     }
     show();
     const qreal right = place(named(QStringLiteral("Add a model to the library"))).right();

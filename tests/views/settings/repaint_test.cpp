@@ -24,7 +24,7 @@ struct RepaintPictures : ::testing::Test, ShownSheets {
         view->refresh();
         platform.settle();
     }
-    ~RepaintPictures() {
+    ~RepaintPictures() override {
         QApplication::setCursorFlashTime(1000);
         QApplication::setPalette(lightPalette());
     }
