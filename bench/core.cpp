@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "lifecycle/property_list.h"
 #include "records/bots.h"

@@ -9,6 +9,9 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/qt/qt_user_defaults.h"
 #include "quiet_platform.h"

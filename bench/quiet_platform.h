@@ -1,7 +1,10 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <map>
 #include <memory>
+#include <string>
 #include <thread>
 
 #include "platform/platform.h"

@@ -4,6 +4,9 @@
 
 #include <QApplication>
 #include <QImage>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "timing.h"
 #include "views/status/menu_opener.h"

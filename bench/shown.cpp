@@ -3,6 +3,7 @@
 //
 //     bench_shown CLASS
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>

@@ -1,5 +1,7 @@
 #include "base/dates.h"
 
+#include <cstdint>
+
 namespace varnhold::dates {
 
 namespace {

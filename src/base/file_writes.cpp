@@ -1,10 +1,13 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 

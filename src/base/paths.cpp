@@ -1,6 +1,7 @@
 #include "base/paths.h"
 
 #include <filesystem>
+#include <system_error>
 
 namespace varnhold::paths {
 

@@ -1,6 +1,7 @@
 #include "base/text.h"
 
 #include <charconv>
+#include <system_error>
 
 namespace varnhold::text {
 

@@ -1,5 +1,9 @@
 #include "doctor/bot_findings.h"
 
+#include <chrono>
+#include <string>
+#include <string_view>
+
 #include "base/files.h"
 #include "doctor/catalogue.h"
 #include "doctor/file_state.h"

@@ -1,6 +1,8 @@
 #include "doctor/bot_state.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string_view>
 
 #include "lifecycle/launch_agent.h"
 

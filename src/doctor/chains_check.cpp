@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/files.h"
 #include "doctor/catalogue.h"

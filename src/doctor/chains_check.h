@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "doctor/finding.h"
 #include "settings/settings_fields.h"
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string>
+#include <system_error>
 
 #include "base/dates.h"
 #include "doctor/chains_check.h"

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "doctor/catalogue.h"

@@ -1,7 +1,14 @@
 #include "doctor/fleet_check.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <optional>
 #include <set>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/files.h"
 #include "doctor/bot_findings.h"

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <system_error>
 
 #include "base/files.h"
 #include "base/text.h"

@@ -1,5 +1,7 @@
 #include "doctor/json_report.h"
 
+#include <optional>
+
 #include "base/json.h"
 
 namespace varnhold::doctor {

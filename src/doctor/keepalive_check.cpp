@@ -1,6 +1,10 @@
 #include "doctor/keepalive_check.h"
 
 #include <algorithm>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "doctor/catalogue.h"

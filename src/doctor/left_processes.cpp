@@ -1,6 +1,7 @@
 #include "doctor/left_processes.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
 #include <utility>
 

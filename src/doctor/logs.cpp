@@ -1,6 +1,7 @@
 #include "doctor/logs.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <sys/stat.h>
 
 #include "base/files.h"

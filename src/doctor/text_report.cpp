@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
+#include <vector>
 
 #include "doctor/columns.h"
 #include "doctor/tones.h"

@@ -1,7 +1,10 @@
 #include "doctor/window_state.h"
 
+#include <chrono>
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "base/files.h"

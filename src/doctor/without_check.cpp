@@ -1,5 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "doctor/catalogue.h"
 #include "doctor/chains_check.h"

@@ -1,6 +1,7 @@
 #include "groups/custom_groups_column.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <unordered_set>
 #include <utility>

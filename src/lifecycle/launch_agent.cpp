@@ -1,5 +1,6 @@
 #include "lifecycle/launch_agent.h"
 
+#include <map>
 #include <utility>
 
 #include "base/files.h"

@@ -1,6 +1,7 @@
 #include "lifecycle/service_control.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "base/text.h"
 #include "base/unicode.h"

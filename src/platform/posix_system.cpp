@@ -1,9 +1,12 @@
 #include "platform/posix_system.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <pwd.h>
+#include <string>
 #include <unistd.h>
 #include <vector>
 

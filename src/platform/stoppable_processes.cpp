@@ -1,5 +1,7 @@
 #include "platform/stoppable_processes.h"
 
+#include <chrono>
+
 namespace varnhold::platform {
 
 ProcessResult StoppableProcesses::run(const ProcessRequest& request) {

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "base/unicode.h"
 #include "settings/settings_state.h"
 #include "shell/daemon_code.h"

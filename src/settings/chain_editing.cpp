@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "base/files.h"
 #include "settings/chain_sections.h"

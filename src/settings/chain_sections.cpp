@@ -1,6 +1,8 @@
 #include "settings/chain_sections.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 
 #include "records/preferences.h"
 #include "records/tokens.h"

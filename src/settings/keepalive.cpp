@@ -1,6 +1,7 @@
 #include "settings/keepalive.h"
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 #include <utility>
 

@@ -1,4 +1,8 @@
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "base/unicode.h"

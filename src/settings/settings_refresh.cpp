@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/files.h"
 #include "base/unicode.h"

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "base/dates.h"
 #include "base/files.h"
 #include "base/unicode.h"

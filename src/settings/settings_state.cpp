@@ -1,5 +1,6 @@
 #include "settings/settings_state.h"
 
+#include <chrono>
 #include <utility>
 
 #include "settings/first_run_keys.h"

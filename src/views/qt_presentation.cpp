@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
+#include <string>
+#include <vector>
 
 #include "platform/qt/session_bus.h"
 #include "views/desktop/appearance.h"

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <string>
+#include <vector>
 
 namespace varnhold {
 

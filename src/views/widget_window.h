@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "lifecycle/fleet_context.h"
 #include "status/presentation.h"
 #include "views/settings/settings_model.h"

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <string>
 
 #include "base/files.h"
 #include "platform/orphan_sweep.h"

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <memory>
+#include <string>
 
 #include "platform/user_defaults.h"
 

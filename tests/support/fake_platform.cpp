@@ -1,7 +1,9 @@
 #include "support/fake_platform.h"
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
+#include <memory>
 
 namespace varnhold::testing {
 

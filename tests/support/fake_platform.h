@@ -1,8 +1,12 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <list>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 

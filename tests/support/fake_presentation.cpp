@@ -1,6 +1,7 @@
 #include "support/fake_presentation.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace varnhold::testing {
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 #include "records/providers.h"
 

@@ -1,7 +1,10 @@
 #include "agent_exec/ended.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstring>
+#include <optional>
+#include <string>
 
 #include "base/text.h"
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "jobs/job_files.h"
 
 namespace varnhold::services {

@@ -13,8 +13,10 @@
 // systemd. Keys and tokens are only ever in the property list, never in these arguments.
 
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <sys/prctl.h>
 #include <unistd.h>

@@ -1,6 +1,7 @@
 #include "disk_room.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <sys/statvfs.h>
 #include <unistd.h>
 

@@ -1,5 +1,6 @@
 #include "display_tray.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <future>
 #include <memory>

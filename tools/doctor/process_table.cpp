@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <ctime>
 #include <filesystem>
+#include <string_view>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 #include "base/files.h"

@@ -1,5 +1,6 @@
 #include "session_tray.h"
 
+#include <chrono>
 #include <memory>
 #include <systemd/sd-bus.h>
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <iostream>
 #include <poll.h>
+#include <string>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/statvfs.h>
 #include <system_error>
 #include <unistd.h>

@@ -1,6 +1,7 @@
 #include "jobs/label_name.h"
 
 #include <charconv>
+#include <system_error>
 #include <utility>
 
 #include "base/unicode.h"

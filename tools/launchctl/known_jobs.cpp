@@ -1,6 +1,9 @@
 #include "launchctl/known_jobs.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "launchctl/process_handle.h"
 

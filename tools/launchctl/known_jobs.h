@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "jobs/job_store.h"
 #include "launchctl/service_manager.h"
 

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <type_traits>
+#include <variant>
+#include <vector>
 
 #include "base/files.h"
 #include "jobs/label_name.h"

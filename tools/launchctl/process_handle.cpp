@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <poll.h>
+#include <string_view>
 #include <unistd.h>
 
 extern "C" { // this header of glibc 2.36 doesn't say so itself

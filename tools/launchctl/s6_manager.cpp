@@ -1,6 +1,8 @@
 #include "launchctl/s6_manager.h"
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 #include "jobs/tree_names.h"
 #include "launchctl/known_jobs.h"

@@ -2,7 +2,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "jobs/job_store.h"
 #include "launchctl/s6_scanner.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <optional>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
 #include <utility>

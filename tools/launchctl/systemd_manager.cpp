@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <optional>
 #include <string_view>
 #include <sys/wait.h>
+#include <vector>
 
 #include "base/unicode.h"
 #include "launchctl/known_jobs.h"

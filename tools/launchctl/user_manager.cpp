@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstring>
 #include <set>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -1,6 +1,7 @@
 #include "base/system_calls.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>

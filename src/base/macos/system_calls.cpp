@@ -1,6 +1,7 @@
 #include "base/system_calls.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <fcntl.h>
 #include <sys/stdio.h>
 #include <unistd.h>

@@ -1,5 +1,8 @@
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <sys/syscall.h>
+#include <system_error>
 #include <unistd.h>
 
 #include "base/files.h"

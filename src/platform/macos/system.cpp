@@ -1,7 +1,10 @@
+#include <cstdint>
 #include <filesystem>
 #include <mach-o/dyld.h>
+#include <optional>
 #include <string>
 #include <sys/event.h>
+#include <system_error>
 #include <unistd.h>
 
 #include "platform/executable.h"

@@ -4,6 +4,7 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace varnhold::platform {

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_platform.h"
 
+#include <chrono>
 #include <thread>
 
 #include "platform/posix_processes.h"

@@ -3,6 +3,8 @@
 #include <QMetaObject>
 #include <QThread>
 #include <QTimer>
+#include <chrono>
+#include <memory>
 
 namespace varnhold::platform {
 

@@ -2,6 +2,8 @@
 
 #include <QObject>
 #include <QThreadPool>
+#include <chrono>
+#include <memory>
 
 #include "platform/platform.h"
 

@@ -1,5 +1,7 @@
 #include "platform/qt/qt_user_defaults.h"
 
+#include <memory>
+
 namespace varnhold::platform {
 
 std::string userDefaultsPath(const std::string& home) {

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QWindow>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <xcb/xcb.h>

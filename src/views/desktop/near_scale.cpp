@@ -4,6 +4,7 @@
 #include <QList>
 #include <QtGlobal>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <xcb/xcb.h>

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QSocketNotifier>
 #include <cstddef>
+#include <cstdint>
 #include <xcb/xcb.h>
 
 // The header names a field "explicit", as C may.

@@ -2,6 +2,7 @@
 
 #include <QWindow>
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 #include <xcb/xcb.h>
 

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <string>
+#include <vector>
 
 #include "views/desktop/application_icon.h"
 #include "views/macos/menu_selectors.h"

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "lifecycle/fleet_context.h"
 #include "status/presentation.h"

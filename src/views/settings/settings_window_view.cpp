@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QScreen>
+#include <vector>
 
 #include "views/desktop/window_fit.h"
 #include "views/desktop/window_system.h"

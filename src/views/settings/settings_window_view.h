@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <vector>
 
 #include "status/main_menu.h"
 #include "views/settings/settings_page.h"

@@ -4,6 +4,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QStringList>
 #include <QVariantMap>
+#include <string>
 #include <utility>
 
 #include "views/text/qt_text.h"

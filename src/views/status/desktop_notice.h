@@ -4,6 +4,7 @@
 #include <QObject>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "status/notices.h"
 #include "status/presentation.h"

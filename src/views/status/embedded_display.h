@@ -2,6 +2,7 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <vector>
 
 #include "status/tray_bars.h"
 #include "views/status/menu_opener.h"

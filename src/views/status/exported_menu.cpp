@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
+#include <vector>
 
 #include "views/status/exported_row.h"
 

@@ -3,6 +3,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QTimer>
+#include <vector>
 
 #include "views/status/menu_protocol.h"
 #include "views/status/status_menu.h"

@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <string>
 
 #include "views/desktop/screens.h"
 #include "views/desktop/session_kind.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "views/status/exported_menu.h"
 #include "views/status/menu_opener.h"
 #include "views/status/notifier_item.h"

@@ -6,6 +6,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QtEndian>
 #include <chrono>
+#include <vector>
 
 #include "views/status/tray_icon.h"
 

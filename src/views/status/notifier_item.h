@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QTimer>
 #include <functional>
+#include <vector>
 
 #include "status/bars.h"
 #include "status/tray_bars.h"

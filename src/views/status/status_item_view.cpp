@@ -2,6 +2,8 @@
 
 #include <QCursor>
 #include <QScreen>
+#include <string>
+#include <vector>
 
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"

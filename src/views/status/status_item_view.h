@@ -3,6 +3,8 @@
 #include <QObject>
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "platform/user_defaults.h"
 #include "status/presentation.h"

@@ -3,6 +3,8 @@
 #include <QMenu>
 #include <QRect>
 #include <functional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "status/menu.h"

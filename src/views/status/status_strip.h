@@ -3,6 +3,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
 #include "views/status/menu_opener.h"
 #include "views/status/status_display.h"

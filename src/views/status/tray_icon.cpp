@@ -1,6 +1,7 @@
 #include "views/status/tray_icon.h"
 
 #include <QPainter>
+#include <cmath>
 
 #include "status/tray_bars.h"
 #include "views/status/bar_painter.h"

@@ -4,7 +4,9 @@
 #include <QFontDatabase>
 #include <QPainter>
 #include <QTextBoundaryFinder>
+#include <algorithm>
 #include <limits>
+#include <string>
 
 #include "base/unicode.h"
 

@@ -2,7 +2,10 @@
 //
 // Prints "taken" or "refused" for each file, with the reason, and ends with 0 if all were taken.
 #include <cstdlib>
+#include <functional>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "lifecycle/property_list.h"

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <string>
 #include <sys/resource.h>
 #include <vector>
 

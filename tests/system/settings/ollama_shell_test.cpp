@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <string>
 
 #include "platform/payload.h"
 #include "settings/ollama.h"

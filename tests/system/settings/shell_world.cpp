@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 

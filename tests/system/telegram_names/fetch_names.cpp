@@ -3,8 +3,11 @@
 //
 //     fetch_names ADDRESS MILLISECONDS_OF_SILENCE TOKEN...
 #include <QCoreApplication>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "platform/qt/qt_http_client.h"
 #include "platform/qt/qt_queues.h"

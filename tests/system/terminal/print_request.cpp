@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <string>
 
 #include "platform/terminal.h"
 

@@ -1,6 +1,7 @@
 #include "supervisor.h"
 
 #include <filesystem>
+#include <string>
 
 #include "base/files.h"
 #include "records/groups.h"

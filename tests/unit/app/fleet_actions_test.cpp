@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "supervisor.h"
 
 #include "base/files.h"

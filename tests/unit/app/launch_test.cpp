@@ -1,3 +1,6 @@
+#include <chrono>
+#include <string>
+
 #include "supervisor.h"
 
 #include "base/files.h"

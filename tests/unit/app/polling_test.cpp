@@ -1,6 +1,7 @@
 #include "supervisor.h"
 
 #include <sqlite3.h>
+#include <string>
 
 #include "lifecycle/service_control.h"
 

@@ -1,5 +1,7 @@
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 #include "supervisor.h"
 #include "unit/status/event_database.h"

@@ -1,5 +1,6 @@
 #include "base/dates.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 
 namespace varnhold {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "base/files.h"

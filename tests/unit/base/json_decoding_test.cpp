@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/json.h"
 

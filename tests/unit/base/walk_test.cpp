@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include "support/temporary_home.h"
 

@@ -1,7 +1,12 @@
 // Whatever a decoder refuses, the doctor finds, with its place and what comes of it; and what a
 // decoder takes, it lets be.
 
+#include <algorithm>
 #include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "base/json.h"
 #include "doctor/catalogue.h"

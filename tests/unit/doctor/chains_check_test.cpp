@@ -1,5 +1,9 @@
 #include "doctor/chains_check.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "doctor/catalogue.h"
 #include "doctor/stacks_of_models.h"
 #include "doctor/window_state.h"

@@ -1,8 +1,13 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -1,9 +1,12 @@
 #include "doctor/files_check.h"
 
+#include <chrono>
 #include <filesystem>
+#include <string>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <vector>
 
 #include "doctor/catalogue.h"
 #include "doctor_home.h"

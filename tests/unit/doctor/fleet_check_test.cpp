@@ -1,7 +1,10 @@
 #include "doctor/fleet_check.h"
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <string>
 
 #include "base/files.h"
 #include "doctor/catalogue.h"

@@ -1,6 +1,8 @@
 #include "doctor/keepalive_check.h"
 
+#include <chrono>
 #include <filesystem>
+#include <string>
 
 #include "doctor/catalogue.h"
 #include "doctor/window_state.h"

@@ -1,7 +1,13 @@
 #include "doctor/system_check.h"
 
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <sqlite3.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "doctor/catalogue.h"
 #include "doctor/event_table.h"

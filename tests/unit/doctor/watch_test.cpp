@@ -1,5 +1,9 @@
 #include "doctor/watch.h"
 
+#include <chrono>
+#include <string>
+#include <vector>
+
 #include "doctor/columns.h"
 #include "doctor_home.h"
 

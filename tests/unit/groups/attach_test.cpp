@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "crew.h"
 #include "support/temporary_home.h"
 

@@ -1,6 +1,9 @@
 #include "crew.h"
 
+#include <optional>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace varnhold::testing {
 namespace {

@@ -1,4 +1,10 @@
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "crew.h"
 #include "simple_groups.h"

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "crew.h"
 
 namespace varnhold::testing {

@@ -1,6 +1,8 @@
 #include "crew.h"
 
 #include <limits>
+#include <string>
+#include <vector>
 
 namespace varnhold::testing {
 namespace {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "fleet_fixture.h"
 #include "lifecycle/service_control.h"

@@ -6,6 +6,8 @@
 #include <memory>
 #include <plist/plist.h>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace varnhold {
 namespace {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "fleet_fixture.h"
 #include "status/job_list.h"

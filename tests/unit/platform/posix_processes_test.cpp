@@ -8,11 +8,13 @@
 #include <fstream>
 #include <future>
 #include <gmock/gmock.h>
+#include <optional>
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 #include "base/text.h"
 #include "support/temporary_home.h"

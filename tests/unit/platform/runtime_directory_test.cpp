@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <pwd.h>
+#include <string>
 #include <unistd.h>
 
 #include "support/temporary_home.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <string>
+#include <vector>
 
 namespace varnhold::platform {
 namespace {

@@ -3,8 +3,10 @@
 #include <QCoreApplication>
 #include <condition_variable>
 #include <gmock/gmock.h>
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <thread>
 #include <vector>
 

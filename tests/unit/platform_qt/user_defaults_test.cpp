@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "support/temporary_home.h"
 

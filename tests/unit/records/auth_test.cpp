@@ -1,6 +1,8 @@
 #include "records/auth.h"
 
 #include <gmock/gmock.h>
+#include <optional>
+#include <string>
 
 #include "base/json.h"
 

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include "base/json.h"
 #include "support/formats.h"

@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <functional>
 #include <gmock/gmock.h>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/json.h"
 #include "support/formats.h"

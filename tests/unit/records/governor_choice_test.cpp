@@ -1,6 +1,7 @@
 #include "records/governor_choice.h"
 
 #include <gmock/gmock.h>
+#include <string>
 
 namespace varnhold {
 namespace {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <limits>
 #include <set>
+#include <string>
 
 namespace varnhold {
 namespace {

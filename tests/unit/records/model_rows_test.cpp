@@ -1,6 +1,9 @@
 #include "records/model_rows.h"
 
 #include <gmock/gmock.h>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "support/records.h"
 

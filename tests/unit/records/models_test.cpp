@@ -1,6 +1,9 @@
 #include "records/models.h"
 
+#include <functional>
 #include <gmock/gmock.h>
+#include <optional>
+#include <string>
 
 #include "support/records.h"
 

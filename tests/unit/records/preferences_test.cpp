@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <limits>
+#include <optional>
+#include <string>
 
 namespace varnhold {
 namespace {

@@ -1,6 +1,8 @@
 #include "records/providers.h"
 
 #include <gmock/gmock.h>
+#include <string_view>
+#include <vector>
 
 #include "records/auth.h"
 

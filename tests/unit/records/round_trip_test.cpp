@@ -1,4 +1,7 @@
+#include <cstdint>
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include "support/generator.h"
 

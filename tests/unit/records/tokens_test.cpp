@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <limits>
 

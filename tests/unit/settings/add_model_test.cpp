@@ -1,5 +1,8 @@
 #include "settings/add_model.h"
 
+#include <string>
+#include <vector>
+
 #include "base/files.h"
 #include "base/uuid.h"
 #include "records/providers.h"

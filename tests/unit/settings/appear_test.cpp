@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "base/files.h"
 #include "settings_home.h"
 

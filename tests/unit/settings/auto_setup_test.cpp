@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "settings_home.h"
 #include "shell/daemon_code.h"
 

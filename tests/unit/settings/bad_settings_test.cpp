@@ -1,3 +1,7 @@
+#include <cstdint>
+#include <string>
+#include <vector>
+
 #include "base/files.h"
 #include "settings_home.h"
 #include "support/generator.h"

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "editing.h"
 
 namespace varnhold::testing {

@@ -1,5 +1,10 @@
 #include "settings/bot_editing.h"
 
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "base/files.h"
 #include "window.h"
 

@@ -1,5 +1,10 @@
 #include "settings/bot_row.h"
 
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "settings/bot_sheets.h"
 #include "window.h"
 

@@ -1,5 +1,8 @@
 #include "settings/chain_sections.h"
 
+#include <string_view>
+#include <vector>
+
 #include "editing.h"
 #include "settings/model_tag.h"
 

@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "editing.h"
 
 namespace varnhold::testing {

@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "settings/chain_sections.h"
 #include "settings_home.h"
 

@@ -1,6 +1,9 @@
 #include "editing.h"
 
+#include <optional>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "settings/chain_sections.h"
 

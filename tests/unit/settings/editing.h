@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "base/uuid.h"
 #include "platform/payload.h"
 #include "settings/chain_editing.h"

@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
+#include <string>
 #include <sys/inotify.h>
 #include <unistd.h>
+#include <vector>
 
 #include "settings_home.h"
 

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <filesystem>
+#include <string>
 
 #include "base/files.h"
 #include "settings_home.h"

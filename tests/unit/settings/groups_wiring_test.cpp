@@ -1,5 +1,9 @@
 #include "settings/groups_wiring.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "window.h"
 
 namespace varnhold::testing {

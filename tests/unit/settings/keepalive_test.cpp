@@ -1,6 +1,11 @@
 #include "settings/keepalive.h"
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "base/dates.h"
 #include "base/files.h"

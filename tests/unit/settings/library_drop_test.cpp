@@ -1,5 +1,7 @@
+#include <array>
 #include <csignal>
 #include <sys/resource.h>
+#include <vector>
 
 #include "base/files.h"
 #include "editing.h"

@@ -1,5 +1,8 @@
 #include "settings/ollama.h"
 
+#include <string>
+#include <vector>
+
 #include "editing.h"
 
 namespace varnhold::testing {

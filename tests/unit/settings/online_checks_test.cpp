@@ -1,6 +1,7 @@
 #include "settings/online_checks.h"
 
 #include <optional>
+#include <string>
 
 #include "window.h"
 

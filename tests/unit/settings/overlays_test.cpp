@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <set>
+#include <string_view>
 
 namespace varnhold::testing {
 namespace {

@@ -1,3 +1,6 @@
+#include <optional>
+#include <vector>
+
 #include "editing.h"
 
 namespace varnhold::testing {

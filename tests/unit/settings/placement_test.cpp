@@ -1,3 +1,7 @@
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "settings/placement_checks.h"
 
 #include "editing.h"

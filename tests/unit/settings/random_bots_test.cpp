@@ -1,5 +1,10 @@
+#include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 #include "settings/bot_sheets.h"
 #include "support/generator.h"

@@ -1,7 +1,12 @@
 #include "random_edits.h"
 
 #include <array>
+#include <chrono>
+#include <cstdint>
+#include <optional>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "settings/chain_sections.h"
 #include "settings/ollama.h"

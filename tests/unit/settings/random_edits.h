@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "editing.h"
 #include "rules.h"

@@ -1,6 +1,10 @@
 #include "random_edits.h"
 
+#include <cstdint>
 #include <cstdlib>
+#include <map>
+#include <optional>
+#include <string>
 
 #include "base/files.h"
 #include "support/long_runs.h"

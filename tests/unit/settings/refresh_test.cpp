@@ -1,3 +1,7 @@
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "settings_home.h"
 
 namespace varnhold::testing {

@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "window.h"
 
 namespace varnhold::testing {

@@ -1,3 +1,7 @@
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "editing.h"
 
 namespace varnhold::testing {

@@ -1,6 +1,7 @@
 #include "rules.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "support/records.h"
 

@@ -1,6 +1,10 @@
 #include "settings/sign_in.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "settings/library_sections.h"
 #include "window.h"

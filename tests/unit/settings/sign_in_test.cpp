@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "base/json.h"
 #include "settings_home.h"
 

@@ -1,3 +1,7 @@
+#include <optional>
+#include <string_view>
+#include <vector>
+
 #include "settings/chain_sections.h"
 #include "settings_home.h"
 

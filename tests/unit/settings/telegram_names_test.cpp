@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "support/fake_platform.h"
 #include "support/records.h"

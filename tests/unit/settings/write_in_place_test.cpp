@@ -1,5 +1,7 @@
 #include <filesystem>
+#include <string>
 #include <sys/stat.h>
+#include <vector>
 
 #include "settings_home.h"
 

@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 #include <sys/inotify.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 #include "event_database.h"
 #include "status/fleet_picture.h"

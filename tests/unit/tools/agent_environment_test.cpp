@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
 #include <pwd.h>
+#include <string>
 #include <unistd.h>
 
 #include "agent_exec/start.h"

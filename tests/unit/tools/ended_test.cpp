@@ -5,6 +5,7 @@
 #include <chrono>
 #include <ctime>
 #include <future>
+#include <optional>
 #include <string>
 
 #include "support/temporary_home.h"

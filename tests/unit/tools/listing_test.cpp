@@ -1,6 +1,8 @@
 #include "launchctl/listing.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "lifecycle/service_control.h"
 

@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <sstream>
+#include <string>
 #include <sys/stat.h>
 
 #include "fake_manager.h"

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "views/macos/popover_layout.h"
 

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "shown_sheets.h"
 
 namespace varnhold::testing {

@@ -2,7 +2,9 @@
 #include <QDirIterator>
 #include <QFontDatabase>
 #include <filesystem>
+#include <optional>
 #include <set>
+#include <string>
 
 #include "shown_sheets.h"
 

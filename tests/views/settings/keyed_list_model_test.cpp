@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 #include <random>
+#include <vector>
 
 #include "views/settings/keyed_list_model.h"
 

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <string>
 
 #include <QApplication>
 #include <QMenu>

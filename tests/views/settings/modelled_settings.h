@@ -1,5 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "unit/settings/settings_home.h"
 #include "views/settings/settings_model.h"
 #include "views/text/qt_text.h"

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <memory>
 
 #include "shown_settings.h"
 #include "views/qt_presentation.h"

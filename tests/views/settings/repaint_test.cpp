@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QWheelEvent>
+#include <algorithm>
 #include <filesystem>
 
 #include "at_rest.h"

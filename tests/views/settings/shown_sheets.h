@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "shown_settings.h"
 #include "views/text/qt_text.h"
 

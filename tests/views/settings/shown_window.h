@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "unit/settings/settings_home.h"
 #include "views/settings/settings_window_view.h"

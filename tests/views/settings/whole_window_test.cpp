@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "settings/chain_sections.h"
 #include "shown_sheets.h"
 #include "views/colors/colors.h"

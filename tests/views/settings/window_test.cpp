@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <string>
 
 #include <QAction>
 #include <QApplication>

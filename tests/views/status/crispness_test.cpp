@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPainter>
 #include <cmath>
+#include <vector>
 
 #include "fleets.h"
 #include "status/tray_bars.h"

@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <chrono>
 #include <filesystem>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "app/app_delegate.h"
 #include "support/fake_platform.h"

@@ -1,4 +1,7 @@
 #include <gmock/gmock.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <QAction>
 #include <QApplication>

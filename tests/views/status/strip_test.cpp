@@ -1,4 +1,6 @@
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include <QAccessible>
 #include <QApplication>

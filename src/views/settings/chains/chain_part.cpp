@@ -1,5 +1,8 @@
 #include "views/settings/chains/chain_part.h"
 
+#include <string>
+#include <string_view>
+
 #include "settings/chain_editing.h"
 #include "settings/keepalive.h"
 #include "views/settings/stacks/shown_rows.h"

@@ -1,5 +1,7 @@
 #include "views/settings/columns/prompts_part.h"
 
+#include <string>
+
 #include "settings/bot_editing.h"
 #include "views/text/qt_text.h"
 

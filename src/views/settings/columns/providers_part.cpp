@@ -1,6 +1,7 @@
 #include "views/settings/columns/providers_part.h"
 
 #include <array>
+#include <vector>
 
 #include "settings/sign_in.h"
 #include "views/settings/row_columns.h"

@@ -6,6 +6,7 @@
 #include <QQuickRenderControl>
 #include <QQuickWindow>
 #include <chrono>
+#include <utility>
 
 namespace varnhold {
 

@@ -1,6 +1,9 @@
 #include "views/settings/groups/group_part.h"
 
 #include <array>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "groups/group_sheet.h"
 #include "views/settings/groups/attach_dialog.h"

@@ -2,6 +2,9 @@
 
 #include <QColor>
 #include <QUrl>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "groups/custom_groups_column.h"
 #include "views/settings/stacks/stack_part.h"

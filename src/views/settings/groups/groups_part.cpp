@@ -1,5 +1,8 @@
 #include "views/settings/groups/groups_part.h"
 
+#include <map>
+#include <vector>
+
 namespace varnhold {
 
 GroupsPart::GroupsPart(const SettingsContext& context, QObject* parent)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "settings/groups_wiring.h"
 #include "views/settings/groups/group_part.h"
 #include "views/settings/settings_part.h"

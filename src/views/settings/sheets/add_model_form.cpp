@@ -1,5 +1,7 @@
 #include "views/settings/sheets/add_model_form.h"
 
+#include <string_view>
+
 #include "views/text/qt_text.h"
 
 namespace varnhold {

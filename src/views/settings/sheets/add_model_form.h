@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 #include <optional>
+#include <string>
 
 #include "settings/add_model.h"
 

@@ -1,5 +1,7 @@
 #include "views/settings/sheets/manage_groups_model.h"
 
+#include <vector>
+
 #include "settings/groups_wiring.h"
 #include "views/text/qt_text.h"
 

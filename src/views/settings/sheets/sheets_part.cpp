@@ -1,5 +1,8 @@
 #include "views/settings/sheets/sheets_part.h"
 
+#include <optional>
+#include <utility>
+
 #include "settings/first_run.h"
 #include "views/text/qt_text.h"
 

@@ -1,6 +1,7 @@
 #include "views/settings/stacks/shown_rows.h"
 
 #include <array>
+#include <vector>
 
 #include "settings/model_tag.h"
 #include "views/settings/row_columns.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <vector>
 
 #include "records/bots.h"
 #include "records/groups.h"

@@ -1,6 +1,7 @@
 #include "views/settings/stacks/stack_part.h"
 
 #include <utility>
+#include <vector>
 
 #include "views/settings/stacks/shown_rows.h"
 #include "views/text/qt_text.h"

@@ -2,6 +2,8 @@
 #include <QMimeData>
 #include <QQmlEngine>
 #include <QSignalSpy>
+#include <string>
+#include <vector>
 
 #include "settings/chain_sections.h"
 #include "shown_chains.h"
@@ -26,11 +28,9 @@ struct ChainDrags : ShownChains {
     ChainDrags() {
         view->workerModels = {testing::model("a", "A"), testing::model("b", "B"),
                               testing::model("c", "C")};
-        view->directModels = {testing::model("x"), testing::model("y", "Y")};
+        view->directModels = {testing::model("x", {.provider_key = "openrouter"}),
+                              testing::model("y", {.uniqueId = "Y", .provider_key = "openrouter"})};
         view->openrouterKey = "key";
-        for (AIModelItem& each : view->directModels) {
-            each.provider_key = "openrouter";
-        }
         view->userBots = {bot("ops"), bot("cto")};
     }
 

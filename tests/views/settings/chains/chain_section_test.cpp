@@ -1,5 +1,7 @@
 #include <QQuickWindow>
 #include <algorithm>
+#include <chrono>
+#include <string>
 
 #include "model_blocks.h"
 #include "shown_chains.h"

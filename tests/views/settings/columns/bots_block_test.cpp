@@ -1,4 +1,6 @@
 #include <gmock/gmock.h>
+#include <string>
+#include <utility>
 
 #include "settings/bot_editing.h"
 #include "shown_columns.h"

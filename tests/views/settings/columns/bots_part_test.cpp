@@ -1,5 +1,7 @@
 #include <QColor>
 #include <QSignalSpy>
+#include <string>
+#include <vector>
 
 #include "modelled_settings.h"
 #include "settings/bot_editing.h"

@@ -1,4 +1,7 @@
+#include <chrono>
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 #include "model_blocks.h"
 #include "shown_columns.h"

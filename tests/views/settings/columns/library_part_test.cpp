@@ -1,4 +1,7 @@
 #include <QSignalSpy>
+#include <chrono>
+#include <string>
+#include <vector>
 
 #include "modelled_settings.h"
 

@@ -1,4 +1,7 @@
 #include <gmock/gmock.h>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "shown_columns.h"
 

@@ -1,4 +1,5 @@
 #include <QSignalSpy>
+#include <optional>
 
 #include "modelled_settings.h"
 #include "settings/bot_editing.h"

@@ -1,4 +1,6 @@
 #include <QSignalSpy>
+#include <string>
+#include <vector>
 
 #include "modelled_settings.h"
 

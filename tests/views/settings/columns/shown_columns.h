@@ -2,6 +2,7 @@
 
 #include <QMimeData>
 #include <algorithm>
+#include <functional>
 
 #include "announced.h"
 #include "shown_settings.h"

@@ -1,4 +1,5 @@
 #include <QWheelEvent>
+#include <string>
 
 #include "shown_item.h"
 #include "views/settings/marked_text.h"

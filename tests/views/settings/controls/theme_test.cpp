@@ -2,6 +2,7 @@
 #include <QQmlContext>
 #include <QQmlExpression>
 #include <QRegularExpression>
+#include <memory>
 
 #include "shown_item.h"
 #include "views/colors/colors.h"

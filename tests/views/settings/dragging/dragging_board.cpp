@@ -1,6 +1,9 @@
 #include "dragging_board.h"
 
 #include <QGuiApplication>
+#include <functional>
+#include <initializer_list>
+#include <vector>
 
 #include "announced.h"
 

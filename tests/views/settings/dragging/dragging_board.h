@@ -7,7 +7,9 @@
 #include <QQuickWidget>
 #include <QQuickWindow>
 #include <QTest>
+#include <functional>
 #include <gtest/gtest.h>
+#include <initializer_list>
 
 #include "scripted_drag.h"
 #include "views/settings/dragging/drag_session.h"

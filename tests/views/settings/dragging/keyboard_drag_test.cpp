@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QRegularExpression>
 #include <gmock/gmock.h>
+#include <utility>
+#include <vector>
 
 #include "dragging_board.h"
 

@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include "model_blocks.h"
 #include "shown_chains.h"
 

@@ -1,6 +1,8 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMimeData>
+#include <initializer_list>
+#include <string>
 
 #include "shown_chains.h"
 

@@ -2,6 +2,8 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QUrl>
+#include <string>
+#include <vector>
 
 #include "modelled_settings.h"
 

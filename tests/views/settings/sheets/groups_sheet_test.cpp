@@ -1,3 +1,7 @@
+#include <functional>
+#include <string>
+#include <vector>
+
 #include "shown_sheets.h"
 
 namespace varnhold::testing {

@@ -1,3 +1,8 @@
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
 #include "settings/bot_editing.h"
 #include "shown_sheets.h"
 

@@ -1,4 +1,7 @@
 #include <QRegularExpression>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "shown_sheets.h"
 
