@@ -19,11 +19,13 @@ const QString interface = QStringLiteral("org.freedesktop.Application");
 constexpr int answerWithin = 10000; // milliseconds
 
 const QString tokenKey = QStringLiteral("activation-token");
+const QString startupKey = QStringLiteral("desktop-startup-id");
 // Set by the bus for what it starts.
 constexpr const char* starterVariable = "DBUS_STARTER_BUS_TYPE";
 
-QByteArray tokenIn(const QVariantMap& platformData) {
-    return platformData.value(tokenKey).toString().toUtf8();
+Activation activationIn(const QVariantMap& platformData) {
+    return {.token = platformData.value(tokenKey).toString().toStdString(),
+            .startupId = platformData.value(startupKey).toString().toStdString()};
 }
 
 } // namespace
@@ -58,7 +60,7 @@ void BusActivation::release() {
     hasName_ = false;
 }
 
-bool BusActivation::activateOther(const QByteArray& activationToken) {
+bool BusActivation::activateOther(const Activation& activation) {
     if (!platform::hasSessionBus()) {
         return false;
     }
@@ -66,8 +68,11 @@ bool BusActivation::activateOther(const QByteArray& activationToken) {
         QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Activate"));
     request.setAutoStartService(false);
     QVariantMap platformData;
-    if (!activationToken.isEmpty()) {
-        platformData[tokenKey] = QString::fromUtf8(activationToken);
+    if (!activation.token.empty()) {
+        platformData[tokenKey] = QString::fromStdString(activation.token);
+    }
+    if (!activation.startupId.empty()) {
+        platformData[startupKey] = QString::fromStdString(activation.startupId);
     }
     request << platformData;
     const QDBusMessage answer =
@@ -83,7 +88,7 @@ void BusActivation::onActivate(Activated activated) {
 
 void BusActivation::Activate(const QVariantMap& platformData) {
     if (activated_ && !std::exchange(isStart_, false)) {
-        activated_(tokenIn(platformData));
+        activated_(activationIn(platformData));
     }
 }
 
@@ -95,7 +100,7 @@ void BusActivation::Open(const QStringList&, const QVariantMap& platformData) {
 void BusActivation::ActivateAction(const QString& action, const QVariantList&,
                                    const QVariantMap& platformData) {
     if (acted_) {
-        acted_(action, tokenIn(platformData));
+        acted_(action, activationIn(platformData));
     }
 }
 

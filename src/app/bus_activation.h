@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QByteArray>
 #include <QObject>
 #include <QVariantMap>
 #include <functional>
+
+#include "app/activation.h"
 
 namespace varnhold {
 
@@ -19,10 +20,9 @@ public:
         noBus,
     };
 
-    // Gets the right to come to the front, or empty text.
-    using Activated = std::function<void(const QByteArray& activationToken)>;
+    using Activated = std::function<void(const Activation& activation)>;
     // `action`: a name that the desktop entry lists, or whatever else a caller has sent.
-    using Acted = std::function<void(const QString& action, const QByteArray& activationToken)>;
+    using Acted = std::function<void(const QString& action, const Activation& activation)>;
 
     using QObject::QObject;
 
@@ -33,7 +33,7 @@ public:
 
     // Asks the process that has the name to show itself, and gives it our right to come to the
     // front, if any. False if there is none, or no answer.
-    [[nodiscard]] static bool activateOther(const QByteArray& activationToken);
+    [[nodiscard]] static bool activateOther(const Activation& activation);
 
     // Called from the event loop for every such request.
     // Where the bus itself has started this process, the first is the start and no more.

@@ -44,7 +44,7 @@ std::string knockingPath(const std::string& runtimeFolder) {
     return runtimeFolder + "/supervisor.socket";
 }
 
-bool knock(const std::string& runtimeFolder, const std::string& activationToken) {
+bool knock(const std::string& runtimeFolder, const std::string& text) {
     const auto folder = platform::PrivateFolder::find(runtimeFolder);
     if (!folder || !*folder) {
         return false;
@@ -52,8 +52,8 @@ bool knock(const std::string& runtimeFolder, const std::string& activationToken)
     // One that goes just now is no reason to end by a signal.
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    const bool heard = socket >= 0 && connectTo(socket, knockingPath(runtimeFolder)) &&
-                       say(socket, activationToken);
+    const bool heard =
+        socket >= 0 && connectTo(socket, knockingPath(runtimeFolder)) && say(socket, text);
     if (socket >= 0) {
         ::close(socket);
     }

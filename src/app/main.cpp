@@ -1,16 +1,19 @@
 #include <QApplication>
+#include <QByteArray>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
 #include <string>
 
-#include "app/activation_token.h"
+#include "app/activation.h"
 #include "app/app_delegate.h"
+#include "app/coming_forward.h"
 #include "app/command_line.h"
 #include "app/display_check.h"
 #include "app/end_signals.h"
 #include "app/guardian.h"
 #include "app/knock.h"
+#include "app/session_client.h"
 #include "app/single_instance.h"
 #include "lifecycle/fleet.h"
 #include "platform/inherited_state.h"
@@ -21,6 +24,7 @@
 #include "shell/roster.h"
 #include "views/desktop/display_connection.h"
 #include "views/desktop/near_scale.h"
+#include "views/desktop/startup_notice.h"
 #include "views/qt_presentation.h"
 
 namespace {
@@ -68,22 +72,21 @@ void takeFleetDown(int argc, char** argv, const varnhold::Constants& constants) 
 }
 
 // By way of the queue, so that an early knock is answered after the launch.
-void reopenLater(varnhold::AppDelegate& delegate, const QByteArray& activationToken) {
+void reopenLater(varnhold::AppDelegate& delegate, const varnhold::Activation& activation) {
     QMetaObject::invokeMethod(
         qApp,
-        [&delegate, activationToken] {
-            varnhold::withActivationToken(
-                activationToken, [&delegate] { delegate.applicationShouldHandleReopen(false); });
+        [&delegate, activation] {
+            varnhold::withActivation(
+                activation, [&delegate] { delegate.applicationShouldHandleReopen(false); });
         },
         Qt::QueuedConnection);
 }
 
 // The actions of the desktop entry, by their names there. Any other is left alone.
 void act(varnhold::AppDelegate& delegate, varnhold::Presentation& presentation,
-         const QString& action, const QByteArray& activationToken) {
+         const QString& action, const varnhold::Activation& activation) {
     if (action == QLatin1String("preferences")) {
-        varnhold::withActivationToken(activationToken,
-                                      [&delegate] { delegate.openModelSelector(); });
+        varnhold::withActivation(activation, [&delegate] { delegate.openModelSelector(); });
     } else if (action == QLatin1String("restart-all-agents")) {
         delegate.restartAllAgents();
     } else if (action == QLatin1String("quit")) {
@@ -93,32 +96,36 @@ void act(varnhold::AppDelegate& delegate, varnhold::Presentation& presentation,
 
 // By way of the queue, as above.
 void actLater(varnhold::AppDelegate& delegate, varnhold::Presentation& presentation,
-              const QString& action, const QByteArray& activationToken) {
+              const QString& action, const varnhold::Activation& activation) {
     QMetaObject::invokeMethod(
         qApp,
-        [&delegate, &presentation, action, activationToken] {
-            act(delegate, presentation, action, activationToken);
+        [&delegate, &presentation, action, activation] {
+            act(delegate, presentation, action, activation);
         },
         Qt::QueuedConnection);
 }
 
 void listen(varnhold::SingleInstance& instance, varnhold::AppDelegate& delegate,
             varnhold::Presentation& presentation) {
-    instance.listen([&delegate](const QByteArray& token) { reopenLater(delegate, token); },
-                    [&delegate, &presentation](const QString& action, const QByteArray& token) {
-                        actLater(delegate, presentation, action, token);
-                    });
+    instance.listen(
+        [&delegate](const varnhold::Activation& right) { reopenLater(delegate, right); },
+        [&delegate, &presentation](const QString& action, const varnhold::Activation& right) {
+            actLater(delegate, presentation, action, right);
+        });
 }
 
 // From the launch to the end, which is the process's own.
 [[noreturn]] void supervise(varnhold::SingleInstance& instance, varnhold::Guardian& guardian,
-                            const varnhold::Constants& constants) {
+                            const varnhold::Constants& constants,
+                            const QByteArray& sessionStartupId) {
     varnhold::platform::QtPlatform platform;
     varnhold::QtPresentation presentation({platform.interfaces(), constants});
     presentation.setActivationPolicy(varnhold::ActivationPolicy::accessory);
     varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
     listen(instance, delegate, presentation);
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
+    const varnhold::SessionClient session(sessionStartupId,
+                                          [&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         qApp, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
     const auto end = [&instance, &delegate, &guardian] {
@@ -151,8 +158,9 @@ int main(int argc, char** argv) {
     const varnhold::Roster roster;
 
     // For a later start to hand over: the first one shows no window by itself.
-    const QByteArray activationToken = varnhold::takeActivationToken();
-    if (varnhold::knock(system->runtimeDirectory(), activationToken.toStdString())) {
+    const varnhold::Activation activation = varnhold::takeActivation();
+    const QByteArray sessionStartupId = varnhold::takeSessionStartupId();
+    if (varnhold::knock(system->runtimeDirectory(), activation.asText())) {
         return EXIT_SUCCESS;
     }
     varnhold::Guardian guardian(argc, argv, [&] { takeFleetDown(argc, argv, constants); });
@@ -163,11 +171,12 @@ int main(int argc, char** argv) {
     choices.reset();
     describeApplication();
 
-    varnhold::SingleInstance instance(system->runtimeDirectory(), activationToken);
+    varnhold::SingleInstance instance(system->runtimeDirectory(), activation);
     if (!instance.claim()) {
         return EXIT_SUCCESS;
     }
+    varnhold::endStartup(activation.startupId); // no window belongs to it
     sayIfCodeIsMissing(*system);
     guardian.guard(varnhold::displayConnection(), instance.lock());
-    supervise(instance, guardian, constants);
+    supervise(instance, guardian, constants, sessionStartupId);
 }

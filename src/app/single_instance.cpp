@@ -26,16 +26,16 @@ constexpr qint64 longestToken = 65536;
 void hear(QLocalSocket& guest, const BusActivation::Activated& onKnock) {
     guest.setReadBufferSize(longestToken);
     QObject::connect(&guest, &QLocalSocket::disconnected, &guest, [&guest, onKnock] {
-        const QByteArray token = guest.readAll();
+        const auto activation = Activation::fromText(guest.readAll().toStdString());
         guest.deleteLater();
-        onKnock(token);
+        onKnock(activation);
     });
 }
 
 } // namespace
 
-SingleInstance::SingleInstance(std::string folder, QByteArray activationToken)
-    : folder_(std::move(folder)), activationToken_(std::move(activationToken)) {}
+SingleInstance::SingleInstance(std::string folder, Activation activation)
+    : folder_(std::move(folder)), activation_(std::move(activation)) {}
 
 SingleInstance::~SingleInstance() {
     if (lock_ >= 0) {
@@ -62,8 +62,7 @@ bool SingleInstance::claim() {
     // Asked in turns rather than waited for: of several later starts one becomes the next, and the
     // others have to be heard by it instead of standing in line for its end.
     while (lock == Lock::taken) {
-        if (BusActivation::activateOther(activationToken_) ||
-            knock(folder_, activationToken_.toStdString())) {
+        if (BusActivation::activateOther(activation_) || knock(folder_, activation_.asText())) {
             return false;
         }
         QThread::msleep(pauseBetweenTries.count());
@@ -74,7 +73,7 @@ bool SingleInstance::claim() {
     if (bus_.claim() != BusActivation::Claim::taken) {
         return true;
     }
-    if (BusActivation::activateOther(activationToken_)) {
+    if (BusActivation::activateOther(activation_)) {
         return false;
     }
     // The bus hears of an owner's end a little later than the lock, but before it fails a call.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QLocalServer>
 #include <string>
 
@@ -21,8 +20,8 @@ namespace varnhold {
 class SingleInstance final {
 public:
     // `folder`: made if it is missing. One that isn't private to the user is not made use of.
-    // `activationToken`: goes to the one, if it isn't this.
-    SingleInstance(std::string folder, QByteArray activationToken);
+    // `activation`: goes to the one, if it isn't this.
+    SingleInstance(std::string folder, Activation activation);
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
@@ -48,7 +47,7 @@ private:
     [[nodiscard]] Lock tryLock();
 
     std::string folder_;
-    QByteArray activationToken_;
+    Activation activation_;
     int lock_ = -1; // open, but perhaps somebody else's
     bool hasLock_ = false;
     QLocalServer server_;

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <string>
 
+#include "app/activation.h"
 #include "app/app_delegate.h"
 #include "app/command_line.h"
 #include "app/end_signals.h"
@@ -50,8 +51,8 @@ void supervise(varnhold::SingleInstance& instance, Heard& heard,
     varnhold::AppDelegate delegate(platform.interfaces(), constants, presentation);
 
     heard.reopened = [&delegate](bool visible) { reopenLater(delegate, visible); };
-    instance.listen([&delegate](const QByteArray&) { reopenLater(delegate, false); },
-                    [](const QString&, const QByteArray&) {});
+    instance.listen([&delegate](const varnhold::Activation&) { reopenLater(delegate, false); },
+                    [](const QString&, const varnhold::Activation&) {});
     varnhold::endOnSignals([&presentation] { presentation.terminate(); });
     QMetaObject::invokeMethod(
         qApp, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);

@@ -10,7 +10,7 @@ BusActivation::Claim BusActivation::claim() {
 
 void BusActivation::release() {}
 
-bool BusActivation::activateOther(const QByteArray&) {
+bool BusActivation::activateOther(const Activation&) {
     return false;
 }
 

@@ -20,6 +20,7 @@ DISPLAY = ":99"
 BUS = "unix:path=/tmp/runtime/bus"
 
 NAME = "com.ostrelleai.Varnhold"
+SESSIONS = "org.gnome.SessionManager"
 PORTAL = "org.freedesktop.portal.Desktop"
 WATCHER = "org.kde.StatusNotifierWatcher"
 
@@ -149,6 +150,17 @@ class Desktop:
                             text=True)
         wait_until("the portal", lambda: PORTAL in self.bus_names())
         return portal
+
+    def start_sessions(self):
+        """A session manager, which ends the session when it is told."""
+        manager = self.spawn(self.build / "tests/fake_desktop", "sessions", stdin=subprocess.PIPE,
+                             text=True)
+        wait_until("the session manager", lambda: SESSIONS in self.bus_names())
+        return manager
+
+    def session_guest(self):
+        """Who has registered there last: name, and what it was started under."""
+        return self.ask("get-property", SESSIONS, "/org/gnome/SessionManager", SESSIONS, "Guests")
 
     def start_dying(self):
         """What is left of a supervisor that has crashed, as long as the bus hasn't noticed."""

@@ -9,6 +9,8 @@
 //           says something else.
 //   notifications
 //           shows notifications and tells of the last.
+//   sessions
+//           ends the session in order, with everybody's consent, at the line "end".
 //   dying   has the supervisor's own name, and ends without an answer when it is called.
 //
 // Runs until it is ended.
@@ -16,6 +18,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QSocketNotifier>
 #include <QStringList>
@@ -109,6 +112,51 @@ private:
     QStringList shown_;
 };
 
+class SessionGuest final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.gnome.SessionManager.ClientPrivate")
+public:
+    using QObject::QObject;
+
+    // NOLINTBEGIN(readability-identifier-naming): the interface's own names
+public slots:
+    void EndSessionResponse(bool agreed, const QString&) {
+        if (agreed) {
+            emit EndSession(0);
+        }
+    }
+
+signals:
+    void QueryEndSession(uint flags);
+    void EndSession(uint flags);
+    // NOLINTEND(readability-identifier-naming)
+};
+
+class Sessions final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.gnome.SessionManager")
+    Q_PROPERTY(QStringList Guests MEMBER guests_)
+public:
+    using QObject::QObject;
+
+    void end() { emit guest_.QueryEndSession(0); }
+
+    // NOLINTBEGIN(readability-identifier-naming): the interface's own names
+public slots:
+    QDBusObjectPath RegisterClient(const QString& name, const QString& startupId) {
+        guests_ = {name, startupId};
+        const QString path = QStringLiteral("/org/gnome/SessionManager/Client1");
+        QDBusConnection::sessionBus().registerObject(
+            path, &guest_, QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+        return QDBusObjectPath(path);
+    }
+    // NOLINTEND(readability-identifier-naming)
+
+private:
+    SessionGuest guest_;
+    QStringList guests_;
+};
+
 bool offer(QObject& object, const QString& path, const QString& service) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     const auto everything = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
@@ -139,10 +187,13 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     Portal portal;
+    Sessions sessions;
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &portal, [&] {
         std::string line;
-        if (std::getline(std::cin, line)) {
+        if (std::getline(std::cin, line) && line == "end") {
+            sessions.end();
+        } else if (std::cin) {
             portal.change(static_cast<unsigned>(std::stoul(line)));
         } else {
             input.setEnabled(false);
@@ -150,6 +201,11 @@ int main(int argc, char** argv) {
     });
     if (!offerIfAsked("portal", portal, "/org/freedesktop/portal/desktop",
                       "org.freedesktop.portal.Desktop")) {
+        return EXIT_FAILURE;
+    }
+    if (pieces.contains(QStringLiteral("sessions")) &&
+        !offer(sessions, QStringLiteral("/org/gnome/SessionManager"),
+               QStringLiteral("org.gnome.SessionManager"))) {
         return EXIT_FAILURE;
     }
     Notifications notifications;

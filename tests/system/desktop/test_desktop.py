@@ -7,7 +7,9 @@ import fcntl
 import os
 import pathlib
 import signal
+import subprocess
 import sys
+import time
 import unittest
 
 from desktop import Desktop, label_of, wait_until
@@ -442,6 +444,40 @@ class DesktopTest(unittest.TestCase):
         polls = len(desktop.calls("list"))
         wait_until("a poll", lambda: len(desktop.calls("list")) > polls)
         self.assertFalse((desktop.home / "inherited").exists())
+
+    def test_second_start_brings_a_covered_window_forward_as_of_its_own_moment(self):
+        desktop, _ = self.with_strip(manager=True, bus=True)
+        self.second_start(desktop)
+        window = desktop.windows("^Varnhold$")[0]
+        wait_until("the window has the keyboard", lambda: desktop.focused() == window)
+        desktop.spawn("xev", "-geometry", "1200x700+10+30")
+        cover = wait_until("another program's window", lambda: desktop.windows("Event Tester"))[0]
+        wait_until("it has the keyboard", lambda: desktop.focused() == cover)
+        moment = time.monotonic_ns() // 1_000_000 & 0xffffffff  # on the X server's clock
+        desktop.run_second(DESKTOP_STARTUP_ID=f"shell-1-here-varnhold-0_TIME{moment}")
+        wait_until("the window is in front", lambda: desktop.focused() == window)
+        said = desktop.tool("xprop", "-id", window, "_NET_WM_USER_TIME").stdout
+        self.assertGreaterEqual(int(said.split()[-1]), moment)
+
+    def test_every_start_tells_the_launcher_that_it_is_over(self):
+        desktop = self.desktop(bus=True)
+        heard = desktop.home / "heard"
+        with open(heard, "w", encoding="utf-8") as file:
+            listener = subprocess.Popen(["stdbuf", "-oL", "xev", "-root", "-event", "property"],
+                                        env=desktop.environment, stdout=file)
+        self.addCleanup(listener.wait)
+        self.addCleanup(listener.kill)
+        def ends():
+            return heard.read_text().count("_NET_STARTUP_INFO_BEGIN")
+        def is_heard():
+            desktop.tool("xsetroot", "-name", "ready")
+            return "WM_NAME" in heard.read_text()
+        wait_until("it listens", is_heard)
+        desktop.start(DESKTOP_STARTUP_ID="shell-1-here-varnhold-0_TIME5")
+        wait_until("the first has told it", lambda: ends() == 1)
+        desktop.await_launched()
+        desktop.run_second(DESKTOP_STARTUP_ID="shell-1-here-varnhold-1_TIME6")
+        wait_until("the second's is over as well", lambda: ends() >= 2)
 
     def test_second_start_finds_a_first_that_has_no_bus(self):
         desktop = self.desktop(bus=True)

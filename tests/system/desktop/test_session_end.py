@@ -103,6 +103,30 @@ class SessionEndTest(unittest.TestCase):
         self.assertEqual(desktop.supervisor.returncode, 0)
         self.assertIsNone(desktop.screen.poll())
 
+    def test_session_manager_over_the_bus_waits_for_the_fleet(self):
+        for native in (False, True):
+            with self.subTest(native=native):
+                self.d = desktop = WaylandDesktop(BUILD, native=native, bus=True)
+                self.addCleanup(desktop.end)
+                desktop.set_fleet(FLEET)
+                manager = desktop.start_sessions()
+                desktop.start(DESKTOP_AUTOSTART_ID="of-the-login")
+                desktop.await_launched()
+                wait_until("it is known there", lambda: desktop.session_guest() == [
+                    "com.ostrelleai.Varnhold", "of-the-login"])
+                stubborn = desktop.home / "stubborn"
+                stubborn.touch()
+                manager.stdin.write("end\n")
+                manager.stdin.flush()
+                wait_until("the fleet goes down", lambda: desktop.calls("bootout"))
+                self.assertIsNone(desktop.supervisor.poll())
+                stubborn.unlink()
+                self.assert_the_fleet_goes_once()
+                self.assertEqual(desktop.supervisor.returncode, 0)
+                self.assertIsNone(desktop.screen.poll())
+                desktop.end()
+                desktop.reset()
+
     def test_crash_leaves_the_fleet_be_and_the_next_start_finds_its_way(self):
         for number in (signal.SIGKILL, signal.SIGSEGV):
             for desktop in self.each_display():
