@@ -24,6 +24,8 @@
 #include "agent_exec/ended.h"
 #include "agent_exec/start.h"
 #include "base/text.h"
+#include "jobs/s6_readiness.h"
+#include "jobs/unit_marks.h"
 
 namespace {
 
@@ -60,7 +62,7 @@ int start(const JobFiles& job) {
         return cannotSpawn;
     }
     job.noteSpawnTrouble("");
-    job.tellReady();
+    tellReady(job);
     return becomeAgent(*definition, job);
 }
 
@@ -74,14 +76,14 @@ int startSupervised(const std::string& folder) {
 
 int startUnit(const std::string& folder) {
     const JobFiles job = jobAt(folder);
-    return job.isHeld() ? 0 : start(job);
+    return isHeld(job) ? 0 : start(job);
 }
 
 int note(const std::string& folder) {
     const JobFiles job = jobAt(folder);
     const char* code = std::getenv("EXIT_CODE");     // NOLINT(concurrency-mt-unsafe)
     const char* status = std::getenv("EXIT_STATUS"); // NOLINT(concurrency-mt-unsafe)
-    if (code != nullptr && status != nullptr && !job.isHeld()) {
+    if (code != nullptr && status != nullptr && !isHeld(job)) {
         if (const auto waitStatus = waitStatusOfUnit(code, status)) {
             job.noteEnd(*waitStatus);
         }

@@ -1,7 +1,6 @@
 #include "jobs/job_files.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <ctime>
@@ -12,6 +11,7 @@
 #include <unistd.h>
 
 #include "base/text.h"
+#include "jobs/job_names.h"
 
 namespace varnhold::services {
 
@@ -25,25 +25,9 @@ std::chrono::nanoseconds machineTime() {
     return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
 }
 
-constexpr const char* definitionFile = "job.plist";
-constexpr const char* lastEndFile = "last-end";
-constexpr const char* lastStartFile = "last-start";
-constexpr const char* skipFile = "skip-throttle";
-constexpr const char* wakePipe = "wake";
-constexpr const char* heldFile = "held";
-constexpr const char* unitFile = "is-unit";
-constexpr const char* leavingFile = "leaving";
-constexpr const char* logTroubleFile = "log-trouble";
-constexpr const char* spawnTroubleFile = "spawn-trouble";
-constexpr const char* startsFile = "starts";
-// As in s6: a file that holds the number of the descriptor on which a job says that it is up.
-constexpr const char* readyFile = "notification-fd";
-constexpr const char* readyDescriptor = "3";
 constexpr std::size_t noteLength = 64;
 constexpr std::size_t countLength = 1; // it only grows, so nothing of the last is left behind it
 constexpr const char* none = "-";
-constexpr std::array filesOfS6{"run", "finish", "timeout-kill", "timeout-finish", "down"};
-constexpr std::array foldersOfS6{"supervise", "event"};
 
 } // namespace
 
@@ -54,8 +38,8 @@ Result<JobFiles> JobFiles::at(const std::string& path) {
     });
 }
 
-Result<void> JobFiles::write(const char* name, const std::string& content) const {
-    return folder_ ? folder_->write(name, content) : failure("the job has no folder");
+Result<void> JobFiles::write(const char* name, const std::string& content, mode_t mode) const {
+    return folder_ ? folder_->write(name, content, mode) : failure("the job has no folder");
 }
 
 Result<std::string> JobFiles::read(const char* name) const {
@@ -89,47 +73,47 @@ void JobFiles::remove(const char* name) const {
 }
 
 int JobFiles::openPipe(int way) const {
-    return folder_ ? folder_->open(wakePipe, way | O_NONBLOCK) : -1;
+    return folder_ ? folder_->open(job::wakePipe, way | O_NONBLOCK) : -1;
 }
 
 Result<PropertyList> JobFiles::definition() const {
-    return read(definitionFile).and_then([](const std::string& content) {
+    return read(job::definition).and_then([](const std::string& content) {
         return decodePropertyList(content);
     });
 }
 
 Result<void> JobFiles::setDefinition(const std::string& content) const {
-    return write(definitionFile, content).and_then([this]() -> Result<void> {
-        return note(lastStartFile, none, noteLength) && note(lastEndFile, none, noteLength) &&
-                       note(startsFile, "0", countLength)
+    return write(job::definition, content).and_then([this]() -> Result<void> {
+        return note(job::lastStart, none, noteLength) && note(job::lastEnd, none, noteLength) &&
+                       note(job::starts, "0", countLength)
                    ? Result<void>()
                    : failure(path() + ": " + std::system_category().message(errno));
     });
 }
 
 std::optional<int> JobFiles::lastEnd() const {
-    const auto number = readNumber(lastEndFile);
+    const auto number = readNumber(job::lastEnd);
     return number ? std::optional(static_cast<int>(*number)) : std::nullopt;
 }
 
 void JobFiles::noteEnd(int waitStatus) const {
-    note(lastEndFile, std::to_string(waitStatus), noteLength);
+    note(job::lastEnd, std::to_string(waitStatus), noteLength);
 }
 
 bool JobFiles::noteStart() const {
-    note(startsFile, std::to_string(starts() + 1), countLength);
-    return note(lastStartFile,
+    note(job::starts, std::to_string(starts() + 1), countLength);
+    return note(job::lastStart,
                 std::to_string(machineTime().count()) + " " + std::to_string(::getpid()),
                 noteLength);
 }
 
 std::int64_t JobFiles::starts() const {
-    return readNumber(startsFile).value_or(0);
+    return readNumber(job::starts).value_or(0);
 }
 
 std::optional<JobFiles::Start> JobFiles::lastStart() const {
-    const auto time = readNumber(lastStartFile);
-    const Result<std::string> whole = read(lastStartFile);
+    const auto time = readNumber(job::lastStart);
+    const Result<std::string> whole = read(job::lastStart);
     if (!time || !whole) {
         return std::nullopt;
     }
@@ -147,7 +131,7 @@ std::chrono::nanoseconds JobFiles::sinceStart() const {
 }
 
 void JobFiles::skipThrottle() const {
-    static_cast<void>(write(skipFile, ""));
+    static_cast<void>(write(job::skipThrottle, ""));
     const int pipe = openPipe(O_WRONLY);
     if (pipe >= 0) { // somebody waits
         const char byte = 1;
@@ -157,7 +141,7 @@ void JobFiles::skipThrottle() const {
 }
 
 void JobFiles::forgetSkip() const {
-    remove(skipFile);
+    remove(job::skipThrottle);
 }
 
 bool JobFiles::waitUnlessSkipped(std::chrono::nanoseconds duration) const {
@@ -165,7 +149,7 @@ bool JobFiles::waitUnlessSkipped(std::chrono::nanoseconds duration) const {
     // after this point wakes the wait, and one before it has left its file.
     const int pipe = openPipe(O_RDWR);
     const auto end = machineTime() + duration;
-    bool skipped = has(skipFile);
+    bool skipped = has(job::skipThrottle);
     while (!skipped) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - machineTime());
         if (left <= 0ms) {
@@ -185,83 +169,46 @@ bool JobFiles::waitUnlessSkipped(std::chrono::nanoseconds duration) const {
     return skipped;
 }
 
-Result<void> JobFiles::askToListen() const {
-    return write(readyFile, readyDescriptor);
-}
-
-void JobFiles::tellReady() const {
-    if (const auto descriptor = readNumber(readyFile)) {
-        // Nobody listens where a person runs this by hand, and then nothing is lost.
-        static_cast<void>(!::write(static_cast<int>(*descriptor), "\n", 1));
-        ::close(static_cast<int>(*descriptor));
-    }
-}
-
 void JobFiles::noteLogTrouble(const std::string& lines) const {
     if (lines.empty()) {
-        remove(logTroubleFile);
+        remove(job::logTrouble);
     } else {
-        static_cast<void>(write(logTroubleFile, lines));
+        static_cast<void>(write(job::logTrouble, lines));
     }
 }
 
 void JobFiles::noteSpawnTrouble(const std::string& reason) const {
     if (reason.empty()) {
-        remove(spawnTroubleFile);
+        remove(job::spawnTrouble);
     } else {
-        static_cast<void>(write(spawnTroubleFile, reason + "\n"));
+        static_cast<void>(write(job::spawnTrouble, reason + "\n"));
     }
 }
 
 std::string JobFiles::spawnTrouble() const {
-    return std::string(text::trim(valueOrEmpty(read(spawnTroubleFile)), "\n"));
-}
-
-bool JobFiles::isHeld() const {
-    return has(heldFile);
-}
-
-Result<void> JobFiles::hold() const {
-    return write(heldFile, "");
-}
-
-void JobFiles::release() const {
-    remove(heldFile);
-}
-
-bool JobFiles::isUnit() const {
-    return has(unitFile);
-}
-
-Result<void> JobFiles::markAsUnit() const {
-    return write(unitFile, "");
+    return std::string(text::trim(valueOrEmpty(read(job::spawnTrouble)), "\n"));
 }
 
 bool JobFiles::isLeaving() const {
-    return has(leavingFile);
+    return has(job::leaving);
 }
 
 void JobFiles::markLeaving() const {
-    static_cast<void>(write(leavingFile, ""));
+    static_cast<void>(write(job::leaving, ""));
 }
 
 Result<void> JobFiles::makeWakePipe() const {
-    if (!folder_ || ::mkfifoat(folder_->descriptor(), wakePipe, 0600) != 0) {
+    if (!folder_ || ::mkfifoat(folder_->descriptor(), job::wakePipe, 0600) != 0) {
         return failure(path() + ": " + std::system_category().message(errno));
     }
     return {};
 }
 
 void JobFiles::removeAll() const {
-    for (const char* name :
-         {definitionFile, lastEndFile, lastStartFile, skipFile, wakePipe, heldFile, unitFile,
-          leavingFile, logTroubleFile, spawnTroubleFile, startsFile, readyFile}) {
+    for (const char* name : job::files) {
         remove(name);
     }
-    for (const char* name : filesOfS6) {
-        remove(name);
-    }
-    for (const char* name : foldersOfS6) {
+    for (const char* name : job::folders) {
         if (folder_) {
             folder_->removeFolderOfFiles(name);
         }

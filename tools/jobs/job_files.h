@@ -67,17 +67,6 @@ public:
     void noteSpawnTrouble(const std::string& reason) const;
     [[nodiscard]] std::string spawnTrouble() const;
 
-    // A job that is loaded but not to run yet. A manager that can't hold a unit without starting it
-    // starts agent-exec all the same, which then ends at once; nothing of that is shown.
-    [[nodiscard]] bool isHeld() const;
-    [[nodiscard]] Result<void> hold() const;
-    void release() const;
-
-    // A job that a systemd user manager has. Of a manager that doesn't answer for a moment nobody
-    // could tell otherwise that it has any.
-    [[nodiscard]] bool isUnit() const;
-    [[nodiscard]] Result<void> markAsUnit() const;
-
     // A job that is on its way out counts as gone, also if the process that unloads it is killed.
     [[nodiscard]] bool isLeaving() const;
     void markLeaving() const;
@@ -85,21 +74,20 @@ public:
     // The pipe through which a skip reaches a wait that has begun.
     [[nodiscard]] Result<void> makeWakePipe() const;
 
-    // A supervisor that is asked to listen learns that its job is up. Without that it would pause
-    // for a second before it starts the job again, however long it had been running.
-    [[nodiscard]] Result<void> askToListen() const;
-    void tellReady() const;
-
     // Takes away whatever the tools and managers of a job make in its folder, and nothing else.
     void removeAll() const;
 
-private:
+    // What one manager alone has in it, by the names of job_names.h.
     [[nodiscard]] bool has(const char* name) const { return folder_ && folder_->has(name); }
-    [[nodiscard]] Result<void> write(const char* name, const std::string& content) const;
-    [[nodiscard]] Result<std::string> read(const char* name) const;
+    [[nodiscard]] Result<void> write(const char* name, const std::string& content,
+                                     mode_t mode = 0600) const;
+    // At the beginning of a file.
     [[nodiscard]] std::optional<std::int64_t> readNumber(const char* name) const;
-    bool note(const char* name, const std::string& text, std::size_t length) const;
     void remove(const char* name) const;
+
+private:
+    [[nodiscard]] Result<std::string> read(const char* name) const;
+    bool note(const char* name, const std::string& text, std::size_t length) const;
     [[nodiscard]] int openPipe(int way) const;
 
     Folder folder_;

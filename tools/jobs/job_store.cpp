@@ -1,6 +1,5 @@
 #include "jobs/job_store.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <string_view>
@@ -14,29 +13,6 @@
 namespace varnhold::services {
 
 namespace {
-
-constexpr unsigned filesOfJob = 32; // under s6, which makes most: 22, and 5 more with the first
-
-bool isLinkOfOurs(std::string_view name) {
-    if (name.starts_with(tree::outOfSightPrefix)) {
-        name.remove_prefix(tree::outOfSightPrefix.size());
-    }
-    return jobNamed(name).has_value();
-}
-
-void removeScan(const platform::PrivateFolder& root) {
-    const auto scan = root.findIn(tree::scan);
-    if (!scan || !*scan) {
-        return;
-    }
-    for (const std::string& name : (*scan)->names()) {
-        if (isLinkOfOurs(name)) {
-            (*scan)->remove(name);
-        }
-    }
-    (*scan)->removeFolderOfFiles(tree::scannerState);
-    root.removeFolder(tree::scan);
-}
 
 std::vector<JobName> jobsIn(const JobFiles::Folder& folder) {
     std::vector<JobName> jobs;
@@ -98,12 +74,6 @@ std::vector<JobName> JobStore::names() const {
     return jobsIn(jobs_);
 }
 
-bool JobStore::hasUnits() const {
-    const auto all = names();
-    return std::any_of(all.begin(), all.end(),
-                       [this](const JobName& name) { return job(name).isUnit(); });
-}
-
 Result<JobStore::Locks> JobStore::lock(const JobName& name) {
     auto root = platform::PrivateFolder::make(path_);
     if (!root) {
@@ -144,14 +114,13 @@ std::optional<FileLock> JobStore::tryAlone() {
     return lock && look() ? std::move(lock) : std::nullopt;
 }
 
-// A supervisor that can't make its own files only tries again and again, and tells nobody.
-Result<void> JobStore::checkRoom() const {
+Result<void> JobStore::checkRoom(unsigned files) const {
     struct statvfs found {};
     if (!root_ || ::fstatvfs(root_->descriptor(), &found) != 0) {
         return {}; // whoever writes there will see
     }
     const bool countsFiles = found.f_files != 0;
-    return found.f_bavail < filesOfJob || (countsFiles && found.f_favail < filesOfJob)
+    return found.f_bavail < files || (countsFiles && found.f_favail < files)
                ? failure(path_ + ": " + std::system_category().message(ENOSPC))
                : Result<void>();
 }
@@ -187,8 +156,6 @@ void JobStore::removeAll() const {
     if (!root_) {
         return;
     }
-    removeScan(*root_);
-    root_->remove(tree::scannerLock);
     for (const char* part : {tree::jobs, tree::locks}) {
         root_->removeFolder(part);
     }

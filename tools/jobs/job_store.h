@@ -54,8 +54,6 @@ public:
     [[nodiscard]] JobFiles job(const JobName& name) const;
     // What isn't named as a job is left out.
     [[nodiscard]] std::vector<JobName> names() const;
-    // Whether there is the folder of any job that a systemd user manager was given.
-    [[nodiscard]] bool hasUnits() const;
 
     // Waits for whoever changes this job. The runtime folder is made if it is missing.
     [[nodiscard]] Result<Locks> lock(const JobName& name);
@@ -66,13 +64,13 @@ public:
     // The tree for oneself alone; none if somebody else is at work, or there is no tree.
     [[nodiscard]] std::optional<FileLock> tryAlone();
 
-    // Fails where the file system has no room for a job with all that its supervisors make.
-    [[nodiscard]] Result<void> checkRoom() const;
+    // Fails where the file system has no room for so many small files.
+    [[nodiscard]] Result<void> checkRoom(unsigned files) const;
     // Makes a job's folder anew with a copy of its property list.
     [[nodiscard]] Result<JobFiles> make(const JobName& name, const std::string& content) const;
     // What somebody else has put into a job's folder stays, and the folder with it.
     void remove(const JobName& name) const;
-    // All that is ours but the tree's lock, which its holder has.
+    // All folders of jobs and all locks but the tree's, which its holder has.
     void removeAll() const;
 
 private:

@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "jobs/job_store.h"
+#include "jobs/unit_marks.h"
 #include "launchctl/known_jobs.h"
 #include "launchctl/s6_manager.h"
 #include "launchctl/systemd_manager.h"
@@ -39,7 +40,7 @@ chooseManager(const std::string& folder, const std::string& agentExec, Purpose p
     const std::string session = folder.substr(0, folder.rfind('/'));
     const auto limit = purpose == Purpose::list ? answerLimitOfLists : answerLimitOfChanges;
     auto manager = UserManager::connect(session, limit);
-    const auto isAway = [&] { return !manager && store->hasUnits(); };
+    const auto isAway = [&] { return !manager && hasUnits(*store); };
     const auto isBack = [&] {
         if (isAway()) {
             manager = UserManager::connect(session, limit);

@@ -5,13 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "jobs/unit_marks.h"
 #include "launchctl/process_handle.h"
 
 namespace varnhold::services {
 
 std::optional<JobState> knownJob(const JobStore& store, const JobName& name) {
     const JobFiles files = store.job(name);
-    if (!files.isUnit() || files.isLeaving()) {
+    if (!isUnit(files) || files.isLeaving()) {
         return std::nullopt;
     }
     JobState state{.label = name.label(), .lastEnd = files.lastEnd().value_or(0)};

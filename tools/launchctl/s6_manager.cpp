@@ -4,8 +4,9 @@
 #include <optional>
 #include <vector>
 
+#include "jobs/job_names.h"
+#include "jobs/s6_readiness.h"
 #include "jobs/tree_names.h"
-#include "launchctl/known_jobs.h"
 #include "launchctl/lost_supervisors.h"
 #include "launchctl/process_handle.h"
 
@@ -19,6 +20,7 @@ using namespace std::chrono_literals;
 constexpr const char* killTimeout = "5000"; // milliseconds
 constexpr mode_t scriptMode = 0700;
 constexpr mode_t fileMode = 0600;
+constexpr unsigned filesOfJob = 32; // 22, and 5 more with the first
 constexpr auto supervisorLimit = 10s;
 constexpr std::size_t longestLine = 127; // of a script's first; newer systems take twice as many
 constexpr auto unloadLimit = 30s;        // the exit timeout and a loaded machine
@@ -48,17 +50,13 @@ std::string scriptOf(const std::string& agentExec, const std::string& way,
 } // namespace
 
 S6Manager::S6Manager(JobStore store, std::string agentExec)
-    : store_(std::move(store)), agentExec_(std::move(agentExec)), tree_(store_), scanner_(store_) {}
+    : LockingManager(std::move(store), std::move(agentExec)),
+      tree_(this->store()),
+      scanner_(this->store()) {}
 
 Result<std::unique_ptr<S6Manager>> S6Manager::open(JobStore store, std::string agentExec) {
     std::unique_ptr<S6Manager> manager(new S6Manager(std::move(store), std::move(agentExec)));
     return manager->tree_.look().map([&] { return std::move(manager); });
-}
-
-Result<JobStore::Locks> S6Manager::lock(const JobName& name) {
-    return store_.lock(name).and_then([this](JobStore::Locks locks) {
-        return tree_.look().map([&] { return std::move(locks); });
-    });
 }
 
 // A supervisor that has been killed is replaced within a second as long as the scanner runs and
@@ -115,33 +113,30 @@ Result<std::optional<JobState>> S6Manager::job(const Label& label) {
                                           : std::nullopt;
 }
 
-Result<PropertyList> S6Manager::definition(const Label& label) {
-    return definitionOf(store_, label);
-}
-
 Result<void> S6Manager::writeJob(const JobName& name, const PropertyList& list,
                                  const std::string& content) const {
-    if (auto room = store_.checkRoom(); !room) {
+    // A supervisor that can't make its own files only tries again and again, and tells nobody.
+    if (auto room = store().checkRoom(filesOfJob); !room) {
         return room;
     }
-    const auto job = store_.make(name, content);
+    const auto job = store().make(name, content);
     if (!job) {
         return failure(job.error());
     }
-    const auto& folder = *job->folder();
     const bool starts = list.runAtLoad || list.keepAlive;
-    Result<void> done = job->askToListen();
+    Result<void> done = askToListen(*job);
     const auto write = [&](const char* file, const std::string& text, mode_t mode) {
         if (done) {
-            done = folder.write(file, text, mode);
+            done = job->write(file, text, mode);
         }
     };
-    write("run", scriptOf(agentExec_, "", folder.path(), ""), scriptMode);
-    write("finish", scriptOf(agentExec_, " --ended", folder.path(), " \"$1\" \"$2\""), scriptMode);
-    write("timeout-kill", killTimeout, fileMode);
-    write("timeout-finish", "0", fileMode); // no limit
+    write(job::run, scriptOf(agentExec(), "", job->path(), ""), scriptMode);
+    write(job::finish, scriptOf(agentExec(), " --ended", job->path(), " \"$1\" \"$2\""),
+          scriptMode);
+    write(job::timeoutKill, killTimeout, fileMode);
+    write(job::timeoutFinish, "0", fileMode); // no limit
     if (!starts) {
-        write("down", "", fileMode);
+        write(job::down, "", fileMode);
     }
     return done;
 }
@@ -152,7 +147,7 @@ void S6Manager::tidyUp(const JobName& name) const {
     if (isLoaded(name)) {
         return;
     }
-    auto alone = store_.tryLock(name);
+    auto alone = store().tryLock(name);
     if (!alone || isLoaded(name)) {
         return;
     }
@@ -169,9 +164,9 @@ void S6Manager::tidyUp(const JobName& name) const {
 }
 
 void S6Manager::tidyUpMarked() const {
-    for (const JobName& name : store_.marked()) {
+    for (const JobName& name : store().marked()) {
         if (isLoaded(name)) {
-            static_cast<void>(store_.tryLock(name)); // its mark says nothing any more
+            static_cast<void>(store().tryLock(name)); // its mark says nothing any more
         } else {
             tidyUp(name);
         }
@@ -189,14 +184,14 @@ Result<void> S6Manager::startScanner() {
         return {};
     }
     const auto alone =
-        FileLock::take(*store_.folder(), tree::scannerLock, FileLock::Kind::exclusive);
+        FileLock::take(*store().folder(), tree::scannerLock, FileLock::Kind::exclusive);
     if (!alone) {
         return failure(alone.error());
     }
     if (auto made = tree_.make(); !made || scanner_.isRunning()) {
         return made;
     }
-    endLostSupervisors(store_.path());
+    endLostSupervisors(store().path());
     tidyUpAll(); // or the scanner would bring up what is found there
     for (const JobName& name : tree_.linkedJobs()) {
         tree_.hide(name);
@@ -289,34 +284,31 @@ Result<void> S6Manager::unload(const JobName& name) const {
     return failure("the supervisor of " + name.text() + " comes up again and again");
 }
 
-// Looked at before the lock as well, so that nothing is made for a job that nobody has loaded.
-Result<Outcome> S6Manager::change(const Label& label,
-                                  const std::function<Result<Outcome>(const JobName& name)>& work) {
-    const auto name = nameOfLabel(label);
-    if (!name || tree_.linkOf(*name) == S6Tree::Link::none) {
-        return Outcome::notLoaded;
-    }
-    const TakeDownAtEnd atEnd{*this};
-    const auto locks = lock(*name);
-    if (!locks) {
-        return failure(locks.error());
-    }
-    return isLoaded(*name) ? work(*name) : Outcome::notLoaded;
+Result<bool> S6Manager::mayBeLoaded(const JobName& name) {
+    return tree_.linkOf(name) != S6Tree::Link::none;
+}
+
+Result<Outcome>
+S6Manager::changeLoaded(const Label& label,
+                        const std::function<Result<Outcome>(const JobName& name)>& work) {
+    return change(label, [&](const JobName& name) {
+        return isLoaded(name) ? work(name) : Outcome::notLoaded;
+    });
 }
 
 Result<Outcome> S6Manager::bootout(const Label& label) {
     // With no job at all, its folder may have been removed under it.
     const auto lost = nameOfLabel(label);
-    if (lost && !tree_.isThere() && endLostSupervisor(store_.path(), *lost)) {
+    if (lost && !tree_.isThere() && endLostSupervisor(store().path(), *lost)) {
         return Outcome::done;
     }
-    return change(label, [this](const JobName& name) {
+    return changeLoaded(label, [this](const JobName& name) {
         return unload(name).map([] { return Outcome::done; });
     });
 }
 
 Result<Outcome> S6Manager::kickstart(const Label& label, bool kill) {
-    return change(label, [&](const JobName& name) -> Result<Outcome> {
+    return changeLoaded(label, [&](const JobName& name) -> Result<Outcome> {
         const S6Service service = tree_.service(name);
         const auto processNow = [&] { return state(service, service.look(), label).process; };
         const auto running = processNow();
@@ -348,28 +340,20 @@ Result<Outcome> S6Manager::stop(const Label& label) {
     return Outcome::done;
 }
 
-// After the last job nothing of ours is to be left running. Somebody else who is at work holds the
-// tree's lock, and looks by himself when he is done.
-void S6Manager::takeDownIfEmpty() {
-    const auto alone = store_.tryAlone();
-    if (!alone || !tree_.look()) {
-        return;
-    }
+bool S6Manager::endRemains() {
     tidyUpMarked();
     if (!scanner_.isRunning()) {
         tidyUpAll();
     }
     if (tree_.anyLinked([](const JobName&) { return true; })) {
-        return;
+        return false;
     }
     for (const JobName& name : tree_.allJobs()) {
         if (!unload(name)) {
-            return; // its agent can't be ended; the next tool tries again
+            return false; // its agent can't be ended; the next tool tries again
         }
     }
-    if (scanner_.stop()) {
-        store_.removeAll();
-    }
+    return scanner_.stop().has_value();
 }
 
 } // namespace varnhold::services

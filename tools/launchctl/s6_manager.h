@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "jobs/job_store.h"
+#include "launchctl/locking_manager.h"
 #include "launchctl/s6_scanner.h"
 #include "launchctl/s6_tree.h"
-#include "launchctl/service_manager.h"
 
 namespace varnhold::services {
 
@@ -18,7 +18,7 @@ namespace varnhold::services {
 // Each job is a service folder with a private copy of its property list; it is loaded while a link
 // to it stands in the scan folder and somebody supervises it. Everything lives in the user's
 // runtime folder, and is forgotten if that goes with the session.
-class S6Manager final : public ServiceManager {
+class S6Manager final : public LockingManager {
 public:
     // Fails if the folder of its links isn't private to the user. `agentExec`: path of the helper
     // that becomes the agent.
@@ -30,21 +30,16 @@ public:
 
     Result<std::vector<JobState>> jobs() override;
     Result<std::optional<JobState>> job(const Label& label) override;
-    Result<PropertyList> definition(const Label& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
     Result<Outcome> bootout(const Label& label) override;
     Result<Outcome> kickstart(const Label& label, bool kill) override;
     Result<Outcome> stop(const Label& label) override;
 
 private:
-    // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
-    struct TakeDownAtEnd {
-        S6Manager& manager;
-        ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
-    };
-
     S6Manager(JobStore store, std::string agentExec);
-    [[nodiscard]] Result<JobStore::Locks> lock(const JobName& name);
+    [[nodiscard]] Result<void> lookAgain() override { return tree_.look(); }
+    [[nodiscard]] Result<bool> mayBeLoaded(const JobName& name) override;
+    [[nodiscard]] bool endRemains() override;
     [[nodiscard]] bool isLoaded(const JobName& name) const;
     [[nodiscard]] bool isLoaded(const JobName& name, const S6Service& service,
                                 const S6Look& seen) const;
@@ -60,12 +55,10 @@ private:
     [[nodiscard]] Result<void> unload(const JobName& name) const;
     // Does the work on a loaded job while nobody else changes it.
     [[nodiscard]] Result<Outcome>
-    change(const Label& label, const std::function<Result<Outcome>(const JobName& name)>& work);
+    changeLoaded(const Label& label,
+                 const std::function<Result<Outcome>(const JobName& name)>& work);
     void tellToEnd(const JobName& name) const;
-    void takeDownIfEmpty();
 
-    JobStore store_;
-    std::string agentExec_;
     S6Tree tree_;
     S6Scanner scanner_;
 };

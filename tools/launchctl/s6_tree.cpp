@@ -9,6 +9,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "jobs/job_names.h"
 #include "jobs/tree_names.h"
 
 namespace varnhold::services {
@@ -17,6 +18,14 @@ namespace {
 
 std::string linkOutOfSight(const JobName& name) {
     return std::string(tree::outOfSightPrefix) + name.text();
+}
+
+// Whose link it is, in a scanner's sight or out of it.
+std::optional<JobName> jobOfLink(std::string_view link) {
+    if (link.starts_with(tree::outOfSightPrefix)) {
+        link.remove_prefix(tree::outOfSightPrefix.size());
+    }
+    return jobNamed(link);
 }
 
 void sortOut(std::vector<JobName>& names) {
@@ -86,10 +95,7 @@ std::vector<JobName> S6Tree::linkedJobs() const {
 
 bool S6Tree::anyLinked(const std::function<bool(const JobName& name)>& test) const {
     return links_ && links_->anyName([&test](std::string_view link) {
-        if (link.starts_with(tree::outOfSightPrefix)) {
-            link.remove_prefix(tree::outOfSightPrefix.size());
-        }
-        const auto name = jobNamed(link);
+        const auto name = jobOfLink(link);
         return name && test(*name);
     });
 }
@@ -98,7 +104,7 @@ std::vector<JobName> S6Tree::allJobs() const {
     std::vector<JobName> names = store_.names();
     std::erase_if(names, [this](const JobName& name) {
         const JobFiles job = store_.job(name);
-        return !job.folder() || !job.folder()->has("run");
+        return !job.folder() || !job.folder()->has(job::run);
     });
     const auto linked = linkedJobs();
     names.insert(names.end(), linked.begin(), linked.end());
@@ -113,6 +119,25 @@ S6Service S6Tree::service(const JobName& name) const {
 bool S6Tree::remove(const JobName& name) const {
     store_.remove(name);
     return !service(name).wasSupervised();
+}
+
+void S6Tree::removeLinks(const JobStore& store) {
+    if (!store.folder()) {
+        return;
+    }
+    const platform::PrivateFolder& root = *store.folder();
+    root.remove(tree::scannerLock);
+    const auto links = root.findIn(tree::scan);
+    if (!links || !*links) {
+        return;
+    }
+    for (const std::string& link : (*links)->names()) {
+        if (jobOfLink(link)) {
+            (*links)->remove(link);
+        }
+    }
+    (*links)->removeFolderOfFiles(tree::scannerState);
+    root.removeFolder(tree::scan);
 }
 
 } // namespace varnhold::services

@@ -45,6 +45,8 @@ public:
 
     // Takes the job's files away. False if a supervisor has come up there meanwhile.
     bool remove(const JobName& name) const;
+    // Takes away all links, and what a scanner that has ended has left. The tree must be locked.
+    static void removeLinks(const JobStore& store);
 
 private:
     const JobStore& store_;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/unicode.h"
+#include "jobs/unit_marks.h"
 #include "launchctl/known_jobs.h"
 #include "launchctl/process_handle.h"
 #include "launchctl/unit_name.h"
@@ -51,7 +52,7 @@ JobState stateOf(const Unit& unit, const JobFiles& files, const std::vector<Ques
         code = questions[next++].answer;
         status = questions[next++].answer;
     }
-    if (files.isHeld()) {
+    if (isHeld(files)) {
         return state;
     }
     if (mayRun(unit) && process > 0) {
@@ -64,14 +65,14 @@ JobState stateOf(const Unit& unit, const JobFiles& files, const std::vector<Ques
 } // namespace
 
 SystemdManager::SystemdManager(UserManager manager, JobStore store, std::string agentExec)
-    : manager_(std::move(manager)), store_(std::move(store)), agentExec_(std::move(agentExec)) {}
+    : LockingManager(std::move(store), std::move(agentExec)), manager_(std::move(manager)) {}
 
 Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::string>& patterns) {
     auto units = manager_.units(patterns);
     if (!units) {
         return failure(units.error());
     }
-    const auto filesOf = [this](const Unit& unit) { return store_.job(*jobOfUnit(unit.name)); };
+    const auto filesOf = [this](const Unit& unit) { return store().job(*jobOfUnit(unit.name)); };
     std::erase_if(*units, [&](const Unit& unit) {
         return !jobOfUnit(unit.name) || filesOf(unit).isLeaving();
     });
@@ -93,7 +94,7 @@ Result<std::vector<JobState>> SystemdManager::states(const std::vector<std::stri
 
 Result<std::vector<JobState>> SystemdManager::jobs() {
     auto jobs = states({patternOfAllUnits});
-    return jobs ? std::move(jobs) : knownJobs(store_); // of a manager that is up and silent
+    return jobs ? std::move(jobs) : knownJobs(store()); // of a manager that is up and silent
 }
 
 Result<std::optional<JobState>> SystemdManager::job(const Label& label) {
@@ -103,13 +104,9 @@ Result<std::optional<JobState>> SystemdManager::job(const Label& label) {
     }
     const auto found = states({unitOfJob(*name), patternOfGenerations(*name)});
     if (!found) {
-        return knownJob(store_, *name);
+        return knownJob(store(), *name);
     }
     return found->empty() ? std::nullopt : std::optional(found->front());
-}
-
-Result<PropertyList> SystemdManager::definition(const Label& label) {
-    return definitionOf(store_, label);
 }
 
 Result<std::vector<Unit>> SystemdManager::unitsOf(const JobName& name) {
@@ -117,20 +114,16 @@ Result<std::vector<Unit>> SystemdManager::unitsOf(const JobName& name) {
 }
 
 // None if the job isn't loaded, or is on its way out.
-Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const Label& label) {
-    const auto name = nameOfLabel(label);
-    if (!name) {
-        return std::optional<Loaded>();
-    }
-    const auto units = unitsOf(*name);
+Result<std::optional<SystemdManager::Loaded>> SystemdManager::find(const JobName& name) {
+    const auto units = unitsOf(name);
     if (!units) {
         return failure(units.error());
     }
-    JobFiles files = store_.job(*name);
+    JobFiles files = store().job(name);
     if (units->empty() || files.isLeaving()) {
         return std::optional<Loaded>();
     }
-    return std::optional<Loaded>(std::in_place, *name, units->front(), std::move(files));
+    return std::optional<Loaded>(std::in_place, name, units->front(), std::move(files));
 }
 
 Result<Outcome> SystemdManager::start(const JobName& name, const PropertyList& list,
@@ -140,9 +133,9 @@ Result<Outcome> SystemdManager::start(const JobName& name, const PropertyList& l
         return failure("a user manager can't be given a path with \"$\" in it: " + folder);
     }
     ServiceUnit unit{.description = unicode::isValidUtf8(list.label) ? list.label : folder,
-                     .before = {agentExec_, "--wait", folder},
-                     .main = {agentExec_, "--unit", folder},
-                     .after = {agentExec_, "--note", folder},
+                     .before = {agentExec(), "--wait", folder},
+                     .main = {agentExec(), "--unit", folder},
+                     .after = {agentExec(), "--note", folder},
                      .keepAlive = list.keepAlive};
     for (unsigned generation = 0; generation < mostGenerations; ++generation) {
         unit.name = unitOfJob(name, generation);
@@ -167,16 +160,15 @@ Result<Outcome> SystemdManager::bootstrap(const PropertyList& list, const std::s
     if (!name) {
         return failure(name.error());
     }
+    TakeDownAtEnd atEnd{*this};
     auto outcome = bootstrapAlone(*name, list, content);
-    if (!outcome) {
-        takeDownIfEmpty();
-    }
+    atEnd.isNeeded = !outcome; // of a tree with a job in it there is nothing to be asked
     return outcome;
 }
 
 Result<Outcome> SystemdManager::bootstrapAlone(const JobName& name, const PropertyList& list,
                                                const std::string& content) {
-    const auto locks = store_.lock(name);
+    const auto locks = lock(name);
     if (!locks) {
         return failure(locks.error());
     }
@@ -184,7 +176,7 @@ Result<Outcome> SystemdManager::bootstrapAlone(const JobName& name, const Proper
     if (!units) {
         return failure(units.error());
     }
-    if (!units->empty() && !store_.job(name).isLeaving()) {
+    if (!units->empty() && !store().job(name).isLeaving()) {
         return Outcome::alreadyLoaded;
     }
     for (const Unit& unit : *units) { // somebody who unloaded it was killed half-way
@@ -193,9 +185,9 @@ Result<Outcome> SystemdManager::bootstrapAlone(const JobName& name, const Proper
         }
     }
     const bool held = !list.runAtLoad && !list.keepAlive;
-    auto outcome = store_.make(name, content).and_then([&](const JobFiles& files) {
-        return files.markAsUnit()
-            .and_then([&] { return held ? files.hold() : Result<void>(); })
+    auto outcome = store().make(name, content).and_then([&](const JobFiles& files) {
+        return markAsUnit(files)
+            .and_then([&] { return held ? hold(files) : Result<void>(); })
             .and_then([&] { return start(name, list, files.path()); });
     });
     if (!outcome) {
@@ -212,14 +204,14 @@ void SystemdManager::takeBack(const JobName& name) {
     const bool gone = units && std::all_of(units->begin(), units->end(),
                                            [&](const Unit& unit) { return end(unit).has_value(); });
     if (gone) {
-        store_.remove(name);
+        store().remove(name);
     }
 }
 
 // The wish first and the mark then, so that whoever is killed on the way leaves a job that is as
 // loaded as before, or one that ends by itself.
 Result<void> SystemdManager::unload(const Unit& unit, const JobName& name) {
-    return end(unit, [&] { store_.job(name).markLeaving(); }).map([&] { store_.remove(name); });
+    return end(unit, [&] { store().job(name).markLeaving(); }).map([&] { store().remove(name); });
 }
 
 Result<void> SystemdManager::end(const Unit& unit, const std::function<void()>& onTaken) {
@@ -229,27 +221,22 @@ Result<void> SystemdManager::end(const Unit& unit, const std::function<void()>& 
     });
 }
 
-// Looked at before the lock as well, so that nothing is made for a job that nobody has loaded.
-Result<Outcome> SystemdManager::change(const Label& label,
-                                       const std::function<Result<Outcome>(const Loaded&)>& work) {
-    const auto before = find(label);
-    if (!before || !*before) {
-        return before.map([](const auto&) { return Outcome::notLoaded; });
-    }
-    const TakeDownAtEnd atEnd{*this};
-    const auto locks = store_.lock((*before)->name);
-    if (!locks) {
-        return failure(locks.error());
-    }
-    const auto loaded = find(label);
-    if (!loaded || !*loaded) {
-        return loaded.map([](const auto&) { return Outcome::notLoaded; });
-    }
-    return work(**loaded);
+Result<bool> SystemdManager::mayBeLoaded(const JobName& name) {
+    return find(name).map([](const auto& loaded) { return loaded.has_value(); });
+}
+
+Result<Outcome>
+SystemdManager::changeLoaded(const Label& label,
+                             const std::function<Result<Outcome>(const Loaded&)>& work) {
+    return change(label, [&](const JobName& name) -> Result<Outcome> {
+        const auto loaded = find(name);
+        return loaded && *loaded ? work(**loaded)
+                                 : loaded.map([](const auto&) { return Outcome::notLoaded; });
+    });
 }
 
 Result<Outcome> SystemdManager::bootout(const Label& label) {
-    return change(label, [this](const Loaded& loaded) {
+    return changeLoaded(label, [this](const Loaded& loaded) {
         return unload(loaded.unit, loaded.name).map([] { return Outcome::done; });
     });
 }
@@ -263,7 +250,7 @@ Result<SystemdManager::MainProcess> SystemdManager::mainProcess(const Unit& unit
 }
 
 Result<Outcome> SystemdManager::kickstart(const Label& label, bool kill) {
-    return change(label, [&](const Loaded& loaded) -> Result<Outcome> {
+    return changeLoaded(label, [&](const Loaded& loaded) -> Result<Outcome> {
         const auto state = job(label);
         if (!state || !*state) {
             return state.map([](const auto&) { return Outcome::notLoaded; });
@@ -283,7 +270,7 @@ Result<Outcome> SystemdManager::kickstart(const Label& label, bool kill) {
         if (list && list->keepAlive) {
             return Outcome::done;
         }
-        loaded.files.release();
+        release(loaded.files);
         // Nobody else would start it.
         return manager_.restart(loaded.unit.name).map([](Reply) { return Outcome::done; });
     });
@@ -305,32 +292,31 @@ Result<void> SystemdManager::killAgent(const Loaded& loaded, pid_t running) {
 }
 
 Result<Outcome> SystemdManager::stop(const Label& label) {
-    const auto loaded = find(label);
+    const auto name = nameOfLabel(label);
+    if (!name) {
+        return Outcome::notLoaded;
+    }
+    const auto loaded = find(*name);
     if (!loaded || !*loaded) {
         return loaded.map([](const auto&) { return Outcome::notLoaded; });
     }
-    if ((*loaded)->files.isHeld()) {
+    if (isHeld((*loaded)->files)) {
         return Outcome::done;
     }
     return manager_.kill((*loaded)->unit.name, SIGTERM).map([](Reply) { return Outcome::done; });
 }
 
-// After the last job no file of ours is to be left. Somebody else who is at work holds the tree's
-// lock, and looks by himself when he is done. Of a fleet one job is asked for: the first that the
-// manager has ends the question, and folders of those that it doesn't have are remains.
-void SystemdManager::takeDownIfEmpty() {
-    const auto alone = store_.tryAlone();
-    if (!alone) {
-        return;
-    }
-    for (const JobName& name : store_.names()) {
+// Of a fleet one job is asked for: the first that the manager has ends the question, and folders of
+// those that it doesn't have are remains.
+bool SystemdManager::endRemains() {
+    for (const JobName& name : store().names()) {
         const auto units = unitsOf(name);
         if (!units || !units->empty()) {
-            return;
+            return false;
         }
-        store_.remove(name);
+        store().remove(name);
     }
-    store_.removeAll();
+    return true;
 }
 
 } // namespace varnhold::services

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "jobs/job_store.h"
-#include "launchctl/service_manager.h"
+#include "launchctl/locking_manager.h"
 #include "launchctl/user_manager.h"
 
 namespace varnhold::services {
@@ -18,25 +18,18 @@ namespace varnhold::services {
 // its property list stands; the unit itself holds no more than that folder's path. A job is loaded
 // while its unit is in the manager's memory: running, waiting for its next start, or over. So
 // nothing survives the manager.
-class SystemdManager final : public ServiceManager {
+class SystemdManager final : public LockingManager {
 public:
     SystemdManager(UserManager manager, JobStore store, std::string agentExec);
 
     Result<std::vector<JobState>> jobs() override;
     Result<std::optional<JobState>> job(const Label& label) override;
-    Result<PropertyList> definition(const Label& label) override;
     Result<Outcome> bootstrap(const PropertyList& list, const std::string& content) override;
     Result<Outcome> bootout(const Label& label) override;
     Result<Outcome> kickstart(const Label& label, bool kill) override;
     Result<Outcome> stop(const Label& label) override;
 
 private:
-    // Made before the locks and so gone after them: whoever lets go last takes the empty tree down.
-    struct TakeDownAtEnd {
-        SystemdManager& manager;
-        ~TakeDownAtEnd() { manager.takeDownIfEmpty(); }
-    };
-
     // A job's unit and the folder that belongs to it.
     struct Loaded {
         JobName name;
@@ -56,23 +49,22 @@ private:
     [[nodiscard]] Result<MainProcess> mainProcess(const Unit& unit);
     [[nodiscard]] Result<std::vector<JobState>> states(const std::vector<std::string>& patterns);
     [[nodiscard]] Result<std::vector<Unit>> unitsOf(const JobName& name);
-    [[nodiscard]] Result<std::optional<Loaded>> find(const Label& label);
+    [[nodiscard]] Result<std::optional<Loaded>> find(const JobName& name);
+    [[nodiscard]] Result<bool> mayBeLoaded(const JobName& name) override;
+    [[nodiscard]] bool endRemains() override;
     [[nodiscard]] Result<Outcome> bootstrapAlone(const JobName& name, const PropertyList& list,
                                                  const std::string& content);
     [[nodiscard]] Result<Outcome> start(const JobName& name, const PropertyList& list,
                                         const std::string& folder);
     // Does the work on a loaded job while nobody else changes it.
-    [[nodiscard]] Result<Outcome> change(const Label& label,
-                                         const std::function<Result<Outcome>(const Loaded&)>& work);
+    [[nodiscard]] Result<Outcome>
+    changeLoaded(const Label& label, const std::function<Result<Outcome>(const Loaded&)>& work);
     [[nodiscard]] Result<void> killAgent(const Loaded& loaded, pid_t running);
     void takeBack(const JobName& name);
     [[nodiscard]] Result<void> unload(const Unit& unit, const JobName& name);
     [[nodiscard]] Result<void> end(const Unit& unit, const std::function<void()>& onTaken = {});
-    void takeDownIfEmpty();
 
     UserManager manager_;
-    JobStore store_;
-    std::string agentExec_;
 };
 
 } // namespace varnhold::services

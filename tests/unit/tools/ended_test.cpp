@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "jobs/unit_marks.h"
 #include "support/temporary_home.h"
 
 namespace varnhold::services {
@@ -142,11 +143,11 @@ TEST_F(Ended, StartsAreCountedAndWhatPreventedOneIsKeptUntilTheNext) {
 }
 
 TEST_F(Ended, RestAndLeavingAreKeptWithTheJob) {
-    EXPECT_FALSE(job.isHeld());
-    EXPECT_TRUE(job.hold());
-    EXPECT_TRUE(job.isHeld());
-    job.release();
-    EXPECT_FALSE(job.isHeld());
+    EXPECT_FALSE(isHeld(job));
+    EXPECT_TRUE(hold(job));
+    EXPECT_TRUE(isHeld(job));
+    release(job);
+    EXPECT_FALSE(isHeld(job));
     EXPECT_FALSE(job.isLeaving());
     job.markLeaving();
     EXPECT_TRUE(job.isLeaving());
