@@ -5,6 +5,14 @@
 
 namespace varnhold {
 
+namespace {
+
+QStringList currentDesktop() {
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
+}
+
+} // namespace
+
 bool desktopIsWayland() {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
@@ -12,9 +20,15 @@ bool desktopIsWayland() {
 }
 
 bool utilityWindowsAreLeftAlone() {
-    const QStringList desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
+    const QStringList desktop = currentDesktop();
     return !desktopIsWayland() || desktop.contains(QLatin1String("GNOME")) ||
            desktop.contains(QLatin1String("KDE"));
+}
+
+bool stripMayStandInTopBar() {
+    const QStringList desktop = currentDesktop();
+    return desktopIsWayland() && desktop.contains(QLatin1String("GNOME")) &&
+           !desktop.contains(QLatin1String("GNOME-Flashback")); // which has an ordinary panel
 }
 
 } // namespace varnhold

@@ -12,4 +12,9 @@ namespace varnhold {
 // for neither, nor gives it the keyboard as it appears.
 [[nodiscard]] bool utilityWindowsAreLeftAlone();
 
+// Whether the bar at the screen's top is the shell's own (GNOME), which keeps to the left end, the
+// middle and the right end of it, and lets windows that nobody manages stand above it. On X11 it
+// does so too, but takes every press on its bar for itself.
+[[nodiscard]] bool stripMayStandInTopBar();
+
 } // namespace varnhold

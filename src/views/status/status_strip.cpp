@@ -8,6 +8,7 @@
 #include <QWindow>
 #include <chrono>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "views/desktop/panel.h"
@@ -40,7 +41,7 @@ StatusStrip::StatusStrip(MenuOpener& opener, platform::UserDefaults& defaults,
     : opener_(opener),
       place_(defaults),
       removed_(std::move(removed)),
-      isUnmanaged_(hasX11() && !utilityWindowsAreLeftAlone()) {
+      isUnmanaged_(hasX11() && (stripMayStandInTopBar() || !utilityWindowsAreLeftAlone())) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setWindowFlag(Qt::BypassWindowManagerHint, isUnmanaged_);
     setAttribute(Qt::WA_TranslucentBackground);
@@ -118,13 +119,24 @@ QPoint StatusStrip::home() const {
         const QRect wanted(*kept - QPoint(width(), 0), size());
         return keptInside(wanted, screenAt(wanted).geometry());
     }
-    return freePlace(size(), QGuiApplication::primaryScreen()->availableGeometry());
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    const auto inBar = mayCoverTopBar()
+                           ? placeInTopBar(size(), screen.geometry(), screen.availableGeometry())
+                           : std::nullopt;
+    return inBar.value_or(freePlace(size(), screen.availableGeometry()));
+}
+
+// Only what no window manager has a say in may stand above the shell.
+bool StatusStrip::mayCoverTopBar() const {
+    return isUnmanaged_ && stripMayStandInTopBar();
 }
 
 // Where the user has let it go: the next one stands there too.
 void StatusStrip::putDown() {
     isBeingMoved_ = false;
-    const QPoint inside = keptInside(geometry(), screenAt(geometry()).availableGeometry());
+    const QScreen& screen = screenAt(geometry());
+    const QPoint inside =
+        keptInside(geometry(), mayCoverTopBar() ? screen.geometry() : screen.availableGeometry());
     if (inside != pos()) {
         move(inside);
     }

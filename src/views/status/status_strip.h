@@ -15,8 +15,8 @@ namespace varnhold {
 // the text as a menu bar would, and drops the menu on a click or a key. Dragging moves it, and it
 // is found there again; until then it keeps to a place where it covers nothing of use. Main thread.
 //
-// Beside a compositor that would tile it, frame it or give it the keyboard, no window manager has a
-// say in it.
+// Beside a compositor that would tile it, frame it or give it the keyboard, and over a bar that is
+// the shell's own, no window manager has a say in it.
 class StatusStrip final : public QWidget, public StatusDisplay {
     Q_OBJECT
 public:
@@ -62,6 +62,7 @@ private:
     void makeWay();
     void comeOut();
     [[nodiscard]] QPoint home() const;
+    [[nodiscard]] bool mayCoverTopBar() const;
     [[nodiscard]] QRectF imageRectangle() const;
 
     MenuOpener& opener_;

@@ -8,7 +8,8 @@ namespace varnhold {
 
 namespace {
 
-constexpr int margin = 8; // points
+constexpr int margin = 8;     // points, as all of these
+constexpr int halfClock = 90; // with the mark beside it that something is unread
 
 std::string key() {
     QStringList screens;
@@ -46,6 +47,17 @@ void StripPlace::keep(const QPoint& upperRight) {
 QPoint freePlace(const QSize& strip, const QRect& area) {
     return {area.x() + area.width() - strip.width() - margin,
             area.y() + area.height() - strip.height() - margin};
+}
+
+// The signs' part grows with what a computer has; a quarter of the width is more than they take.
+std::optional<QPoint> placeInTopBar(const QSize& strip, const QRect& screen, const QRect& area) {
+    const int bar = area.y() - screen.y();
+    const int right = screen.x() + screen.width() * 3 / 4;
+    const int left = right - strip.width();
+    if (bar < strip.height() || left < screen.x() + screen.width() / 2 + halfClock) {
+        return std::nullopt;
+    }
+    return QPoint(left, screen.y() + (bar - strip.height()) / 2);
 }
 
 } // namespace varnhold

@@ -23,8 +23,13 @@ private:
     platform::UserDefaults& defaults_;
 };
 
-// Upper left corner for a strip that nobody has moved, in what panels leave of the screen: at the
-// bottom right, where it covers no window's buttons.
+// Upper left corner for a strip that nobody has moved, where it covers no window's buttons: at the
+// bottom right of what panels leave of the screen.
 [[nodiscard]] QPoint freePlace(const QSize& strip, const QRect& area);
+
+// The same in a bar of the shell's own at the top: between the clock in its middle and the signs at
+// its right end. Nothing where there isn't the room.
+[[nodiscard]] std::optional<QPoint> placeInTopBar(const QSize& strip, const QRect& screen,
+                                                  const QRect& area);
 
 } // namespace varnhold

@@ -59,13 +59,6 @@ expandable=true
 type=statusnotifier
 """
 
-GNOME = """[org/gnome/shell]
-enabled-extensions={extensions}
-welcome-dialog-last-shown-version='999'
-[org/gnome/desktop/interface]
-enable-animations=false
-"""
-
 WAYBAR = """{"layer": "top", "position": "top", "height": 30, "modules-right": ["tray"],
              "tray": {"icon-size": 22, "spacing": 8}}"""
 WAYBAR_STYLE = "window#waybar { background: #202020; color: white; } #tray { padding: 0 4px; }"
@@ -195,41 +188,6 @@ class Lxqt(OnX, Driven, Desktop):
 
     def configure(self):
         self.write("lxqt/panel.conf", LXQT)
-
-
-class Gnome(OnX, Driven, Desktop):
-    """GNOME's shell on X11, which has no tray: what keeps its bar for itself."""
-
-    draws_menu_at = (1, 3)
-    bar = 30
-    extensions = "@as []"
-
-    def __init__(self, build):
-        super().__init__(build, bus=True, screen=f"{WIDTH}x{HEIGHT}x24")
-        system = f"unix:path={self.environment['XDG_RUNTIME_DIR']}/system"
-        self.spawn("dbus-daemon", "--session", "--nofork", f"--address={system}")
-        self.environment.update(XDG_SESSION_TYPE="x11", XDG_CURRENT_DESKTOP="GNOME",
-                                LIBGL_ALWAYS_SOFTWARE="1", GSETTINGS_BACKEND="keyfile",
-                                DBUS_SYSTEM_BUS_ADDRESS=system)
-        self.write("glib-2.0/settings/keyfile", GNOME.format(extensions=self.extensions))
-        self.spawn("gnome-shell", "--x11", "--sm-disable")
-        wait_until("the shell's bar", lambda: self.tool(
-            "xprop", "-root", "_NET_WORKAREA").stdout.split("=")[-1].split(",")[1:2] == [" 32"])
-        # It begins with an overview of all windows, which leaves nothing of the desktop at its edge.
-        def overview_is_left():
-            self.key("Escape")
-            edge = self.seen("4x4+10+400")
-            return len(edge) == 48 and edge[2] > edge[0] + 60
-        wait_until("the desktop", overview_is_left)
-
-
-class GnomeWithIcons(Gnome):
-    """The same with the extension that shows icons in its bar, as many have it."""
-
-    extensions = "['ubuntu-appindicators@ubuntu.com']"
-
-    def start_panel(self):
-        wait_until("the panel", lambda: WATCHER in self.bus_names())
 
 
 class Waybar(Driven, WaylandDesktop):

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <optional>
 
 #include "views/desktop/near_scale.h"
 #include "views/desktop/placement.h"
@@ -67,6 +68,20 @@ TEST(NearScale, IsOneThatNobodySees) {
 
 TEST(FreePlace, IsAtTheBottomRightBesideThePanels) {
     EXPECT_EQ(freePlace({80, 28}, area), QPoint(912, 764));
+}
+
+TEST(FreePlace, InTheShellsBarIsBetweenItsClockAndItsSigns) {
+    const QRect large(0, 0, 1280, 800);
+    EXPECT_EQ(placeInTopBar({120, 28}, large, {0, 32, 1280, 768}), QPoint(840, 2));
+    EXPECT_EQ(placeInTopBar({120, 28}, large.translated(1280, 100), {1280, 132, 1280, 768}),
+              QPoint(2120, 102));
+}
+
+TEST(FreePlace, IsNotInABarWithoutTheRoom) {
+    const QRect large(0, 0, 1280, 800);
+    EXPECT_EQ(placeInTopBar({120, 28}, large, {0, 27, 1280, 773}), std::nullopt);
+    EXPECT_EQ(placeInTopBar({120, 28}, large, {0, 0, 1280, 760}), std::nullopt);
+    EXPECT_EQ(placeInTopBar({240, 28}, large, {0, 32, 1280, 768}), std::nullopt);
 }
 
 TEST(KeptInside, MovesAWindowNoFurtherThanNeeded) {
