@@ -8,11 +8,12 @@ namespace {
 
 constexpr char separator = '\n'; // neither text has line ends
 
-std::string take(const char* variable) {
+constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
+constexpr const char* startupVariable = "DESKTOP_STARTUP_ID";
+
+std::string given(const char* variable) {
     const char* value = std::getenv(variable);
-    std::string taken = value != nullptr ? value : "";
-    ::unsetenv(variable);
-    return taken;
+    return value != nullptr ? value : "";
 }
 
 } // namespace
@@ -28,8 +29,15 @@ Activation Activation::fromText(const std::string& text) {
                : Activation{.token = text.substr(0, end), .startupId = text.substr(end + 1)};
 }
 
+Activation givenActivation() {
+    return {.token = given(tokenVariable), .startupId = given(startupVariable)};
+}
+
 Activation takeActivation() {
-    return {.token = take("XDG_ACTIVATION_TOKEN"), .startupId = take("DESKTOP_STARTUP_ID")};
+    Activation taken = givenActivation();
+    ::unsetenv(tokenVariable);
+    ::unsetenv(startupVariable);
+    return taken;
 }
 
 } // namespace varnhold

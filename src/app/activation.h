@@ -17,6 +17,9 @@ struct Activation {
     bool operator==(const Activation&) const = default;
 };
 
+// That of this start, which stays in the environment for the program that this one becomes.
+[[nodiscard]] Activation givenActivation();
+
 // That of this start, taken out of the environment. Call before there are other threads.
 [[nodiscard]] Activation takeActivation();
 

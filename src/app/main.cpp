@@ -4,6 +4,7 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <sys/prctl.h>
 
 #include "app/activation.h"
 #include "app/app_delegate.h"
@@ -150,6 +151,7 @@ void sayIfCodeIsMissing(const varnhold::platform::System& system) {
 
 int main(int argc, char** argv) {
     varnhold::platform::shedInheritedState();
+    ::prctl(PR_SET_NAME, "varnhold"); // what users know it by, in the lists of processes
     if (const auto answered = varnhold::answerWords(argc, argv)) {
         return *answered;
     }

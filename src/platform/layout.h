@@ -18,8 +18,11 @@ struct Layout {
 // bundle has its own folder in that place. The tool is the system's.
 [[nodiscard]] Layout macLayout(const std::string& executable);
 
-// PREFIX/bin/varnhold has PREFIX/lib/varnhold as its bundle and its own tool in
-// PREFIX/libexec/varnhold; a build folder is laid out like a prefix.
+// PREFIX/bin/varnhold and PREFIX/libexec/varnhold/supervisor have PREFIX/lib/varnhold as their
+// bundle and their own tool in PREFIX/libexec/varnhold; a build folder is laid out like a prefix.
 [[nodiscard]] Layout linuxLayout(const std::string& executable);
+
+// The program that PREFIX/bin/varnhold becomes where none runs yet.
+[[nodiscard]] std::string supervisorBehind(const std::string& executable);
 
 } // namespace varnhold::platform

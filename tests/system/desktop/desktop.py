@@ -50,7 +50,8 @@ class Desktop:
         for folder in ("bin", "libexec/varnhold"):
             (self.prefix / folder).mkdir(parents=True)
         self.support.mkdir(parents=True)
-        shutil.copy2(self.build / "bin/varnhold", self.prefix / "bin")
+        for program in ("bin/varnhold", "libexec/varnhold/supervisor"):
+            shutil.copy2(self.build / program, self.prefix / program)
         tool = self.prefix / "libexec/varnhold/launchctl"
         tool.write_text(LAUNCHCTL)
         tool.chmod(0o755)

@@ -175,6 +175,12 @@ class FaultsTest(unittest.TestCase):
         self.assertEqual((code, out), (64, ""))
         self.assertIn('"--start"', err)
 
+    def test_says_so_in_one_sentence_where_a_part_of_it_is_missing(self):
+        program = self.session.prefix / "libexec/varnhold/supervisor"
+        program.unlink()
+        self.assertEqual(self.run_without_display(),
+                         (69, "", f"varnhold: {program}: No such file or directory.\n"))
+
     def test_says_so_in_one_sentence_where_there_is_no_display(self):
         self.assertEqual(self.run_without_display(),
                          (69, "", "varnhold: there is no display to show itself on.\n"))

@@ -137,6 +137,13 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual({role: self.session.pid_of(role) for role in self.pids}, self.pids)
         self.assertIn(self.session.supervisor.pid, before)
 
+    def test_a_second_start_is_over_before_it_needs_the_supervisors_program(self):
+        self.launch()
+        (self.session.prefix / "libexec/varnhold/supervisor").unlink()
+        second = self.session.tool(self.session.prefix / "bin/varnhold")
+        self.assertEqual((second.returncode, second.stdout, second.stderr), (0, "", ""))
+        wait_until("the window", lambda: self.session.windows("^Varnhold$"))
+
     def test_an_agent_paused_while_it_ran_goes_on_until_quit(self):
         self.launch()
         bots = self.session.bots()

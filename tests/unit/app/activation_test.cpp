@@ -19,6 +19,7 @@ TEST(ActivationTest, ArrivesAsItWasHandedOver) {
 TEST(ActivationTest, IsLeftToNobodyElse) {
     ::setenv("XDG_ACTIVATION_TOKEN", "a", 1);
     ::setenv("DESKTOP_STARTUP_ID", "b", 1);
+    EXPECT_EQ(givenActivation(), (Activation{.token = "a", .startupId = "b"}));
     EXPECT_EQ(takeActivation(), (Activation{.token = "a", .startupId = "b"}));
     EXPECT_EQ(std::getenv("XDG_ACTIVATION_TOKEN"), nullptr);
     EXPECT_EQ(std::getenv("DESKTOP_STARTUP_ID"), nullptr);

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <string>
 
 #include "platform/layout.h"
 
@@ -27,6 +28,15 @@ TEST(LinuxLayout, PiecesLieUnderThePrefixOfTheExecutable) {
 TEST(LinuxLayout, APrefixAtTheRootHasNoName) {
     EXPECT_EQ(linuxLayout("/bin/varnhold"),
               (Layout{"/lib/varnhold", "/libexec/varnhold/launchctl"}));
+    EXPECT_EQ(linuxLayout("/libexec/varnhold/supervisor"), linuxLayout("/bin/varnhold"));
+}
+
+TEST(LinuxLayout, WhatIsStartedAndWhatItBecomesHaveTheSamePieces) {
+    for (const std::string prefix : {"/usr", "/opt/varnhold 7", "/srv/libexec/varnhold"}) {
+        const std::string started = prefix + "/bin/varnhold";
+        EXPECT_EQ(supervisorBehind(started), prefix + "/libexec/varnhold/supervisor");
+        EXPECT_EQ(linuxLayout(supervisorBehind(started)), linuxLayout(started));
+    }
 }
 
 } // namespace
