@@ -2,6 +2,7 @@
 """What a person waits for, and what the program takes while nobody asks anything of it; medians.
 
     bench/budgets.py BUILD [--rounds N]
+    bench/all BUILD --only budgets           the same, into docs/performance.md
 
 Needs a build with VARNHOLD_BENCH. All is done in the sandbox of the system tests, on a display of its own,
 with the sample fleet, and again with 200 bots and 500 models; the agents are those that do nothing. What
@@ -79,6 +80,12 @@ def window_figures(build, name, rounds, figures):
         subprocess.run([session.prefix / "bin/varnhold"], env=session.environment, check=True)
         return (time.perf_counter() - begin) * 1000
 
+    def nothing():
+        """Started as a second start is: what none can undercut."""
+        begin = time.perf_counter()
+        subprocess.run(["/usr/bin/true"], env=session.environment, check=True)
+        return (time.perf_counter() - begin) * 1000
+
     def opening():
         begin = time.monotonic_ns()
         alone = knock()
@@ -104,6 +111,7 @@ def window_figures(build, name, rounds, figures):
                 later, alone = opening()
                 add("later opening besides the second start, ms", later)
             add("second start, ms", knock())
+            add("a program that does nothing, ms", nothing())
             quit_program(session)
     finally:
         windows.end()
@@ -131,7 +139,7 @@ def picture_figures(build, figures):
     for line in done.stdout.splitlines():
         what, median, _ = line.split("\t")
         if what.endswith(" 60 bots"):
-            figures[f"{what}, ms"] = [float(median)]
+            figures[f"{FLEETS[0]}: {what}, ms"] = [float(median)]
 
 
 def inside(build, options):
@@ -142,8 +150,19 @@ def inside(build, options):
     if options.fleet == FLEETS[0]:
         picture_figures(build, figures)
     window_figures(build, options.fleet, options.rounds, figures)
-    for what, values in figures.items():
-        print(f"{what:78} {statistics.median(values):9.2f}", flush=True)
+    print(json.dumps({what: statistics.median(values) for what, values in figures.items()}))
+
+
+def measure(build, rounds):
+    """Figures by "FLEET: WHAT, UNIT"."""
+    figures = {}
+    for fleet in FLEETS:
+        done = subprocess.run(
+            [SOURCE / "tests/system/in-sandbox", "--tmpfs", "/opt", "--ro-bind", build / "bench/bench_agent",
+             AGENT, sys.executable, __file__, build, "--inside", "--fleet", fleet,
+             "--rounds", str(rounds)], check=True, stdout=subprocess.PIPE, text=True)
+        figures.update(json.loads(done.stdout.splitlines()[-1]))
+    return figures
 
 
 def main():
@@ -157,11 +176,8 @@ def main():
     if options.inside:
         inside(build, options)
         return
-    for fleet in FLEETS:
-        subprocess.run(
-            [SOURCE / "tests/system/in-sandbox", "--tmpfs", "/opt", "--ro-bind", build / "bench/bench_agent",
-             AGENT, sys.executable, __file__, build, "--inside", "--fleet", fleet,
-             "--rounds", str(options.rounds)], check=True)
+    for what, value in measure(build, options.rounds).items():
+        print(f"{what:78} {value:9.3f}", flush=True)
 
 
 if __name__ == "__main__":
