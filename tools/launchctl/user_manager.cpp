@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <set>
+#include <map>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -106,12 +106,19 @@ int onReply(sd_bus_message* reply, void* data, sd_bus_error*) {
 struct UserManager::Connection {
     Bus bus;
     bool listens = false;
-    std::set<std::string> finished; // jobs that the manager has told the end of
+    struct End {
+        std::string unit;
+        bool failed = false;
+    };
+    std::map<std::string, End> finished; // jobs that the manager has told the end of
 
     static int onJobRemoved(sd_bus_message* message, void* self, sd_bus_error*) {
         const char* path = nullptr;
-        if (sdBus().message_read(message, "uoss", nullptr, &path, nullptr, nullptr) >= 0) {
-            static_cast<Connection*>(self)->finished.insert(path);
+        const char* unit = nullptr;
+        const char* result = nullptr;
+        if (sdBus().message_read(message, "uoss", nullptr, &path, &unit, &result) >= 0) {
+            static_cast<Connection*>(self)->finished.insert_or_assign(
+                path, End{unit, std::string_view(result) == "failed"});
         }
         return 0;
     }
@@ -158,7 +165,27 @@ struct UserManager::Connection {
         return failure(silent ? reasonOf(code) : error.message());
     }
 
-    // For calls that make a job: waits until it has been worked off, however it went.
+    // Whether the manager could start no process for the unit.
+    bool lacksResources(const std::string& unit) const {
+        Message found;
+        sdBus().call_method(bus.get(), service, object, manager, "GetUnit", nullptr, found.out(),
+                            "s", unit.c_str());
+        const char* path = nullptr;
+        if (found.get() == nullptr || sdBus().message_read(found.get(), "o", &path) < 0) {
+            return false;
+        }
+        Message answer;
+        sdBus().call_method(bus.get(), service, path, "org.freedesktop.DBus.Properties", "Get",
+                            nullptr, answer.out(), "ss", "org.freedesktop.systemd1.Service",
+                            "Result");
+        const char* result = nullptr;
+        return answer.get() != nullptr &&
+               sdBus().message_read(answer.get(), "v", "s", &result) >= 0 &&
+               std::string_view(result) == "resources";
+    }
+
+    // For calls that make a job: waits until it has been worked off. However it went, the manager
+    // sees to the unit from then on; only what it couldn't begin is a failure.
     Result<Reply> callAndWait(const Message& message, const std::function<void()>& onTaken = {}) {
         Message reply;
         auto replied = call(message, reply);
@@ -171,10 +198,10 @@ struct UserManager::Connection {
             onTaken();
         }
         const std::string job = path;
-        const auto end = std::chrono::steady_clock::now() + jobLimit;
+        const auto latest = std::chrono::steady_clock::now() + jobLimit;
         while (!finished.contains(job)) {
             const auto left = std::chrono::duration_cast<std::chrono::microseconds>(
-                end - std::chrono::steady_clock::now());
+                latest - std::chrono::steady_clock::now());
             const int worked = sdBus().process(bus.get(), nullptr);
             if (worked < 0) {
                 return failure(reasonOf(worked));
@@ -186,7 +213,10 @@ struct UserManager::Connection {
                 sdBus().wait(bus.get(), static_cast<std::uint64_t>(left.count()));
             }
         }
-        return Reply::done;
+        const End& end = finished[job];
+        return end.failed && lacksResources(end.unit)
+                   ? failure("no process can be started by the user manager")
+                   : Result<Reply>(Reply::done);
     }
 
     Result<Reply> job(const char* member, const std::string& unit,

@@ -3,6 +3,7 @@
 Each test runs in a sandbox of its own: test_limits.py BUILD_FOLDER TEST_NAME
 """
 
+import contextlib
 import os
 import pathlib
 import shutil
@@ -62,6 +63,44 @@ class LimitsTest(ServicesCase):
             self.assertIn("no process can be started: Resource temporarily unavailable", done.stderr)
             self.assertNotIn("s6", done.stderr)
         self.assertEqual(job.starts(), [])
+
+    @contextlib.contextmanager
+    def no_process_left(self):
+        """For the user manager: each of its forks fails."""
+        forks = "clone,clone3,fork,vfork"
+        with subprocess.Popen(["strace", "-f", "-o", "/dev/null", "-e", f"trace={forks}", "-e",
+                               f"inject={forks}:error=EAGAIN", "-p", str(self.systemd.pid)],
+                              stderr=subprocess.PIPE, text=True) as strace:
+            self.assertIn("attached", strace.stderr.readline())
+            try:
+                yield
+            finally:
+                strace.terminate()
+                strace.communicate()
+
+    @only("systemd", "s6 has no process that starts all others")
+    def test_a_job_for_which_the_user_manager_has_no_process_left_says_so(self):
+        reason = "no process can be started by the user manager"
+        for number, values in enumerate(({}, {"KeepAlive": False},
+                                         {"KeepAlive": False, "RunAtLoad": False})):
+            job = self.job(f"com.example.{number}", **values)
+            with self.no_process_left():
+                said = self.bootstrap(job)
+                self.assertEqual((said.code, said.out), (69, ""), values)
+                self.assertIn(reason, said.error)
+                self.assertEqual(self.jobs(), {})
+            self.assert_nothing_is_left()
+            self.assertEqual(job.starts(), [])
+            self.assertEqual(self.bootstrap(job), SILENT)
+            with self.no_process_left():
+                said = self.launchctl("kickstart", job.target)
+                self.assertEqual(said.code, 0 if values.get("RunAtLoad", True) else 69, values)
+                self.assertIn(job.label, self.jobs())
+            self.assertEqual(self.launchctl("kickstart", job.target), SILENT)
+            self.await_up(job)
+            self.assertEqual(len(self.agents()), 1)
+            self.assertEqual(self.bootout(job), SILENT)
+            self.assert_nothing_is_left()
 
     @only("s6", S6_ONLY)
     def test_jobs_whose_folders_were_cleaned_away_can_be_unloaded(self):
