@@ -180,6 +180,36 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(self.session.supervisor.wait(60), 0)
         self.assert_fleet_is_down()
 
+    def write_long_names(self):
+        """Of whatever has a name in the window."""
+        name = "long name " * 500_000
+        for file, entry, key in (("bots.json", 0, "title"), ("architect_preferences.json", 0, "name"),
+                                 ("custom_groups.json", 0, "name")):
+            path = self.session.support / file
+            content = json.loads(path.read_text())
+            content[entry][key] = name
+            path.write_text(json.dumps(content))
+        path = self.session.support / "model_library.json"
+        library = json.loads(path.read_text())
+        library["models"][0]["name"] = name
+        path.write_text(json.dumps(library))
+
+    def test_names_out_of_all_measure_hold_up_neither_window_nor_menu(self):
+        self.begin()
+        self.write_long_names()
+        self.session.start()
+        wait_until("the fleet is up", lambda: len(agents()) >= 5)
+        began = time.monotonic()
+        self.session.tool(self.session.prefix / "bin/varnhold")
+        wait_until("the window", lambda: self.session.windows("^Varnhold$"))
+        self.open_and_close_menu()  # which the window's own work would hold up
+        figure("window with names of 5 MB, shown and the menu opened after", time.monotonic() - began, "s")
+        figure("memory at most, with names of 5 MB in the window", self.memory("VmHWM"), "MB")
+        self.assertLess(self.memory("VmHWM"), MOST_MEMORY)
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(60), 0)
+        self.assert_fleet_is_down()
+
     def test_settings_out_of_all_measure_keep_it_from_starting_no_fleet_but_that(self):
         self.begin()
         for name in ("custom_groups.json", "model_library.json", "chain_bot_assignments.json"):

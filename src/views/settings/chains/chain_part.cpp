@@ -74,7 +74,7 @@ QStringList ChainPart::builtIns() const {
     QStringList names;
     if (section_.list == TargetList::voice) {
         for (const AIModelItem& tool : view().localToolModels) {
-            names.append(toQString(tool.displayName()));
+            names.append(shownText(tool.displayName()));
         }
     }
     return names;

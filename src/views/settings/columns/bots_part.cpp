@@ -53,9 +53,9 @@ using Column = RowColumn<ShownBot>;
 
 constexpr std::array botColumns{
     Column{"label", [](Shown row) -> QVariant { return toQString(row.bot.launchdLabel); }},
-    Column{"icon", [](Shown row) -> QVariant { return toQString(row.bot.icon); }},
-    Column{"title", [](Shown row) -> QVariant { return toQString(row.bot.title); }},
-    Column{"role", [](Shown row) -> QVariant { return toQString(row.bot.role); }},
+    Column{"icon", [](Shown row) -> QVariant { return shownText(row.bot.icon); }},
+    Column{"title", [](Shown row) -> QVariant { return shownText(row.bot.title); }},
+    Column{"role", [](Shown row) -> QVariant { return shownText(row.bot.role); }},
     Column{"presence", [](Shown row) -> QVariant { return presenceName(row.presence); }},
     Column{"presenceHelp", [](Shown row) -> QVariant { return toQString(label(row.presence)); }},
     Column{"isPaused", [](Shown row) -> QVariant { return row.bot.paused(); }},
@@ -195,7 +195,7 @@ QVariantList BotsPart::openMenu(int row) {
     QVariantList shown;
     for (const BotMenuItem& item : menu_) {
         shown.append(QVariantMap{{QStringLiteral("kind"), kindName(item.kind)},
-                                 {QStringLiteral("title"), toQString(item.title)},
+                                 {QStringLiteral("title"), shownText(item.title)},
                                  {QStringLiteral("symbol"), toQString(item.symbol)},
                                  {QStringLiteral("destructive"), item.destructive},
                                  {QStringLiteral("checked"), item.symbol == checkmark}});

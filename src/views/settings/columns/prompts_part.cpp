@@ -14,7 +14,7 @@ void PromptsPart::sync(Animation /*animation*/) {
         masterPrompt_ = now;
         emit masterPromptChanged();
     }
-    if (const QString now = toQString(promptPanelSubject(view()).value_or(""));
+    if (const QString now = shownText(promptPanelSubject(view()).value_or(""));
         now != botSubject_) {
         botSubject_ = now;
         emit botSubjectChanged();

@@ -18,7 +18,7 @@ constexpr std::array chipColumns{
     RowColumn<PathChip>{"path",
                         [](const PathChip& chip) -> QVariant { return toQString(chip.path); }},
     RowColumn<PathChip>{"name",
-                        [](const PathChip& chip) -> QVariant { return toQString(chip.name); }},
+                        [](const PathChip& chip) -> QVariant { return shownText(chip.name); }},
     RowColumn<PathChip>{"image",
                         [](const PathChip& chip) -> QVariant { return toQString(chip.image); }},
 };
@@ -95,7 +95,7 @@ void GroupPart::sync(Animation) {
     const auto doctrine = column_.doctrineChips(group);
     show(attachments, seenAttachments_, attachments_);
     show(doctrine, seenDoctrine_, doctrine_);
-    Shown now{.name = toQString(group.name),
+    Shown now{.name = shownText(group.name),
               .ground = toQColor(group.pastelColor()),
               .objectives = toQString(group.objectives),
               .expanded = column_.expandedObjectives().contains(id_),

@@ -10,7 +10,7 @@ void TokenSheetModel::show(std::optional<BotTokenSheet> sheet) {
 }
 
 QString TokenSheetModel::heading() const {
-    return sheet_ ? toQString(sheet_->heading()) : QString();
+    return sheet_ ? shownText(sheet_->heading()) : QString();
 }
 
 QStringList TokenSheetModel::services() const {
@@ -53,7 +53,7 @@ void TokenSheetModel::setToken(const QString& token) {
 }
 
 QString TokenSheetModel::help() const {
-    return sheet_ ? toQString(sheet_->help()) : QString();
+    return sheet_ ? shownText(sheet_->help()) : QString();
 }
 
 bool TokenSheetModel::canSave() const {
@@ -81,7 +81,7 @@ void PromptEditorModel::show(std::optional<BotPromptEditor> sheet) {
 }
 
 QString PromptEditorModel::heading() const {
-    return sheet_ ? toQString(sheet_->heading()) : QString();
+    return sheet_ ? shownText(sheet_->heading()) : QString();
 }
 
 QString PromptEditorModel::text() const {

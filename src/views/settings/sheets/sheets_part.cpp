@@ -22,7 +22,7 @@ QString SheetsPart::version() const {
 
 void SheetsPart::sync(Animation animation) {
     manageGroups_.sync(animation);
-    if (const QString text = toQString(view().alertMsg); text != alertText_) {
+    if (const QString text = shownText(view().alertMsg); text != alertText_) {
         alertText_ = text;
         emit alertTextChanged();
     }

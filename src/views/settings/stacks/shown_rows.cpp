@@ -17,9 +17,9 @@ using ModelColumn = RowColumn<ShownModel>;
 constexpr std::array botColumns{
     BotColumn{"label",
               [](const BotConfig& bot) -> QVariant { return toQString(bot.launchdLabel); }},
-    BotColumn{"icon", [](const BotConfig& bot) -> QVariant { return toQString(bot.icon); }},
-    BotColumn{"title", [](const BotConfig& bot) -> QVariant { return toQString(bot.title); }},
-    BotColumn{"role", [](const BotConfig& bot) -> QVariant { return toQString(bot.role); }},
+    BotColumn{"icon", [](const BotConfig& bot) -> QVariant { return shownText(bot.icon); }},
+    BotColumn{"title", [](const BotConfig& bot) -> QVariant { return shownText(bot.title); }},
+    BotColumn{"role", [](const BotConfig& bot) -> QVariant { return shownText(bot.role); }},
     BotColumn{"paused", [](const BotConfig& bot) -> QVariant { return bot.paused(); }},
 };
 
@@ -28,9 +28,9 @@ constexpr std::array modelColumns{
                 [](const ShownModel& row) -> QVariant { return toQString(row.model.uid()); }},
     ModelColumn{
         "name",
-        [](const ShownModel& row) -> QVariant { return toQString(row.model.displayName()); }},
+        [](const ShownModel& row) -> QVariant { return shownText(row.model.displayName()); }},
     ModelColumn{"tag",
-                [](const ShownModel& row) -> QVariant { return toQString(modelTag(row.model)); }},
+                [](const ShownModel& row) -> QVariant { return shownText(modelTag(row.model)); }},
     ModelColumn{
         "ground",
         [](const ShownModel& row) -> QVariant { return toQString(name(row.model.themeColor())); }},
