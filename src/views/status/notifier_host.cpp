@@ -26,6 +26,9 @@ constexpr int firstAnswerWithin = 500; // a bus answers in one or two
 const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString hostPrefix = QStringLiteral("org.kde.StatusNotifierHost");
+// Plasma's background process, whatever its version. It keeps a list, says that somebody shows it,
+// and shows nothing.
+const QString daemonPrefix = QStringLiteral("org.kde.kded");
 
 QDBusMessage hostQuestion() {
     QDBusMessage question = QDBusMessage::createMethodCall(
@@ -36,10 +39,10 @@ QDBusMessage hostQuestion() {
     return question;
 }
 
-QDBusMessage nameQuestion() {
+QDBusMessage busQuestion(const char* method) {
     return QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
+        QStringLiteral("org.freedesktop.DBus"), QLatin1String(method));
 }
 
 QDBusMessage ping(const QString& host) {
@@ -58,6 +61,11 @@ void ask(QObject* context, const QDBusMessage& question,
         call->deleteLater();
         answered(call->reply());
     });
+}
+
+QStringList namesWith(const QString& prefix, QStringList names) {
+    names.removeIf([&prefix](const QString& name) { return !name.startsWith(prefix); });
+    return names;
 }
 
 // Whoever answers lives, be it to say that it doesn't know the question.
@@ -111,7 +119,7 @@ void NotifierHost::check() {
     ask(this, hostQuestion(), [this, round](const QDBusMessage& answer) {
         const QDBusReply<QVariant> hasHost = answer;
         if (hasHost.isValid() && hasHost.value().toBool()) {
-            askHosts(round);
+            askHosts(round, answer.service());
             return;
         }
         conclude(round, false);
@@ -121,15 +129,27 @@ void NotifierHost::check() {
     });
 }
 
-void NotifierHost::askHosts(int round) {
-    ask(this, nameQuestion(), [this, round](const QDBusMessage& answer) {
-        QStringList hosts = QDBusReply<QStringList>(answer).value();
-        hosts.removeIf([](const QString& name) { return !name.startsWith(hostPrefix); });
-        if (hosts.isEmpty()) {
-            conclude(round, true); // who keeps the list shows the icons too, and has just answered
-        } else {
+void NotifierHost::askHosts(int round, const QString& listKeeper) {
+    ask(this, busQuestion("ListNames"), [this, round, listKeeper](const QDBusMessage& answer) {
+        const QStringList names = QDBusReply<QStringList>(answer).value();
+        const QStringList hosts = namesWith(hostPrefix, names);
+        const QStringList daemons = namesWith(daemonPrefix, names);
+        if (!hosts.isEmpty()) {
             pingAll(hosts, round);
+        } else if (!daemons.isEmpty()) {
+            askForShower(round, listKeeper, daemons.first());
+        } else {
+            conclude(round, true); // who keeps the list shows the icons too, and has just answered
         }
+    });
+}
+
+// The same, unless it is that process who keeps the list.
+void NotifierHost::askForShower(int round, const QString& listKeeper, const QString& daemon) {
+    QDBusMessage question = busQuestion("GetNameOwner");
+    question << daemon;
+    ask(this, question, [this, round, listKeeper](const QDBusMessage& answer) {
+        conclude(round, QDBusReply<QString>(answer).value() != listKeeper);
     });
 }
 

@@ -32,7 +32,8 @@ private slots:
 
 private:
     void watch();
-    void askHosts(int round);
+    void askHosts(int round, const QString& listKeeper);
+    void askForShower(int round, const QString& listKeeper, const QString& daemon);
     void pingAll(const QStringList& hosts, int round);
     void conclude(int round, bool isThere);
     void listReplaced();

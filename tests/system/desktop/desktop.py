@@ -139,6 +139,12 @@ class Desktop:
         wait_until("the panel", lambda: WATCHER in self.bus_names())
         return panel
 
+    def start_list(self):
+        """A list of icons that nobody shows."""
+        keeper = self.spawn(self.build / "tests/fake_desktop", "list")
+        wait_until("the list", lambda: WATCHER in self.bus_names())
+        return keeper
+
     def start_host(self):
         """One that shows icons of another's list, as some desktops have it."""
         host = self.spawn(self.build / "tests/fake_desktop", "host")

@@ -3,6 +3,7 @@
 //   panel   has room for described tray icons: it owns the name that they announce themselves to
 //   and
 //           remembers who came. Whoever tests then asks the icons themselves.
+//   list    keeps such a list and shows nothing, as Plasma's background process does.
 //   host    shows icons of a panel's list, or so its name on the bus says.
 //   portal  tells the desktop's wish for dark or light: 2, for light, until a line on standard
 //   input
@@ -178,6 +179,11 @@ int main(int argc, char** argv) {
     Watcher watcher;
     if (!offerIfAsked("panel", watcher, "/StatusNotifierWatcher",
                       "org.kde.StatusNotifierWatcher")) {
+        return EXIT_FAILURE;
+    }
+    if (!offerIfAsked("list", watcher, "/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher") ||
+        (pieces.contains(QStringLiteral("list")) &&
+         !QDBusConnection::sessionBus().registerService(QStringLiteral("org.kde.kded5")))) {
         return EXIT_FAILURE;
     }
     if (pieces.contains(QStringLiteral("host")) &&

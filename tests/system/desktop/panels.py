@@ -96,10 +96,15 @@ class Driven:
                               env=dict(self.environment, DISPLAY=DISPLAY), capture_output=True,
                               check=False).stdout
 
+    def icons_area(self):
+        """Left, top, width and height of the part of the panel that the icon is in."""
+        return 0, 0, WIDTH, self.bar
+
     def coloured_places(self):
         """Places in the panel that are of a strong colour, as the bars are and little else is."""
-        raw = self.seen(f"{WIDTH}x{self.bar}+0+0")
-        return [(i // 3 % WIDTH, i // 3 // WIDTH) for i in range(0, len(raw), 3)
+        left, top, width, height = self.icons_area()
+        raw = self.seen(f"{width}x{height}+{left}+{top}")
+        return [(left + i // 3 % width, top + i // 3 // width) for i in range(0, len(raw), 3)
                 if max(raw[i:i + 3]) - min(raw[i:i + 3]) > 100]
 
     def icon(self):
@@ -114,7 +119,8 @@ class Driven:
     def red_places(self):
         """Places of the mark that something has crashed: red, at the right, where no bar is."""
         x, _ = self.icon()
-        raw = self.seen(f"{WIDTH - x - 2}x{self.bar}+{x + 2}+0")
+        left, top, width, height = self.icons_area()
+        raw = self.seen(f"{left + width - x - 2}x{height}+{x + 2}+{top}")
         return sum(raw[i] > 200 and raw[i + 1] < 70 and raw[i + 2] < 70
                    for i in range(0, len(raw), 3))
 
@@ -135,8 +141,9 @@ class Driven:
     def open_panels_menu(self, button):
         """Presses the icon and waits for what the panel shows; gives what was seen before."""
         # Where menus of the icon are, and nothing that a window manager shows for a moment.
-        below = f"400x{HEIGHT - self.bar - 20}+{WIDTH - 400}+{self.bar + 20}"
         x, y = self.icon()
+        top = self.bar + 20 if y < HEIGHT // 2 else 0
+        below = f"400x{HEIGHT - self.bar - 20}+{WIDTH - 400}+{top}"
         before = self.seen(below)
         self.click(x, y, button)
         wait_until("the menu of the panel",

@@ -380,6 +380,16 @@ class DesktopTest(unittest.TestCase):
         host.kill()
         host.wait()
 
+    def test_list_that_nobody_shows_is_no_tray(self):
+        desktop, _ = self.with_strip(bus=True)
+        desktop.start_list()
+        for _ in range(2):
+            host = desktop.start_host()
+            self.await_no_strip()
+            host.kill()
+            host.wait()
+            desktop.strip("^Varnhold, 2 of 3")
+
     def test_both_kinds_of_tray_come_and_go(self):
         desktop, _ = self.with_strip(bus=True)
         for _ in range(2):
