@@ -9,8 +9,8 @@
 
 #include "base/files.h"
 #include "shell/constants.h"
-#include "status/menu.h"
 #include "status/notices.h"
+#include "status/reauth_alerts.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include <QApplication>
 #include <QByteArray>
 #include <cstdlib>
-#include <iostream>
 #include <optional>
 #include <string>
 #include <sys/prctl.h>
@@ -141,12 +140,6 @@ void listen(varnhold::SingleInstance& instance, varnhold::AppDelegate& delegate,
     std::_Exit(EXIT_SUCCESS);
 }
 
-void sayIfCodeIsMissing(const varnhold::platform::System& system) {
-    if (const std::string missing = varnhold::missingDaemonCode(system); !missing.empty()) {
-        std::cerr << "varnhold: " << missing << ".\n";
-    }
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -178,7 +171,7 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
     }
     varnhold::endStartup(activation.startupId); // no window belongs to it
-    sayIfCodeIsMissing(*system);
+    varnhold::warnOfMissingDaemonCode(*system);
     guardian.guard(varnhold::displayConnection(), instance.lock());
     supervise(instance, guardian, constants, sessionStartupId);
 }

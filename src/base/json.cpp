@@ -23,7 +23,7 @@ Result<Value> parse(std::string_view text) {
     if (text.find('\0') != std::string_view::npos) {
         return failure("holds a NUL byte");
     }
-    TreeBuilder builder;
+    TreeBuilder builder(maximumDepth);
     if (!Value::sax_parse(text, &builder)) {
         return failure(builder.error());
     }

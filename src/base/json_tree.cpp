@@ -37,8 +37,8 @@ bool TreeBuilder::add(Value value) {
 }
 
 bool TreeBuilder::open(Value value) {
-    if (open_.size() >= static_cast<std::size_t>(maximumDepth)) {
-        error_ = "nested deeper than " + std::to_string(maximumDepth) + " levels";
+    if (open_.size() >= deepest_) {
+        error_ = "nested deeper than " + std::to_string(deepest_) + " levels";
         return false;
     }
     Value& here = put(std::move(value));

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "base/json.h"
+#include "base/json_fwd.h"
 
 namespace varnhold::json {
 
@@ -14,6 +14,9 @@ namespace varnhold::json {
 // for each new one, and so takes minutes for an object of a million keys.
 class TreeBuilder final : public nlohmann::json_sax<Value> {
 public:
+    // Of objects and lists in one another; what goes deeper stops the reading.
+    explicit TreeBuilder(std::size_t deepest) : deepest_(deepest) {}
+
     bool null() override { return add(nullptr); }
     bool boolean(bool value) override { return add(value); }
     bool number_integer(number_integer_t value) override { return add(value); }
@@ -47,6 +50,7 @@ private:
     // Where the next value belongs, with that value in it.
     Value& put(Value value);
 
+    std::size_t deepest_;
     Value tree_;
     std::vector<Open> open_;
     std::size_t member_ = 0; // of the innermost object, the one whose key was read last

@@ -34,7 +34,7 @@ bool takeFlag(const std::string& argument, Command& command) {
     } else if (argument == "--json") {
         command.json = true;
     } else if (argument == "--no-colour" || argument == "--no-color") {
-        command.colour = false;
+        command.color = false;
     } else {
         return false;
     }

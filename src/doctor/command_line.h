@@ -15,7 +15,7 @@ struct Command {
 
     Kind kind = Kind::examine;
     bool json = false;
-    bool colour = true;              // where the terminal has any
+    bool color = true;               // where the terminal has any
     std::string data;                // another data folder; empty for the home's own
     std::string without;             // a provider; empty if nobody asked
     std::vector<std::string> checks; // in their order of showing

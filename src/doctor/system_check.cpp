@@ -17,6 +17,7 @@
 #include "doctor/words.h"
 #include "shell/daemon_code.h"
 #include "status/menu.h"
+#include "status/reauth_alerts.h"
 
 namespace varnhold::doctor {
 

@@ -32,7 +32,7 @@ Sign signOf(Level level) {
 class Writer {
 public:
     Writer(const Secrets& secrets, const TextStyle& style)
-        : secrets_(secrets), width_(std::max(style.width, narrowest)), colour_(style.colour) {}
+        : secrets_(secrets), width_(std::max(style.width, narrowest)), color_(style.color) {}
 
     void write(const Report& report) {
         const std::string title = "Varnhold doctor";
@@ -228,12 +228,12 @@ private:
     }
 
     [[nodiscard]] std::string toned(Tone tone, const std::string& text) const {
-        return doctor::toned(tone, text, colour_);
+        return doctor::toned(tone, text, color_);
     }
 
     const Secrets& secrets_;
     std::size_t width_;
-    bool colour_;
+    bool color_;
     std::string out_;
 };
 

@@ -9,7 +9,7 @@ namespace varnhold::doctor {
 
 struct TextStyle {
     std::size_t width = 80; // columns
-    bool colour = false;
+    bool color = false;
 };
 
 // The report as a person reads it: each check with its table and its findings, the worst first.

@@ -4,8 +4,8 @@
 
 namespace varnhold::doctor {
 
-std::string toned(Tone tone, const std::string& text, bool colour) {
-    if (!colour || tone == Tone::plain || text.empty()) {
+std::string toned(Tone tone, const std::string& text, bool color) {
+    if (!color || tone == Tone::plain || text.empty()) {
         return text;
     }
     constexpr std::array<const char*, 7> codes{"", "1", "2", "1;31", "1;33", "36", "32"};

@@ -17,6 +17,6 @@ struct Sign {
 inline constexpr std::size_t columnGap = 2; // between columns of a table
 
 // As it is without `colour`.
-[[nodiscard]] std::string toned(Tone tone, const std::string& text, bool colour);
+[[nodiscard]] std::string toned(Tone tone, const std::string& text, bool color);
 
 } // namespace varnhold::doctor

@@ -133,20 +133,20 @@ std::vector<std::string> Watch::lines(const TextStyle& style, std::size_t height
         }
         return cut(out.erase(out.find_last_not_of(' ') + 1), textWidth);
     };
-    std::vector<std::string> out{toned(Tone::bold, cut(title_, style.width), style.colour),
-                                 toned(Tone::red, cut(trouble_, style.width), style.colour),
+    std::vector<std::string> out{toned(Tone::bold, cut(title_, style.width), style.color),
+                                 toned(Tone::red, cut(trouble_, style.width), style.color),
                                  std::string(signWidth, ' ') +
-                                     toned(Tone::dim, joined(headings()), style.colour)};
+                                     toned(Tone::dim, joined(headings()), style.color)};
     const std::size_t frame = out.size() + 2; // the two lines at the end
     const std::size_t shown = std::min(height > frame ? height - frame : 0, rows_.size());
     for (std::size_t i = 0; i < shown; ++i) {
         const Sign sign = signOf(rows_[i].kind);
-        out.push_back(toned(sign.tone, sign.text, style.colour) + " " + joined(rows_[i].cells));
+        out.push_back(toned(sign.tone, sign.text, style.color) + " " + joined(rows_[i].cells));
     }
     const std::size_t hidden = rows_.size() - shown;
     out.push_back(
         hidden == 0 ? "" : cut("… and " + counted(hidden, "more bot", "more bots"), style.width));
-    out.push_back(toned(Tone::dim, cut("q ends", style.width), style.colour));
+    out.push_back(toned(Tone::dim, cut("q ends", style.width), style.color));
     out.resize(std::min(out.size(), height));
     return out;
 }

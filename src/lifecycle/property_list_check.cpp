@@ -5,9 +5,13 @@
 #include <optional>
 #include <string>
 
+#include "base/text.h"
+
 namespace varnhold {
 
 namespace {
+
+using text::countOccurrences;
 
 constexpr std::string_view binaryMark = "bplist00";
 constexpr int mostLevels = 64;
@@ -16,15 +20,6 @@ constexpr std::size_t mostContainers = 1'000; // also bounds how deep an XML lis
 
 tl::unexpected<std::string> refuse(const char* why) {
     return failure(std::string("a property list ") + why);
-}
-
-std::size_t count(std::string_view text, std::string_view piece) {
-    std::size_t found = 0;
-    for (std::size_t at = text.find(piece); at != std::string_view::npos;
-         at = text.find(piece, at + piece.size())) {
-        ++found;
-    }
-    return found;
 }
 
 // A reference such as "&#0;", in any base and with any zeros; one with more digits than any
@@ -52,10 +47,13 @@ Result<void> checkXml(std::string_view text) {
     if (text.find('\0') != std::string_view::npos || refersToNul(text)) {
         return refuse("can't hold a NUL");
     }
-    if (count(text, "<dict") + count(text, "<array") + count(text, "<plist") > mostContainers) {
+    if (countOccurrences(text, "<dict") + countOccurrences(text, "<array") +
+            countOccurrences(text, "<plist") >
+        mostContainers) {
         return refuse("can't nest that deep");
     }
-    if (count(text, "<") > 2 * mostValues) { // a value has a tag before it and one behind
+    if (countOccurrences(text, "<") >
+        2 * mostValues) { // a value has a tag before it and one behind
         return refuse("can't hold that many values");
     }
     return {};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iostream>
 
 #include "base/files.h"
 #include "base/paths.h"
@@ -43,6 +44,12 @@ std::string missingDaemonCode(const platform::System& system) {
                : "there is no provider_telegramd in " + code +
                      ", so no bot can run; put the bots' code into " +
                      placeInside(system.bundlePath());
+}
+
+void warnOfMissingDaemonCode(const platform::System& system) {
+    if (const std::string missing = missingDaemonCode(system); !missing.empty()) {
+        std::cerr << "varnhold: " << missing << ".\n";
+    }
 }
 
 std::string loginScript(const platform::System& system) {

@@ -24,6 +24,8 @@ using PathTest = std::function<bool(const std::string& path)>;
 // What to tell somebody whose bots can't run for want of it, in a line; empty where it is in its
 // place.
 [[nodiscard]] std::string missingDaemonCode(const platform::System& system);
+// Tells it on standard error.
+void warnOfMissingDaemonCode(const platform::System& system);
 
 // Scripts of the daemon code: signing a provider in takes its key, and is for a terminal; setting
 // the chains up is for the interpreter.

@@ -8,7 +8,8 @@
 #include "lifecycle/fleet_context.h"
 #include "records/bots.h"
 #include "status/job_list.h"
-#include "status/menu.h"
+#include "status/menu_groups.h"
+#include "status/reauth_alerts.h"
 
 namespace varnhold {
 

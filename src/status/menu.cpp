@@ -2,10 +2,8 @@
 
 #include <algorithm>
 
-#include "base/json.h"
 #include "base/text.h"
 #include "base/unicode.h"
-#include "records/groups.h"
 #include "records/providers.h"
 #include "status/fleet_picture.h"
 
@@ -13,7 +11,6 @@ namespace varnhold {
 
 namespace {
 
-constexpr std::size_t dateLength = 10; // YYYY-MM-DD
 // Of names that come from files. To find out how much of a longer one has room takes longer than
 // anybody waits for a menu.
 constexpr std::size_t longestTitle = 1000; // bytes
@@ -29,17 +26,6 @@ MenuRow item(std::string_view title, std::string key, MenuAction action, std::st
 
 MenuRow header(std::string_view title) {
     return {.kind = MenuRow::Kind::header, .title = text::beginning(title, longestTitle)};
-}
-
-std::string sinceOf(const json::Value& alert) {
-    if (!alert.is_object()) {
-        return {};
-    }
-    const auto since = alert.find("since");
-    if (since == alert.end() || !since->is_string()) {
-        return {};
-    }
-    return unicode::firstCharacters(since->get<std::string>(), dateLength);
 }
 
 MenuRow alertRow(const ReauthAlert& alert) {
@@ -97,21 +83,6 @@ void appendAlerts(std::vector<MenuRow>& rows, const std::vector<ReauthAlert>& al
 
 } // namespace
 
-std::vector<ReauthAlert> loadReauthAlerts(const Constants& constants) {
-    std::vector<ReauthAlert> alerts;
-    const Result<json::Value> document = json::parseFile(constants.reauthAlertsFile);
-    if (!document || !document->is_object()) {
-        return alerts;
-    }
-    for (const auto& [provider, alert] : document->items()) {
-        alerts.push_back({provider, sinceOf(alert)});
-    }
-    std::stable_sort(alerts.begin(), alerts.end(), [](const auto& a, const auto& b) {
-        return unicode::precedes(a.provider, b.provider);
-    });
-    return alerts;
-}
-
 std::string providerDisplayName(std::string_view provider) {
     const std::string low = unicode::toLower(provider);
     if (low == "mlx") {
@@ -125,18 +96,6 @@ std::string providerDisplayName(std::string_view provider) {
         }
     }
     return unicode::capitalized(provider);
-}
-
-std::vector<MenuGroup> loadMenuGroups(const Constants& constants) {
-    std::vector<MenuGroup> groups;
-    for (const CustomBotGroup& group : valueOrEmpty(readGroups(constants.customGroupsFile))) {
-        MenuGroup shown{.name = group.name, .models = {}};
-        for (const AIModelItem& model : group.models) {
-            shown.models.push_back(model.displayName());
-        }
-        groups.push_back(std::move(shown));
-    }
-    return groups;
 }
 
 std::vector<MenuRow> statusMenuRows(const FleetPicture& picture) {

@@ -54,8 +54,8 @@ std::map<std::string, std::string> environmentVariables() {
 TextStyle styleOf(const Command& command) {
     TextStyle style;
     const bool isTerminal = ::isatty(STDOUT_FILENO) != 0;
-    style.colour =
-        command.colour && isTerminal && variable("NO_COLOR").empty() && variable("TERM") != "dumb";
+    style.color =
+        command.color && isTerminal && variable("NO_COLOR").empty() && variable("TERM") != "dumb";
     winsize size{};
     if (isTerminal && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
         style.width = size.ws_col;
@@ -105,7 +105,7 @@ int examineAll(const Command& command) {
 
 int watch(const Command& command) {
     const Home home(command);
-    return watchFleet([&home] { return home.surroundings(); }, styleOf(command).colour);
+    return watchFleet([&home] { return home.surroundings(); }, styleOf(command).color);
 }
 
 } // namespace

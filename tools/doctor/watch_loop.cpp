@@ -80,16 +80,16 @@ bool wait(Clock::time_point end) {
     return false;
 }
 
-void show(const Watch& watch, bool colour) {
+void show(const Watch& watch, bool color) {
     winsize size{};
     ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);
-    const TextStyle style{.width = size.ws_col > 0 ? size.ws_col : 80U, .colour = colour};
+    const TextStyle style{.width = size.ws_col > 0 ? size.ws_col : 80U, .color = color};
     write(frameOf(watch.lines(style, size.ws_row > 0 ? size.ws_row : 24U)));
 }
 
 } // namespace
 
-int watchFleet(const std::function<Surroundings()>& around, bool colour) {
+int watchFleet(const std::function<Surroundings()>& around, bool color) {
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDOUT_FILENO) == 0) {
         std::cerr << "varnhold-doctor: watch needs a terminal\n";
         return exitWrongUse;
@@ -109,7 +109,7 @@ int watchFleet(const std::function<Surroundings()>& around, bool colour) {
             watch.look(around());
             next = Clock::now() + betweenLooks;
         }
-        show(watch, colour);
+        show(watch, color);
     } while (wait(next));
     return 0;
 }

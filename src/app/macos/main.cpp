@@ -1,7 +1,6 @@
 #include <QApplication>
 #include <cstdlib>
 #include <functional>
-#include <iostream>
 #include <string>
 
 #include "app/activation.h"
@@ -35,12 +34,6 @@ struct Heard {
     std::function<void(bool hasVisibleWindows)> reopened = [](bool) {};
     std::function<void()> terminating = [] {};
 };
-
-void sayIfCodeIsMissing(const varnhold::platform::System& system) {
-    if (const std::string missing = varnhold::missingDaemonCode(system); !missing.empty()) {
-        std::cerr << "varnhold: " << missing << ".\n";
-    }
-}
 
 // From the launch to the end, which is the process's own.
 void supervise(varnhold::SingleInstance& instance, Heard& heard,
@@ -91,6 +84,6 @@ int main(int argc, char** argv) {
     if (!instance.claim()) {
         return EXIT_SUCCESS;
     }
-    sayIfCodeIsMissing(*system);
+    varnhold::warnOfMissingDaemonCode(*system);
     supervise(instance, heard, constants);
 }

@@ -1,52 +1,72 @@
 #include "views/status/accessibility.h"
 
 #include <QAccessibleWidget>
-
-#include "views/status/model_notice_view.h"
-#include "views/status/status_strip.h"
+#include <utility>
 
 namespace varnhold {
 
 namespace {
 
-class AccessibleStrip final : public QAccessibleWidget {
+// Goes with the widget that it describes.
+class Description final : public QObject {
 public:
-    explicit AccessibleStrip(StatusStrip* strip)
-        : QAccessibleWidget(strip, QAccessible::ButtonMenu), strip_(strip) {}
+    Description(QWidget& widget, QAccessible::Role role, std::function<void()> press)
+        : QObject(&widget), role_(role), press_(std::move(press)) {}
+
+    [[nodiscard]] QAccessible::Role role() const { return role_; }
+    [[nodiscard]] const std::function<void()>& press() const { return press_; }
+
+private:
+    QAccessible::Role role_;
+    std::function<void()> press_;
+};
+
+class DescribedWidget final : public QAccessibleWidget {
+public:
+    DescribedWidget(QWidget* widget, const Description& description)
+        : QAccessibleWidget(widget, description.role()), press_(description.press()) {}
 
     [[nodiscard]] QStringList actionNames() const override {
-        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+        QStringList names = QAccessibleWidget::actionNames();
+        if (press_) {
+            names.prepend(pressAction());
+        }
+        return names;
     }
     void doAction(const QString& name) override {
-        if (name == pressAction() || name == showMenuAction()) {
-            strip_->openMenu();
+        if (press_ && (name == pressAction() || name == showMenuAction())) {
+            press_();
             return;
         }
         QAccessibleWidget::doAction(name);
     }
 
 private:
-    StatusStrip* strip_;
+    std::function<void()> press_;
 };
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
-    if (auto* strip = qobject_cast<StatusStrip*>(object)) {
-        return new AccessibleStrip(strip);
+    auto* widget = qobject_cast<QWidget*>(object);
+    if (widget == nullptr) {
+        return nullptr;
     }
-    if (auto* notices = qobject_cast<ModelNoticeView*>(object)) {
-        return new QAccessibleWidget(notices, QAccessible::AlertMessage, notices->accessibleName());
+    for (const QObject* child : widget->children()) {
+        if (const auto* description = dynamic_cast<const Description*>(child)) {
+            return new DescribedWidget(widget, *description);
+        }
     }
     return nullptr;
 }
 
 } // namespace
 
-void installAccessibility() {
+void describe(QWidget& widget, QAccessible::Role role, std::function<void()> press) {
     static const bool installed = [] {
         QAccessible::installFactory(makeInterface);
         return true;
     }();
     static_cast<void>(installed);
+    new Description(widget, role, std::move(press)); // the widget's own
 }
 
 } // namespace varnhold

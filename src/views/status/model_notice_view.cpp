@@ -59,7 +59,7 @@ QHBoxLayout* header(const QString& title, const QPixmap& icon) {
 ModelNoticeView::ModelNoticeView(const NoticePanel& panel, const QPixmap& icon)
     : QWidget(nullptr, (hasX11() ? Qt::ToolTip : Qt::Popup) | Qt::FramelessWindowHint |
                            Qt::NoDropShadowWindowHint) {
-    installAccessibility(); // before the first thing that makes the toolkit describe this window
+    describe(*this, QAccessible::AlertMessage);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_DeleteOnClose);

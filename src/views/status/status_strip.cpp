@@ -50,7 +50,7 @@ StatusStrip::StatusStrip(MenuOpener& opener, platform::UserDefaults& defaults,
     QFont textFont = font();
     textFont.setPixelSize(textPixelSize);
     setFont(textFont);
-    installAccessibility();
+    describe(*this, QAccessible::ButtonMenu, [this] { openMenu(); });
     onScreensChanged(this, [this] { stayOnScreen(); });
     moved_.setSingleShot(true);
     moved_.setInterval(untilItLies);

@@ -9,8 +9,8 @@
 
 #include "base/files.h"
 #include "lifecycle/property_list.h"
-#include "status/menu.h"
 #include "status/notices.h"
+#include "status/reauth_alerts.h"
 #include "support/formats.h"
 
 namespace varnhold::testing {

@@ -15,7 +15,7 @@ TEST(DoctorCommandLine, MakesAllChecksWhereNoneIsNamed) {
     ASSERT_TRUE(command);
     EXPECT_EQ(command->checks, allChecks());
     EXPECT_FALSE(command->json);
-    EXPECT_TRUE(command->colour);
+    EXPECT_TRUE(command->color);
 }
 
 TEST(DoctorCommandLine, TakesOptionsAndChecksInAnyOrder) {
@@ -24,7 +24,7 @@ TEST(DoctorCommandLine, TakesOptionsAndChecksInAnyOrder) {
     EXPECT_THAT(command->checks, ElementsAre("files"));
     EXPECT_EQ(command->data, "/a b");
     EXPECT_TRUE(command->json);
-    EXPECT_FALSE(command->colour);
+    EXPECT_FALSE(command->color);
     EXPECT_EQ(parseCommandLine({"--data=/x"})->data, "/x");
     EXPECT_EQ(parseCommandLine({"--data", "/"})->data, "/");
 }

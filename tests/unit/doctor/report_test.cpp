@@ -74,7 +74,7 @@ TEST(TextReport, KeepsToTheWidthOfTheTerminal) {
 
 TEST(TextReport, HasTheSameWordsInColour) {
     const std::string plain = textReport(sample(), Secrets(), {.width = 80});
-    std::string coloured = textReport(sample(), Secrets(), {.width = 80, .colour = true});
+    std::string coloured = textReport(sample(), Secrets(), {.width = 80, .color = true});
     EXPECT_THAT(plain, Not(HasSubstr("\x1b")));
     EXPECT_THAT(coloured, HasSubstr("\x1b[1;31m"));
     for (std::size_t at = coloured.find('\x1b'); at != std::string::npos;

@@ -45,6 +45,21 @@ std::string missingBeside(const std::set<std::string>& there) {
     return missingDaemonCode(fake.interfaces.system);
 }
 
+TEST(MissingDaemonCode, IsWarnedOfOnStandardErrorWhereItIsMissing) {
+    FakePlatform fake;
+    fake.bundle = "/usr/lib/varnhold";
+    bool isThere = false;
+    fake.isThere = [&](const std::string&) { return isThere; };
+    ::testing::internal::CaptureStderr();
+    warnOfMissingDaemonCode(fake.interfaces.system);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "varnhold: " + missingDaemonCode(fake.interfaces.system) + ".\n");
+    isThere = true;
+    ::testing::internal::CaptureStderr();
+    warnOfMissingDaemonCode(fake.interfaces.system);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(MissingDaemonCode, IsToldWithThePlaceWhereItBelongs) {
     const std::string inside = "/usr/lib/varnhold/Contents/Resources/daemon";
     EXPECT_EQ(missingBeside({}), "there is no provider_telegramd in /usr/lib/daemon, so no bot can "

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "status/menu.h"
+#include "status/reauth_alerts.h"
 #include "support/temporary_home.h"
 
 namespace varnhold::testing {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "status/fleet_picture.h"
+#include "status/menu.h"
 #include "support/records.h"
 
 namespace varnhold::testing {
