@@ -1,4 +1,4 @@
-"""The supervisor itself in storms: floods of log lines, files that are far too large, and Quit at any moment.
+"""The supervisor itself in storms: floods of log lines, and files that are far too large.
 
 Each storm runs in a sandbox and a process of its own: test_program.py BUILD_FOLDER TEST_NAME
 """
@@ -6,7 +6,6 @@ Each storm runs in a sandbox and a process of its own: test_program.py BUILD_FOL
 import json
 import os
 import pathlib
-import random
 import re
 import signal
 import sys
@@ -19,7 +18,6 @@ sys.path.append(str(HERE.parent / "system/program"))
 from session import Session, agents, send, wait_until  # noqa: E402
 from storm_measure import figure, measure  # noqa: E402
 
-ROW_RESTART = 4
 LINES_A_SECOND = 100_000
 LINE = "12:00:00 turn: answered the message of somebody, as on every day of the week\n"
 LARGEST_LOG = 4 << 20
@@ -51,37 +49,6 @@ class ProgramTest(unittest.TestCase):
     def assert_fleet_is_down(self):
         wait_until("the fleet is down", lambda: not agents())
         self.assertEqual(self.session.jobs(), {})
-
-    # -- quit ------------------------------------------------------------------------------------------
-
-    def test_quit_at_any_moment_of_a_restart_leaves_no_agent_and_no_job(self):
-        self.begin()
-        dice = random.Random(31)
-        for _ in range(measure(2, 20)):
-            self.session.start()
-            self.session.await_title("of 6 bots running")
-            wait_until("the fleet is up", lambda: len(agents()) >= 5)
-            self.session.choose(ROW_RESTART)
-            time.sleep(dice.uniform(0, 2))
-            send(self.session.supervisor.pid, signal.SIGTERM)
-            self.assertEqual(self.session.supervisor.wait(60), 0)
-            self.assert_fleet_is_down()
-
-    def test_a_supervisor_that_is_killed_again_and_again_finds_its_fleet_as_it_was(self):
-        self.begin()
-        self.session.start()
-        wait_until("the fleet is up", lambda: len(agents()) >= 5)
-        calm = [role for role in ("planner", "researcher", "builder")]
-        before = {role: self.session.await_up(role) for role in calm}
-        for _ in range(measure(3, 30)):
-            self.session.supervisor.kill()
-            self.session.supervisor.wait()
-            self.session.start()
-            self.session.await_title("of 6 bots running")
-            self.assertEqual({role: self.session.pid_of(role) for role in calm}, before)
-        send(self.session.supervisor.pid, signal.SIGTERM)
-        self.assertEqual(self.session.supervisor.wait(60), 0)
-        self.assert_fleet_is_down()
 
     # -- logs --------------------------------------------------------------------------------------------
 

@@ -13,7 +13,7 @@ import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 sys.path.append(str(SOURCE / "tests/system"))
-from user_manager import wait_until  # noqa: E402
+from user_manager import start_session_bus, start_user_manager, wait_until  # noqa: E402
 
 DISPLAY = ":99"
 
@@ -49,6 +49,10 @@ def await_window_manager(tool):
 class Session:
     def __init__(self, build, bots=None):
         """With the sample fleet, or with a number of plain bots instead."""
+        self.is_under_systemd = os.environ.get("SERVICE_MANAGER") == "systemd"
+        if self.is_under_systemd:
+            start_session_bus()
+            self.user_manager = start_user_manager()
         # The build folder is laid out like an installed prefix; a copy takes the daemon code in.
         self.home = pathlib.Path(os.environ["HOME"])
         self.prefix = self.home / ".local"

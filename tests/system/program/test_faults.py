@@ -77,35 +77,6 @@ class FaultsTest(unittest.TestCase):
         self.take_tool_back()
         self.session.await_title("5 of 6 bots running$")
 
-    # -- the end -------------------------------------------------------------------------------------
-
-    def quit_while_restarting(self, has_come_so_far):
-        self.launch()
-        self.session.choose(ROW_RESTART)
-        wait_until("the restart has come so far", has_come_so_far)
-        send(self.session.supervisor.pid, signal.SIGTERM)
-        self.assertEqual(self.session.supervisor.wait(60), 0)
-        self.assert_fleet_is_down()
-
-    def test_quit_while_a_restart_takes_agents_down_leaves_none(self):
-        self.quit_while_restarting(lambda: len(self.session.jobs()) < len(RUNNING))
-
-    def test_quit_while_a_restart_brings_agents_up_leaves_none(self):
-        wait = {"down": False}
-
-        def coming_up():
-            jobs = self.session.jobs()
-            wait["down"] = wait["down"] or not jobs
-            return wait["down"] and jobs
-        self.quit_while_restarting(coming_up)
-
-    def test_quit_right_after_the_launch_leaves_none(self):
-        self.session.start()
-        wait_until("the first agent is loaded", lambda: label_of("planner") in self.session.jobs())
-        send(self.session.supervisor.pid, signal.SIGTERM)
-        self.assertEqual(self.session.supervisor.wait(60), 0)
-        self.assert_fleet_is_down()
-
     # -- the start -----------------------------------------------------------------------------------
 
     def test_hears_the_end_and_reads_its_children_whatever_signals_it_was_started_with(self):

@@ -10,7 +10,6 @@ import sys
 import unittest
 
 from session import Session, agents, send, wait_until
-from user_manager import start_session_bus, start_user_manager
 
 COUNT = 200
 LONG = 180  # seconds; two hundred interpreters start on whatever machine this is
@@ -18,10 +17,6 @@ LONG = 180  # seconds; two hundred interpreters start on whatever machine this i
 
 class LargeFleetTest(unittest.TestCase):
     def setUp(self):
-        self.on_systemd = os.environ.get("SERVICE_MANAGER") == "systemd"
-        if self.on_systemd:
-            start_session_bus()
-            self.user_manager = start_user_manager()
         self.session = Session(BUILD, COUNT)
         self.addCleanup(self.session.end)
 
@@ -37,7 +32,7 @@ class LargeFleetTest(unittest.TestCase):
         wait_until("all agents run", lambda: len(self.running()) == COUNT, LONG)
         wait_until("the strip says so", lambda: self.session.windows(f"{COUNT} of {COUNT} bots running"), LONG)
         self.assertEqual(len(agents()), COUNT)
-        if self.on_systemd:
+        if self.session.is_under_systemd:
             self.assertEqual(self.failed_units(), "")
         send(self.session.supervisor.pid, signal.SIGTERM)
         self.assertEqual(self.session.supervisor.wait(LONG), 0)
