@@ -27,13 +27,16 @@ struct Sections : Editing {
 
 TEST(ChainSections, StandInTheOrderOfTheWindow) {
     std::vector<std::string_view> titles;
+    std::vector<std::string_view> names;
     std::vector<TargetList> lists;
     for (const ChainSection& section : chainSections()) {
         titles.push_back(section.title);
+        names.push_back(section.name);
         lists.push_back(section.list);
     }
     EXPECT_THAT(titles, ElementsAre("⚖️ Governor Chain", "Architect Chain", "Coding Chain",
                                     "Photo Chain", "Video Chain", "Audio Chain"));
+    EXPECT_THAT(names, ElementsAre("Governor", "Architect", "Coding", "Photo", "Video", "Audio"));
     EXPECT_THAT(lists, ElementsAre(TargetList::governor, TargetList::architect, TargetList::worker,
                                    TargetList::photo, TargetList::video, TargetList::voice));
 }

@@ -236,6 +236,15 @@ TEST(Keepalive, TakesTheChainsInTheirOrder) {
     EXPECT_THAT(order, ElementsAre("architect", "worker", "photo", "video", "governor"));
 }
 
+TEST(Keepalive, TellsOfAPingOnceItIsNoted) {
+    Keepalive settings;
+    bool isToldWithItsTime = false;
+    settings.view->observe(
+        [&](Animation) { isToldWithItsTime = settings.view->lastPingTime.contains("worker"); });
+    settings.tick();
+    EXPECT_TRUE(isToldWithItsTime);
+}
+
 TEST(Keepalive, GoesOnWhereTheClockWasSetBack) {
     Keepalive settings;
     const auto tomorrow = std::chrono::system_clock::time_point(settings.platform.elapsed()) + 24h;

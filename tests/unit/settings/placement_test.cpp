@@ -39,6 +39,16 @@ struct Placing : Editing {
     }
 };
 
+TEST(ProviderOf, AModelThatNamesNoneIsWhatItsTypeSays) {
+    const auto ofType = [](const char* type) {
+        return model("m", {.type = type, .provider_key = std::nullopt});
+    };
+    EXPECT_EQ(providerOf(ofType("local")), "local");
+    EXPECT_EQ(providerOf(ofType("openrouter")), "openrouter");
+    EXPECT_EQ(providerOf(ofType("cli")), "unknown");
+    EXPECT_EQ(providerOf(of("qwen")), "qwen");
+}
+
 struct Provider {
     const char* key;
     std::vector<const char*> words;

@@ -9,9 +9,11 @@
 #include <vector>
 
 #include "event_database.h"
+#include "records/groups.h"
 #include "status/fleet_picture.h"
 #include "status/last_models.h"
 #include "support/fake_platform.h"
+#include "support/records.h"
 #include "support/temporary_home.h"
 
 namespace varnhold {
@@ -20,6 +22,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
+using varnhold::testing::model;
 
 // Counts how often a file is opened.
 class Openings final {
@@ -80,6 +83,20 @@ TEST_F(Gather, FindsTheJobsTheModelsTheBotsTheAlertsAndTheGroups) {
     EXPECT_EQ(picture.bots[0].title, "Cos");
     EXPECT_THAT(picture.alerts, ElementsAre(ReauthAlert{"qwen", "2026-03-04"}));
     EXPECT_THAT(picture.groups, IsEmpty());
+}
+
+TEST_F(Gather, FindsGroupsWithTheirModelsNamesInTheFilesOrder) {
+    home.write(
+        constants.customGroupsFile,
+        *encodeGroups({{.name = "Night", .models = {model("o", {.name = "Opus"}), model("q")}},
+                       {.name = "Day"}}));
+    LastModels catalog(constants.governorDBPath);
+    const std::vector<MenuGroup> groups = gather(context, catalog).groups;
+    ASSERT_EQ(groups.size(), 2U);
+    EXPECT_EQ(groups[0].name, "Night");
+    EXPECT_THAT(groups[0].models, ElementsAre("Opus", "Model q"));
+    EXPECT_EQ(groups[1].name, "Day");
+    EXPECT_THAT(groups[1].models, IsEmpty());
 }
 
 TEST_F(Gather, ReadsEachFileOnce) {
