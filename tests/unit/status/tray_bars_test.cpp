@@ -76,6 +76,15 @@ TEST(TrayBars, OfAFullSquareHaveTheStripsMeasure) {
                             TrayBar{13, 5, 2, 6, lastHue}));
 }
 
+TEST(TrayBars, FillTheirSquareWithGapsOfAThirdOfABar) {
+    const auto bars = trayBars(fleetImage(4), 16);
+    ASSERT_EQ(bars.size(), 4U);
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        EXPECT_EQ(bars[i].width, 3);
+        EXPECT_EQ(bars[i].x, bars[0].x + static_cast<int>(i) * 4);
+    }
+}
+
 TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
     for (int busy = 0; busy < 20; ++busy) {
         const auto bars = trayBars(fleetImage(20, std::to_string(busy)), 16);
