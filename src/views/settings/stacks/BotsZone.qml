@@ -11,6 +11,14 @@ Item {
     property bool targeted: hovered // a drag hovers over it
 
     readonly property alias hovered: zone.hovered
+    readonly property real rowHeight: 22
+
+    // A chain may have all bots of a large fleet, and each row is dear to make.
+    readonly property NearSight near: NearSight {
+        item: rows
+        pitch: root.rowHeight + rows.spacing
+        count: root.stack.bots.count
+    }
 
     implicitHeight: frame.y + Math.max(36, rows.height + 10)
 
@@ -63,12 +71,28 @@ Item {
             Repeater {
                 model: root.stack.bots
 
-                AssignedBot {
+                Loader {
                     id: row
 
+                    required property int index
+                    required property string label
+                    required property string icon
+                    required property string title
+                    required property string role
+                    required property bool paused
+
                     width: rows.width
-                    owner: root.owner
-                    onReleased: root.stack.unassignBot(row.label)
+                    height: root.rowHeight
+                    active: root.near.holds(index) || activeFocus
+                    sourceComponent: AssignedBot {
+                        label: row.label
+                        icon: row.icon
+                        title: row.title
+                        role: row.role
+                        paused: row.paused
+                        owner: root.owner
+                        onReleased: root.stack.unassignBot(row.label)
+                    }
                 }
             }
         }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "model_blocks.h"
 #include "shown_chains.h"
@@ -257,6 +258,66 @@ TEST(ChainBotsZone, ListsItsBotsInOrderAndReleasesThem) {
               R"({"worker":["com.ostrelleai.cto.telegramd","gone"]})");
     settings.click(QStringLiteral("Remove cto from Coding Chain"));
     EXPECT_NE(settings.named(QStringLiteral("Drag bots here"), coding), nullptr);
+}
+
+// So many bots in a chain that only some of their rows are in sight at a time.
+struct ManyBots : Section {
+    ManyBots() {
+        std::vector<std::string> labels;
+        view->userBots.clear();
+        for (int i = 0; i < 200; ++i) {
+            view->userBots.push_back(bot("bot" + std::to_string(i)));
+            labels.push_back(view->userBots.back().launchdLabel);
+        }
+        view->chainBotAssignments = {{"worker", labels}};
+        show({920, 600});
+    }
+
+    [[nodiscard]] bool exists(int row) const {
+        return named(QStringLiteral("bot%1").arg(row), coding) != nullptr;
+    }
+    // Until the row, which may not exist, is in the middle of what is seen.
+    void scrollTo(int row) const {
+        const auto* rows = named(coding);
+        QQuickItem* area = rows->parentItem();
+        while (!area->inherits("QQuickFlickable")) {
+            area = area->parentItem();
+        }
+        area->setProperty("contentY", area->property("contentY").toReal() +
+                                          rows->mapToItem(area, {0, 0}).y() + 25.0 * row);
+    }
+};
+
+TEST(ChainBotsZone, OfManyHasOnlyTheRowsNearSight) {
+    ManyBots settings;
+    settings.scrollTo(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return settings.exists(0) && !settings.exists(60); }));
+    const qreal height = settings.named(coding)->height();
+    EXPECT_GT(height, 200 * 22);
+    settings.scrollTo(190);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return settings.exists(199) && !settings.exists(0); }));
+    EXPECT_EQ(settings.named(coding)->height(), height);
+    settings.scrollTo(100);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return settings.exists(100) && !settings.exists(199); }));
+    EXPECT_TRUE(settings.exists(90) && settings.exists(110));
+    settings.click(QStringLiteral("Remove bot104 from Coding Chain"));
+    EXPECT_EQ(settings.view->chainBotAssignments["worker"].size(), 199U);
+    EXPECT_FALSE(settings.exists(104));
+}
+
+TEST(ChainBotsZone, OfManyKeepsTheRowWithTheKeyboard) {
+    ManyBots settings;
+    settings.scrollTo(0);
+    settings.focus(QStringLiteral("Remove bot3 from Coding Chain"));
+    settings.key(Qt::Key_Tab);
+    QQuickItem* focused = settings.focused();
+    EXPECT_EQ(focused, settings.named(QStringLiteral("Remove bot4 from Coding Chain"), coding));
+    settings.scrollTo(190);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return settings.exists(199) && !settings.exists(0); }));
+    EXPECT_EQ(settings.focused(), focused);
+    EXPECT_TRUE(settings.exists(4));
+    settings.key(Qt::Key_Return);
+    EXPECT_EQ(settings.view->chainBotAssignments["worker"].size(), 199U);
 }
 
 TEST(ChainModels, SaysWhereToDropInAnEmptyChainButNotInAudio) {
