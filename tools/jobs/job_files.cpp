@@ -17,8 +17,6 @@ namespace varnhold::services {
 
 namespace {
 
-using namespace std::chrono_literals;
-
 std::chrono::nanoseconds machineTime() {
     timespec now{};
     ::clock_gettime(CLOCK_BOOTTIME, &now);
@@ -152,7 +150,7 @@ bool JobFiles::waitUnlessSkipped(std::chrono::nanoseconds duration) const {
     bool skipped = has(job::skipThrottle);
     while (!skipped) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - machineTime());
-        if (left <= 0ms) {
+        if (left.count() <= 0) {
             break;
         }
         pollfd wake{.fd = pipe, .events = POLLIN, .revents = 0};

@@ -206,7 +206,7 @@ struct UserManager::Connection {
             if (worked < 0) {
                 return failure(reasonOf(worked));
             }
-            if (left <= 0us) {
+            if (left.count() <= 0) {
                 return failure("the user manager doesn't get done");
             }
             if (worked == 0) {
