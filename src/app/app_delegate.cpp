@@ -41,7 +41,7 @@ AppDelegate::AppDelegate(platform::Platform& platform, const Constants& constant
       fleetPlatform_{fleetChildren_,  platform.queues,   platform.timers, platform.clock,
                      platform.system, platform.defaults, platform.http},
       fleet_{fleetPlatform_, constants},
-      catalog_(std::make_shared<LastModels>(constants.governorDBPath)) {
+      sources_(std::make_shared<FleetSources>(constants)) {
     presentation_.connect({
         .onMenuChosen = [this](MenuAction action,
                                const std::string& value) { choose(action, value); },
@@ -112,8 +112,8 @@ void AppDelegate::ask(const std::function<void()>& onListed) {
     isAsking_ = true;
     platform::background(
         platform_.queues, platform::Priority::userInitiated, alive_,
-        [context = context_, catalog = catalog_, onListed] {
-            return gather(context, *catalog, onListed);
+        [context = context_, sources = sources_, onListed] {
+            return gather(context, *sources, onListed);
         },
         [this](FleetPicture picture) {
             isAsking_ = false;

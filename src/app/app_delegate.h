@@ -110,7 +110,7 @@ private:
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<SettingsWindow> modelWindow_;
     std::shared_ptr<NoticePopover> noticePopover_; // shared only with its own 14 seconds
-    std::shared_ptr<LastModels> catalog_;          // shared with the question that is open
+    std::shared_ptr<FleetSources> sources_;        // shared with the question that is open
     bool isAsking_ = false;
     bool isToAskAgain_ = false;
     bool hasPicture_ = false;

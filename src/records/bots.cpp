@@ -1,5 +1,7 @@
 #include "records/bots.h"
 
+#include <utility>
+
 #include "base/files.h"
 #include "base/json.h"
 #include "records/raw_values.h"
@@ -78,6 +80,15 @@ Result<std::vector<BotConfig>> readBots(const std::string& path) {
 
 std::vector<BotConfig> loadBots(const Constants& constants) {
     return valueOrEmpty(readBots(constants.botsConfigFile));
+}
+
+const std::vector<BotConfig>& KnownBots::load(const Constants& constants) {
+    std::string content = valueOrEmpty(files::read(constants.botsConfigFile));
+    if (content != content_) {
+        content_ = std::move(content);
+        bots_ = valueOrEmpty(decodeBots(content_));
+    }
+    return bots_;
 }
 
 std::vector<std::string> rolesOf(const std::vector<BotConfig>& bots) {

@@ -60,6 +60,17 @@ struct BotConfig {
 // An unreadable or malformed file is an empty fleet.
 [[nodiscard]] std::vector<BotConfig> loadBots(const Constants& constants);
 
+// The same for who asks again and again: the file is read each time, but what it says is only
+// made out anew when it says something else. One thread at a time.
+class KnownBots final {
+public:
+    [[nodiscard]] const std::vector<BotConfig>& load(const Constants& constants);
+
+private:
+    std::string content_; // that of no file is what an empty one has, no fleet
+    std::vector<BotConfig> bots_;
+};
+
 [[nodiscard]] std::vector<std::string> rolesOf(const std::vector<BotConfig>& bots);
 
 // Role of each record in file order, by the same rules.

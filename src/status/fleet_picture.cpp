@@ -3,21 +3,22 @@
 #include <utility>
 
 #include "lifecycle/service_control.h"
-#include "status/last_models.h"
 
 namespace varnhold {
 
-FleetPicture gather(const FleetContext& context, LastModels& catalog,
+FleetPicture gather(const FleetContext& context, FleetSources& sources,
                     const std::function<void()>& onListed) {
     StatusMap statuses = parseJobList(listJobs(context));
     if (onListed) {
         onListed();
     }
-    auto models = catalog.read();
-    FleetPicture picture = pictureOfFiles(context.constants);
-    picture.statuses = std::move(statuses);
-    picture.models = std::move(models);
-    return picture;
+    auto models = sources.models.read();
+    auto alerts = loadReauthAlerts(context.constants);
+    return {.alerts = std::move(alerts),
+            .bots = sources.bots.load(context.constants),
+            .statuses = std::move(statuses),
+            .models = std::move(models),
+            .groups = loadMenuGroups(context.constants)};
 }
 
 FleetPicture pictureOfFiles(const Constants& constants) {

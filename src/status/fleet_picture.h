@@ -8,12 +8,19 @@
 #include "lifecycle/fleet_context.h"
 #include "records/bots.h"
 #include "status/job_list.h"
+#include "status/last_models.h"
 #include "status/menu_groups.h"
 #include "status/reauth_alerts.h"
 
 namespace varnhold {
 
-class LastModels;
+// What polls ask, with what each remembers of its last answer.
+struct FleetSources {
+    LastModels models;
+    KnownBots bots;
+
+    explicit FleetSources(const Constants& constants) : models(constants.governorDBPath) {}
+};
 
 // What one poll finds out about the fleet: a value, so that it can be found on one thread and shown
 // on another.
@@ -26,9 +33,9 @@ struct FleetPicture {
 };
 
 // One poll's half that waits: asks the service manager and the event database and reads each file
-// once. Any thread, as long as no other uses `catalog`. What can't be had is empty. `onListed` is
+// once. Any thread, as long as no other uses `sources`. What can't be had is empty. `onListed` is
 // called as soon as the service manager has been asked.
-[[nodiscard]] FleetPicture gather(const FleetContext& context, LastModels& catalog,
+[[nodiscard]] FleetPicture gather(const FleetContext& context, FleetSources& sources,
                                   const std::function<void()>& onListed = nullptr);
 
 // The picture before anybody has been asked: what the files say, with every agent stopped.

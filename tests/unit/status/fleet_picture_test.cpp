@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 #include <string>
 #include <sys/inotify.h>
 #include <thread>
@@ -11,7 +12,6 @@
 #include "event_database.h"
 #include "records/groups.h"
 #include "status/fleet_picture.h"
-#include "status/last_models.h"
 #include "support/fake_platform.h"
 #include "support/records.h"
 #include "support/temporary_home.h"
@@ -74,8 +74,8 @@ TEST_F(Gather, FindsTheJobsTheModelsTheBotsTheAlertsAndTheGroups) {
     daemons.add(1, "cos", "'m'");
     home.write(constants.botsConfigFile, encodeBots({{.title = "Cos", .role = "cos"}}));
     home.write(constants.reauthAlertsFile, R"({"qwen":{"since":"2026-03-04"}})");
-    LastModels catalog(constants.governorDBPath);
-    const FleetPicture picture = gather(context, catalog);
+    FleetSources sources(constants);
+    const FleetPicture picture = gather(context, sources);
     EXPECT_EQ(statusOf(picture.statuses, "com.x"), DaemonStatus::running);
     EXPECT_EQ(statusOf(picture.statuses, "com.y"), DaemonStatus::crashed);
     EXPECT_THAT(picture.models, ElementsAre(Pair("cos", "m")));
@@ -90,8 +90,8 @@ TEST_F(Gather, FindsGroupsWithTheirModelsNamesInTheFilesOrder) {
         constants.customGroupsFile,
         *encodeGroups({{.name = "Night", .models = {model("o", {.name = "Opus"}), model("q")}},
                        {.name = "Day"}}));
-    LastModels catalog(constants.governorDBPath);
-    const std::vector<MenuGroup> groups = gather(context, catalog).groups;
+    FleetSources sources(constants);
+    const std::vector<MenuGroup> groups = gather(context, sources).groups;
     ASSERT_EQ(groups.size(), 2U);
     EXPECT_EQ(groups[0].name, "Night");
     EXPECT_THAT(groups[0].models, ElementsAre("Opus", "Model q"));
@@ -99,14 +99,37 @@ TEST_F(Gather, FindsGroupsWithTheirModelsNamesInTheFilesOrder) {
     EXPECT_THAT(groups[1].models, IsEmpty());
 }
 
+TEST_F(Gather, FindsWhatTheBotsFileSaysNowHoweverOftenItIsAsked) {
+    FleetSources sources(constants);
+    const auto titles = [&] {
+        std::vector<std::string> found;
+        for (const BotConfig& bot : gather(context, sources).bots) {
+            found.push_back(bot.title);
+        }
+        return found;
+    };
+    EXPECT_THAT(titles(), IsEmpty());
+    for (const std::string title : {"One", "Two", "Two", "One"}) { // of one length, at one moment
+        home.write(constants.botsConfigFile, encodeBots({{.title = title, .role = "r"}}));
+        EXPECT_THAT(titles(), ElementsAre(title));
+        EXPECT_THAT(titles(), ElementsAre(title));
+    }
+    home.write(constants.botsConfigFile, "[broken");
+    EXPECT_THAT(titles(), IsEmpty());
+    home.write(constants.botsConfigFile, encodeBots({{.title = "One", .role = "r"}}));
+    EXPECT_THAT(titles(), ElementsAre("One"));
+    std::filesystem::remove(constants.botsConfigFile);
+    EXPECT_THAT(titles(), IsEmpty());
+}
+
 TEST_F(Gather, ReadsEachFileOnce) {
     const std::array files{constants.botsConfigFile, constants.reauthAlertsFile,
                            constants.customGroupsFile};
-    LastModels catalog(constants.governorDBPath);
+    FleetSources sources(constants);
     for (const std::string& file : files) {
         home.write(file, "[]");
         const Openings openings(file);
-        static_cast<void>(gather(context, catalog));
+        static_cast<void>(gather(context, sources));
         EXPECT_EQ(openings.count(), 1) << file;
     }
 }
@@ -114,8 +137,8 @@ TEST_F(Gather, ReadsEachFileOnce) {
 TEST_F(Gather, TellsThatTheServiceManagerHasBeenAskedBeforeItReadsAnything) {
     EventDatabase daemons(constants.governorDBPath);
     daemons.makeTable();
-    LastModels catalog(constants.governorDBPath);
-    const FleetPicture picture = gather(context, catalog, [&] {
+    FleetSources sources(constants);
+    const FleetPicture picture = gather(context, sources, [&] {
         EXPECT_EQ(fake.commandLines(), std::vector<std::string>{"launchctl list"});
         daemons.add(1, "cos", "'m'");
     });
@@ -123,12 +146,12 @@ TEST_F(Gather, TellsThatTheServiceManagerHasBeenAskedBeforeItReadsAnything) {
 }
 
 // A picture is a value: whatever finds it may be gone when it is shown.
-TEST_F(Gather, WorksOnAnyThreadWithACatalogueOfItsOwn) {
+TEST_F(Gather, WorksOnAnyThreadWithSourcesOfItsOwn) {
     listing("7\t0\tcom.x\n");
     FleetPicture picture;
     std::thread([&] {
-        LastModels catalog(constants.governorDBPath);
-        picture = gather(context, catalog);
+        FleetSources sources(constants);
+        picture = gather(context, sources);
     }).join();
     EXPECT_EQ(statusOf(picture.statuses, "com.x"), DaemonStatus::running);
 }
