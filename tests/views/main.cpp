@@ -2,6 +2,7 @@
 // doesn't depend on whose desktop they run on.
 
 #include <QApplication>
+#include <QCursor>
 #include <QFont>
 #include <QStyleFactory>
 #include <cstdio>
@@ -17,6 +18,11 @@ void printUnlessExpected(QtMsgType, const QMessageLogContext&, const QString& me
         std::fprintf(stderr, "%s\n", qPrintable(message));
     }
 }
+
+// What a test leaves under the pointer would be under it in the next one's window too.
+class PointerOutside final : public ::testing::EmptyTestEventListener {
+    void OnTestStart(const ::testing::TestInfo&) override { QCursor::setPos(-100, -100); }
+};
 
 } // namespace
 
@@ -39,5 +45,6 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
     QApplication::setPalette(varnhold::lightPalette());
+    ::testing::UnitTest::GetInstance()->listeners().Append(new PointerOutside); // owned there
     return RUN_ALL_TESTS();
 }

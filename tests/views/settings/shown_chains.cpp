@@ -6,6 +6,7 @@
 #include <QQmlExpression>
 #include <QQuickWindow>
 
+#include "pointer.h"
 #include "views/settings/dragging/drag_session.h"
 #include "views/settings/settings_page.h"
 
@@ -72,8 +73,10 @@ void ShownChains::click(const QString& name, const QString& under, Qt::MouseButt
     ASSERT_NE(item, nullptr) << qPrintable(name);
     if (button == Qt::LeftButton) {
         QTest::mouseMove(page, middleOf(item));
+        QTest::mouseClick(page, button, {}, middleOf(item));
+    } else {
+        clickOnScreen(page, button, middleOf(item));
     }
-    QTest::mouseClick(page, button, {}, middleOf(item));
     settle();
 }
 
@@ -122,7 +125,7 @@ void ShownChains::drag(const QString& name, const QString& under,
     QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, at);
 }
 
-void ShownChains::carryTo(const QPoint& at, const QString& text) {
+Qt::DropAction ShownChains::carryTo(const QPoint& at, const QString& text) {
     QMimeData data;
     data.setText(text);
     if (!carrying_) {
@@ -133,6 +136,7 @@ void ShownChains::carryTo(const QPoint& at, const QString& text) {
     QDragMoveEvent move(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(page, &move);
     QTest::qWait(1);
+    return move.isAccepted() ? move.dropAction() : Qt::IgnoreAction;
 }
 
 void ShownChains::dropAt(const QPoint& at, const QString& text) {

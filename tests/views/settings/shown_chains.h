@@ -55,7 +55,8 @@ struct ShownChains : ModelledSettings {
     void drag(const QString& name, const QString& under,
               const std::function<void(const QDrag& drag)>& script);
     // What a platform's drag does to the page, from coming over it to the drop.
-    void carryTo(const QPoint& at, const QString& text);
+    // Gives what the page has answered.
+    Qt::DropAction carryTo(const QPoint& at, const QString& text);
     void dropAt(const QPoint& at, const QString& text);
     // From coming over the item to the drop in its middle.
     void drop(const QString& text, const QString& name, const QString& under = {});

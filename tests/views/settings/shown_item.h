@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "announced.h"
+#include "pointer.h"
 #include "views/settings/settings_page.h"
 
 namespace varnhold::testing {
@@ -49,7 +50,11 @@ struct ShownItem {
         const QQuickItem* item = named(name);
         ASSERT_NE(item, nullptr) << qPrintable(name);
         QTest::mouseMove(&widget, middleOf(item));
-        QTest::mouseClick(&widget, button, {}, middleOf(item));
+        if (button == Qt::LeftButton) {
+            QTest::mouseClick(&widget, button, {}, middleOf(item));
+        } else {
+            clickOnScreen(&widget, button, middleOf(item));
+        }
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {

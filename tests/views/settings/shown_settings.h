@@ -7,6 +7,7 @@
 
 #include "announced.h"
 #include "modelled_settings.h"
+#include "pointer.h"
 #include "views/settings/settings_page.h"
 
 namespace varnhold::testing {
@@ -39,7 +40,11 @@ struct ShownSettings : ModelledSettings {
 
     void click(const QQuickItem* item, Qt::MouseButton button = Qt::LeftButton) const {
         QTest::mouseMove(page, middleOf(item));
-        QTest::mouseClick(page, button, {}, middleOf(item));
+        if (button == Qt::LeftButton) {
+            QTest::mouseClick(page, button, {}, middleOf(item));
+        } else {
+            clickOnScreen(page, button, middleOf(item));
+        }
     }
 
     void click(const QString& name) const {

@@ -68,16 +68,38 @@ Item {
             required property string name
             required property string image
 
-            readonly property bool isCurrent: GridView.isCurrentItem
-            readonly property bool holdsFocus: button.activeFocus
-
             width: grid.cellWidth - root.spacing
             symbol: Theme.symbol(image)
             text: name
             help: path
-            reachable: isCurrent || holdsFocus
-            onHoldsFocusChanged: if (holdsFocus) grid.currentIndex = index
+            reachable: GridView.isCurrentItem || held
             onRemoved: root.removed(path)
+
+            // A stop of the Tab key must stay one until the keyboard has left it for good.
+            property bool held: false
+
+            Timer {
+                id: later
+
+                interval: 0
+                onTriggered: chip.followFocus()
+            }
+
+            function followFocus() {
+                held = button.activeFocus;
+                if (held)
+                    grid.currentIndex = index;
+            }
+
+            Connections {
+                target: chip.button
+                function onActiveFocusChanged() {
+                    if (chip.button.activeFocus)
+                        chip.followFocus();
+                    else
+                        later.restart();
+                }
+            }
         }
 
         T.ScrollBar.vertical: SlimScrollBar {
