@@ -73,21 +73,27 @@ Stack ModelSelectorView::chain(TargetList list) {
                           .effort = this->*section.effort,
                           .contextTokens = this->*section.contextTokens};
     };
+    const auto makeLabels = [this, key]() -> std::vector<std::string>& {
+        return chainBotAssignments[key];
+    };
+    const auto takeFromNeighbour = [this, list](const std::string& uid) {
+        return takeFromOthers(uid, list);
+    };
+    const auto isWithNeighbour = [this, list](const std::string& uid) {
+        return otherWith(uid, list).has_value();
+    };
+    const auto onAdded = [this](const AIModelItem& item) {
+        if (item.type == "ollama") {
+            checkOllamaDownload(item);
+        }
+    };
     return {chains_,
-            {.find = find, .makeLabels = [ this, key ]() -> auto& {return chainBotAssignments[key];
-}
-, .takeFromNeighbour = [this, list](const std::string& uid) { return takeFromOthers(uid, list); },
-  .isWithNeighbour = [this,
-                      list](const std::string& uid) { return otherWith(uid, list).has_value(); },
-  .refuses = [this, list](const AIModelItem& item) { return refuses(item, list); },
-  .onAdded = [this](const AIModelItem& item) {
-      if (item.type == "ollama") {
-          checkOllamaDownload(item);
-      }
-  }
-} // namespace varnhold
-}
-;
+            {.find = find,
+             .makeLabels = makeLabels,
+             .takeFromNeighbour = takeFromNeighbour,
+             .isWithNeighbour = isWithNeighbour,
+             .refuses = [this, list](const AIModelItem& item) { return refuses(item, list); },
+             .onAdded = onAdded}};
 }
 
 std::optional<AIModelItem> ModelSelectorView::takeFromOthers(const std::string& uid,
@@ -140,6 +146,11 @@ bool ModelSelectorView::handleLibraryDrop(const platform::PayloadProviders& prov
     chains_.receive(providers, [this](const std::string& payload) { removeModel(payload); });
     endDrag();
     return true;
+}
+
+bool ModelSelectorView::isInAnyChain(const std::string& uid) const {
+    return std::any_of(allTargetLists.begin(), allTargetLists.end(),
+                       [&](TargetList list) { return rowOf(chainArray(list), uid).has_value(); });
 }
 
 void ModelSelectorView::removeModel(const std::string& payload) {

@@ -76,6 +76,7 @@ public:
     bool handleDrop(const platform::PayloadProviders& providers, TargetList list,
                     std::optional<std::size_t> insertAt = std::nullopt);
     bool handleLibraryDrop(const platform::PayloadProviders& providers);
+    [[nodiscard]] bool isInAnyChain(const std::string& uid) const;
     void deleteLibraryModel(const AIModelItem& item);
     // Empties all chains but the voice chain, at once and for good, and saves.
     void reset();

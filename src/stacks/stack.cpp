@@ -84,17 +84,21 @@ bool Stack::takesModel(const std::string& payload) const {
            editing_.get().policy().inLibrary(payload) != nullptr;
 }
 
-void Stack::assignBot(const std::string& label) const {
-    const StackPolicy& policy = editing_.get().policy();
-    const bool known =
-        std::any_of(policy.userBots.begin(), policy.userBots.end(),
-                    [&label](const BotConfig& bot) { return bot.launchdLabel == label; });
+bool Stack::takesBot(const std::string& label) const {
+    const std::vector<BotConfig>& bots = editing_.get().policy().userBots;
+    const bool known = std::any_of(bots.begin(), bots.end(), [&label](const BotConfig& bot) {
+        return bot.launchdLabel == label;
+    });
     const auto kept = parts();
-    if (!known || !kept || (kept->labels != nullptr && contains(*kept->labels, label))) {
-        return;
+    return known && kept && (kept->labels == nullptr || !contains(*kept->labels, label));
+}
+
+void Stack::assignBot(const std::string& label) const {
+    if (takesBot(label)) {
+        const auto kept = parts();
+        (kept->labels != nullptr ? *kept->labels : rules_.makeLabels()).push_back(label);
+        editing_.get().policy().onSave();
     }
-    (kept->labels != nullptr ? *kept->labels : rules_.makeLabels()).push_back(label);
-    policy.onSave();
 }
 
 void Stack::unassignBot(const std::string& label) const {

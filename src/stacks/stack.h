@@ -69,6 +69,9 @@ public:
     // refused. A row of the stack's own counts: it ends its being moved.
     [[nodiscard]] bool takesModel(const std::string& payload) const;
 
+    // The same for bots.
+    [[nodiscard]] bool takesBot(const std::string& label) const;
+
     // Labels of bots. True always, at once: what is dropped is handled when its text has come.
     bool dropBots(const platform::PayloadProviders& providers) const;
     void unassignBot(const std::string& label) const;

@@ -11,7 +11,9 @@ import sys
 import threading
 import unittest
 
-from desktop import Desktop
+from desktop import DISPLAY, Desktop
+from pointer_sign import forbids
+from session import wait_until
 
 STEPS = 12
 
@@ -134,6 +136,23 @@ class DraggingTest(unittest.TestCase):
             self.page.hear_until("finished l0 left")
             self.lift("library0")
             self.assertEqual(self.drop("free", "l0")[-1], "First zone l0")
+
+    def test_the_pointer_forbids_where_a_drop_does_nothing(self):
+        for _ in self.each_way():
+            self.lift("library0")
+            for place, forbidden in (("first1", True), ("free", False), ("first2", True),
+                                     ("bots", True), ("free", False)):
+                self.go(self.page.places[place])
+                wait_until(f"the pointer over {place}", lambda: forbids(DISPLAY) == forbidden)
+            self.go((1200, 700))
+            wait_until("the pointer over nothing", lambda: forbids(DISPLAY))
+            # It is a drop all the same, and whoever it is for is told.
+            self.assertEqual(self.drop("first1", "l0")[-1], "First row b")
+            wait_until("a pointer as ever", lambda: not forbids(DISPLAY))
+            self.lift("first0")
+            self.go(self.page.places["first2"])
+            wait_until("rows that change places", lambda: not forbids(DISPLAY))
+            self.release()
 
     def test_escape_ends_a_drag(self):
         for _ in self.each_way():

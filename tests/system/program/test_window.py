@@ -11,6 +11,7 @@ import types
 import unittest
 
 from accessible import area_of, everything, find, focused
+from pointer_sign import forbids
 from session import Session, label_of, wait_until
 from user_manager import start_session_bus
 
@@ -81,7 +82,38 @@ class WindowTest(unittest.TestCase):
         self.drag(row, zone)
         self.assert_the_model_was_added()
 
+    def test_the_pointer_forbids_where_a_drop_does_nothing(self):
+        row = self.place_of(MODEL, "list item")
+        zone = self.scroll_to(CHAIN)
+        other = self.row_in(zone, self.before[0]["name"])
+        self.lift(row, zone)
+        wait_until("a chain that takes it", lambda: not self.forbids())
+        self.hover(other)
+        wait_until("rows only take each other", self.forbids)
+        self.session.tool("xdotool", "mousemove", zone.x + 30, zone.y + zone.height - 8, "sleep", "0.1",
+                          "mouseup", 1)
+        self.assert_the_model_was_added()
+        zone = self.scroll_to(CHAIN)
+        self.lift(self.row_in(zone, self.before[0]["name"]), self.place_of("Top of Coding Chain", "panel"))
+        wait_until("another chain takes it", lambda: not self.forbids())
+        self.hover(self.place_of("Bots of Architect Chain", "panel"))
+        wait_until("it is no bot", self.forbids)
+        self.session.tool("xdotool", "mouseup", 1)
+        self.assertEqual(self.chain()[:-1], self.before)
+
+    def forbids(self):
+        return forbids(self.session.environment["DISPLAY"])
+
+    def hover(self, area):
+        """The toolkit asks what a place says once the pointer moves within it."""
+        for x in (area.x + area.width // 2, area.x + area.width // 2 + 3):
+            self.session.tool("xdotool", "mousemove", x, area.y + area.height // 2, "sleep", "0.05")
+
     def drag(self, row, zone):
+        self.lift(row, zone)
+        self.session.tool("xdotool", "sleep", "0.3", "mouseup", 1)
+
+    def lift(self, row, zone):
         """From the row to the lower end of the zone, which has no rows."""
         x, y = row.x + row.width // 3, row.y + row.height // 2
         to_x, to_y = zone.x + zone.width // 2, zone.y + zone.height - 8
@@ -89,7 +121,6 @@ class WindowTest(unittest.TestCase):
         for step in range(1, 21):
             self.session.tool("xdotool", "mousemove", x + (to_x - x) * step // 20,
                               y + (to_y - y) * step // 20, "sleep", "0.02")
-        self.session.tool("xdotool", "sleep", "0.3", "mouseup", 1)
 
     def place_of(self, name, role):
         return area_of(wait_until(name, lambda: find(PROGRAM, name, role)))

@@ -54,6 +54,7 @@ Item {
         kinds: ["model"]
         name: "Library"
         onHoveredChanged: root.library.isTargeted = hovered
+        useful: root.library.takes(DragSession.payload)
         onTextDropped: text => root.library.drop(text)
 
         Rectangle {

@@ -77,6 +77,10 @@ void LibraryPart::startDrag(int row) {
     }
 }
 
+bool LibraryPart::takes(const QString& text) const {
+    return view().isInAnyChain(text.toStdString());
+}
+
 void LibraryPart::drop(const QString& text) {
     view().handleLibraryDrop({platform::textPayload(text.toStdString())});
 }

@@ -40,6 +40,8 @@ public:
 
     // Tells the record that the row is being dragged.
     Q_INVOKABLE void startDrag(int row);
+    // Whether a drop of the text on the column would come to anything.
+    Q_INVOKABLE [[nodiscard]] bool takes(const QString& text) const;
     // A text was dropped on the column.
     Q_INVOKABLE void drop(const QString& text);
     Q_INVOKABLE void deleteModel(int row);

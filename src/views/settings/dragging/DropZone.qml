@@ -12,17 +12,18 @@ DropTarget {
     readonly property bool hovered: area.containsDrag || root.marked >= 0 || root.innerHover
     // Set by a list in the zone while a drag is over its free space.
     property bool innerHover: false
+    // Whether a drop of what is dragged would come to anything: the pointer says so where it wouldn't.
+    // The drop comes all the same.
+    property bool useful: true
     property point dropPlace // of the pointer as it let go; a drag by keys has none
+
+    function answer(drag: var) {
+        drag.action = DragSession.answer(root.useful, drag.proposedAction);
+    }
 
     default property alias content: area.data
 
     signal textDropped(text: string)
-
-    // Whether a drop of that text of ours would come to anything, for zones to say more exactly: the
-    // pointer forbids what wouldn't.
-    function takes(text: string): bool {
-        return true;
-    }
 
     stops: 1
     markedArea: Qt.rect(0, 0, root.width, root.height)
@@ -41,9 +42,10 @@ DropTarget {
 
         anchors.fill: parent
         onEntered: drag => {
-            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.comers)
-                && (!DragSession.active || root.takes(DragSession.payload));
+            drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(root.comers);
+            root.answer(drag);
         }
+        onPositionChanged: drag => root.answer(drag)
         onDropped: drop => {
             drop.acceptProposedAction();
             root.dropPlace = Qt.point(drop.x, drop.y);

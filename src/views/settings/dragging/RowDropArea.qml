@@ -14,8 +14,15 @@ DropArea {
         return row >= 0 ? list.uidAt(row) : null;
     }
 
-    function track(y: real) {
-        const uid = uidUnder(y);
+    // Rows change places with each other, and keep what else is dropped on them without using it.
+    function takes(): bool {
+        if (over !== null)
+            return list.rowOf(DragSession.payload) >= 0;
+        return !list.zone || list.zone.useful;
+    }
+
+    function track(drag: var) {
+        const uid = uidUnder(drag.y);
         if (uid !== over) {
             over = uid;
             if (uid !== null) {
@@ -24,6 +31,7 @@ DropArea {
             }
         }
         settle();
+        drag.action = DragSession.answer(takes(), drag.proposedAction);
     }
 
     // The rows have changed places under the pointer, which hasn't come over another one.
@@ -33,14 +41,13 @@ DropArea {
     }
 
     onEntered: drag => {
-        drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(list.kinds)
-            && (!DragSession.active || !list.zone || list.zone.takes(DragSession.payload));
+        drag.accepted = drag.hasText && !drag.hasUrls && DragSession.suits(list.kinds);
         if (drag.accepted) {
             over = null;
-            track(drag.y);
+            track(drag);
         }
     }
-    onPositionChanged: drag => track(drag.y)
+    onPositionChanged: drag => track(drag)
     onDropped: drop => {
         drop.acceptProposedAction();
         const row = list.rowUnder(drop.y);

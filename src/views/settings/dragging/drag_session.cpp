@@ -2,11 +2,15 @@
 
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPainter>
 #include <QPixmap>
 #include <QQuickRenderControl>
 #include <QQuickWindow>
 #include <chrono>
+#include <numbers>
 #include <utility>
+
+#include "views/colors/colors.h"
 
 namespace varnhold {
 
@@ -14,6 +18,29 @@ namespace {
 
 // A window that isn't drawn just now gives no picture of its items.
 constexpr std::chrono::milliseconds longestWait{200};
+
+// What the pointer becomes where a drop does nothing, to be seen on any ground.
+QPixmap forbiddingSign(qreal scale) {
+    constexpr qreal size = 22; // points, as pointers are
+    constexpr qreal line = 3;
+    constexpr qreal halo = 5; // white, around the red line
+    constexpr qreal margin = 3.5;
+    QPixmap sign(QSizeF(size * scale, size * scale).toSize());
+    sign.setDevicePixelRatio(scale);
+    sign.fill(Qt::transparent);
+    QPainter painter(&sign);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF ring(margin, margin, size - 2 * margin, size - 2 * margin);
+    const QPointF middle = ring.center();
+    const qreal reach = ring.width() / 2 / std::numbers::sqrt2;
+    for (const auto& [color, width] :
+         {std::pair(QColor(Qt::white), halo), {tones(false).red, line}}) {
+        painter.setPen(QPen(color, width));
+        painter.drawEllipse(ring);
+        painter.drawLine(middle - QPointF(reach, reach), middle + QPointF(reach, reach));
+    }
+    return sign;
+}
 
 // A page within a widget has no window on the screen; the widget's has.
 QWindow* windowOnScreen(QQuickWindow* window) {
@@ -74,7 +101,11 @@ void DragSession::run() {
         drag->setPixmap(picture);
         drag->setHotSpot(hot_.toPoint());
     }
+    sign_ = forbiddingSign(window_->effectiveDevicePixelRatio());
+    drag->setDragCursor(sign_, Qt::IgnoreAction); // where no place is: one sign for both
+    drag_ = drag;
     const Qt::DropAction action = carrier_(*drag);
+    drag_ = nullptr;
     drag->deleteLater();
     end(action != Qt::IgnoreAction);
 }
@@ -92,6 +123,17 @@ void DragSession::remind() {
     if (active() && source_ != nullptr) {
         QMetaObject::invokeMethod(source_, "began");
     }
+}
+
+Qt::DropAction DragSession::answer(bool useful, Qt::DropAction proposed) {
+    if (drag_ == nullptr) {
+        return proposed;
+    }
+    // A place that refuses is told nothing more, not even that the drag has ended there. So what
+    // has no use for it takes it too, by an action of which the pointer looks as if it were
+    // refused.
+    drag_->setDragCursor(useful ? QPixmap() : sign_, Qt::CopyAction);
+    return useful ? Qt::MoveAction : Qt::CopyAction;
 }
 
 bool DragSession::suits(const QStringList& kinds) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDrag>
+#include <QPixmap>
 #include <QPointer>
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
@@ -55,6 +56,11 @@ public:
     // Whether a target of these kinds takes what is dragged. Text of other programs has no kind.
     Q_INVOKABLE [[nodiscard]] bool suits(const QStringList& kinds) const;
 
+    // What a place under the pointer answers the platform, which shows the pointer that goes with
+    // it: one that forbids where a drop of ours would come to nothing. What others drag is answered
+    // as they propose.
+    Q_INVOKABLE [[nodiscard]] Qt::DropAction answer(bool useful, Qt::DropAction proposed);
+
     // The text as it was meant: programs like to add a line break.
     Q_INVOKABLE [[nodiscard]] static QString textOf(const QString& dropped);
 
@@ -71,9 +77,11 @@ private:
     QString kind_;
     QPointer<QQuickWindow> window_;
     QPointer<QQuickItem> source_;
+    QPointer<QDrag> drag_;
     QSharedPointer<QQuickItemGrabResult> grab_;
     QSizeF size_;
     QPointF hot_;
+    QPixmap sign_; // that forbids
     std::function<Qt::DropAction(QDrag&)> carrier_;
     QTimer grabTimeout_;
 };

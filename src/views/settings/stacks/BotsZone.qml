@@ -49,6 +49,7 @@ Item {
             name: "Bots of %1".arg(root.owner)
             Accessible.role: Accessible.Grouping
             Accessible.name: name
+            useful: root.stack.takesBot(DragSession.payload)
             onTextDropped: text => root.stack.dropOnBots(text)
         }
 

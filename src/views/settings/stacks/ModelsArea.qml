@@ -39,6 +39,7 @@ Item {
         anchors.topMargin: Theme.slim
         width: parent.width
         owner: root.owner
+        useful: root.useful
         targeted: root.topTargeted
         onModelDropped: text => {
             list.expectAt(strip.mapToItem(list, strip.dropPlace).y);
@@ -64,7 +65,8 @@ Item {
 
         x: list.x
         z: 1
-        y: area.y + list.y + (first ? 0 : list.implicitHeight + (list.rows > 0 ? 1 : 0)) - 1
+        // In the middle of the space between two rows.
+        y: area.y + list.y + (first || list.rows === 0 ? -3 : list.implicitHeight + 1)
         width: list.width
         height: 2
         radius: Theme.hair
@@ -83,6 +85,7 @@ Item {
         name: "End of %1".arg(root.owner)
         Accessible.role: Accessible.Grouping
         Accessible.name: name
+        useful: root.useful
         onTextDropped: text => {
             list.expectAt(area.mapToItem(list, area.dropPlace).y);
             root.stack.dropOnModels(text);

@@ -11,6 +11,8 @@ DashedFrame {
     readonly property alias hovered: zone.hovered
     readonly property alias dropPlace: zone.dropPlace
 
+    property bool useful: true // as zones have it
+
     signal modelDropped(string text)
 
     implicitHeight: 26
@@ -37,6 +39,7 @@ DashedFrame {
         name: "Top of %1".arg(root.owner)
         Accessible.role: Accessible.Grouping
         Accessible.name: name
+        useful: root.useful
         onTextDropped: text => root.modelDropped(text)
     }
 }

@@ -27,6 +27,10 @@ bool StackPart::takesModel(const QString& text) const {
     return stack_.takesModel(text.toStdString());
 }
 
+bool StackPart::takesBot(const QString& text) const {
+    return stack_.takesBot(text.toStdString());
+}
+
 void StackPart::dropOnBots(const QString& text) {
     stack_.dropBots(dropped(text));
 }

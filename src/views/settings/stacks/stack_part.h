@@ -32,6 +32,7 @@ public:
 
     // Whether a drop of the text would come to anything.
     Q_INVOKABLE [[nodiscard]] bool takesModel(const QString& text) const;
+    Q_INVOKABLE [[nodiscard]] bool takesBot(const QString& text) const;
 
     Q_INVOKABLE void dropOnBots(const QString& text);
     Q_INVOKABLE void unassignBot(const QString& label);
