@@ -1,36 +1,16 @@
 #include <QApplication>
-#include <QDirIterator>
 #include <QFontDatabase>
 #include <filesystem>
 #include <optional>
 #include <set>
 #include <string>
 
+#include "more_fonts.h"
+#include "shown_item.h"
 #include "shown_sheets.h"
 
 namespace varnhold::testing {
 namespace {
-
-// Fonts that desktops come with, where Debian's packages put them. Those that this machine hasn't
-// are passed over; VARNHOLD_FONTS names another folder to look in.
-void loadFonts() {
-    QStringList folders{QStringLiteral("/usr/share/fonts/truetype/noto"),
-                        QStringLiteral("/usr/share/fonts/opentype/cantarell"),
-                        QStringLiteral("/usr/share/fonts/opentype/inter")};
-    if (const QString more = qEnvironmentVariable("VARNHOLD_FONTS"); !more.isEmpty()) {
-        folders.append(more);
-    }
-    for (const QString& folder : folders) {
-        for (QDirIterator files(folder,
-                                {QStringLiteral("NotoSans-*.ttf"),
-                                 QStringLiteral("NotoSansCJK*.ttc"),
-                                 QStringLiteral("Cantarell-*.otf"), QStringLiteral("Inter-*.otf")},
-                                QDir::Files, QDirIterator::Subdirectories);
-             files.hasNext();) {
-            QFontDatabase::addApplicationFont(files.next());
-        }
-    }
-}
 
 struct Words {
     QString text;
@@ -40,7 +20,6 @@ struct Words {
 class FontFit : public ::testing::TestWithParam<const char*>, public ShownSheets {
 protected:
     void SetUp() override {
-        loadFonts();
         family_ = QString::fromLatin1(GetParam());
         if (!QFontDatabase::families().contains(family_)) {
             GTEST_SKIP() << "this machine doesn't have " << GetParam();
@@ -107,6 +86,7 @@ protected:
         return text.mapRectToScene(QRectF(QPointF(x, y), size));
     }
 
+    MoreFonts fonts;
     QString family_;
     QList<Words> shown;
     QStringList cut;
@@ -142,9 +122,34 @@ TEST_P(FontFit, CutsNoWordsOfTheProgramAndLaysNoneOverOthers) {
     }
 }
 
+// Fonts of other scripts have taller lines, which must not push the letters down.
+TEST(ForeignNames, StandOnTheLineOfTheLettersBesideThem) {
+    const MoreFonts fonts;
+    const QStringList families = QFontDatabase::families();
+    if (!families.contains(QStringLiteral("Noto Sans CJK SC")) &&
+        !families.contains(QStringLiteral("Droid Sans Fallback"))) {
+        GTEST_SKIP() << "this machine has no signs for them";
+    }
+    ShownItem shown(R"(Rectangle {
+        color: "white"
+        EmojiLabel { id: name; x: 10; y: 40; text: "Ag" }
+        EmojiLabel { x: 110; anchors.baseline: name.baseline; text: "Ag\u6f22\u5b57" }
+        Label { x: 210; anchors.baseline: name.baseline; text: "Ag" }
+        Label { x: 310; anchors.baseline: name.baseline; text: "Ag\u6f22\u5b57" }
+        Chip { x: 10; y: 130; text: "Ag" }
+        Chip { x: 210; y: 130; text: "Ag\u6f22\u5b57" }
+    })");
+    const QImage seen = shown.widget.grabFramebuffer();
+    const auto letters = [&](int x, int y) { return seen.copy(x, y, 15, 80); };
+    EXPECT_EQ(letters(10, 20), letters(110, 20)) << "names";
+    EXPECT_EQ(letters(210, 20), letters(310, 20)) << "labels on a baseline";
+    EXPECT_EQ(seen.copy(10, 120, 34, 40), seen.copy(210, 120, 34, 40)) << "names of files";
+    EXPECT_NE(seen.copy(325, 20, 30, 80), seen.copy(25, 20, 30, 80)) << "there are signs at all";
+}
+
 INSTANTIATE_TEST_SUITE_P(Families, FontFit,
                          ::testing::Values("DejaVu Sans", "Noto Sans", "Cantarell", "Inter",
-                                           "Noto Sans CJK SC"),
+                                           "Noto Sans CJK SC", "Droid Sans Fallback"),
                          [](const auto& which) {
                              std::string name(which.param);
                              std::erase(name, ' ');

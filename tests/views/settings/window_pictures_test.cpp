@@ -1,5 +1,9 @@
 #include <QApplication>
+#include <QDragMoveEvent>
+#include <QMimeData>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "pictures.h"
 #include "shown_sheets.h"
@@ -155,6 +159,64 @@ TEST_P(WindowPictures, RowsWithTheKeyboardAndUnderThePointer) {
     named(QStringLiteral("Claude Opus 4.8"))->forceActiveFocus(Qt::TabFocusReason);
     QTest::mouseMove(page, middleOf(named(QStringLiteral("DeepSeek Chat"))));
     expect("window-rows", {0, 350, 281, 500});
+}
+
+// Names of every length and script, more bots than there is room for, and all states that a row
+// has.
+TEST_P(WindowPictures, LongAndForeignNames) {
+    const std::vector<std::string> names{std::string(200, 'W'),
+                                         "مساعد البحث العلمي الطويل جدا",
+                                         "עוזר מחקר ארוך מאוד לצוות כולו",
+                                         "🏳️‍🌈 Pride 👩‍👩‍👧‍👦",
+                                         "Ops",
+                                         "A title of words that goes on for longer than any row"};
+    for (int number = 0; number < 40; ++number) {
+        BotConfig each = varnhold::testing::bot("role-" + std::to_string(number));
+        each.title = names[static_cast<std::size_t>(number) % names.size()];
+        each.token = number % 3 == 0 ? "" : "token";
+        each.isPaused = number % 4 == 1;
+        each.service = number % 5 == 2 ? BotService::slack : BotService::telegram;
+        view->userBots.push_back(each);
+        view->chainBotAssignments[number % 2 == 0 ? "governor" : "architect"].push_back(
+            each.launchdLabel);
+    }
+    view->chainBotAssignments["governor"].resize(4);
+    view->chainBotAssignments["architect"].resize(4);
+    CustomBotGroup group{.name = names[5] + " at all", .colorHex = "D4F1F9"};
+    for (const std::string& name : names) {
+        AIModelItem added =
+            varnhold::testing::model("m" + std::to_string(view->directModels.size()));
+        added.name = name;
+        added.family = name;
+        view->directModels.push_back(added);
+        view->governorModels.push_back(added);
+        group.models.push_back(added);
+        group.attachedPaths.push_back("/nowhere/" + name + ".txt");
+    }
+    view->customGroups = {group};
+    view->selectedBot = view->userBots.at(3);
+    view->showHints = true;
+    show({1200, 1100});
+    expect("window-names");
+}
+
+// A model over the free space under a chain's rows, and over the strip above those of another.
+TEST_P(WindowPictures, WhatIsDraggedOverAChain) {
+    takeSampleFleet();
+    show({1200, 2000});
+    QMimeData data;
+    data.setText(QStringLiteral("some model"));
+    const auto carryTo = [&](const QPointF& at) {
+        QDragEnterEvent enter(at.toPoint(), Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &enter);
+        QDragMoveEvent move(at.toPoint(), Qt::MoveAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(page, &move);
+    };
+    const QQuickItem* end = named(QStringLiteral("End of Coding Chain"));
+    carryTo(end->mapToScene({end->width() / 2, end->height() - 8}));
+    expect("window-drop-last", {740, 860, 460, 480});
+    carryTo(middleOf(named(QStringLiteral("Top of Coding Chain"))));
+    expect("window-drop-first", {740, 860, 460, 480});
 }
 
 TEST_P(WindowPictures, Groups) {

@@ -28,6 +28,13 @@ Item {
         border.width: 1
     }
 
+    // Many scripts have taller lines than the text font, which alone decides where the line stands.
+    FontMetrics {
+        id: metrics
+
+        font: Theme.tiny
+    }
+
     Symbol {
         id: sign
 
@@ -38,11 +45,30 @@ Item {
         color: Theme.secondaryText
     }
 
+    EmojiLabel {
+        id: whole
+
+        readonly property real room: remove.x - x
+
+        anchors.left: sign.right
+        anchors.leftMargin: Theme.tight
+        anchors.verticalCenter: parent.verticalCenter
+        width: implicitWidth
+        visible: implicitWidth <= room
+        text: root.text
+        font: Theme.tiny
+        help: root.help
+        Accessible.ignored: true
+    }
+
+    // What is too long is cut in its middle: names of files differ at their ends.
     Label {
+        visible: !whole.visible
         anchors.left: sign.right
         anchors.leftMargin: Theme.tight
         anchors.right: remove.left
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: Math.round((metrics.ascent - metrics.descent) / 2)
         text: root.text
         font: Theme.tiny
         elide: Text.ElideMiddle

@@ -28,7 +28,7 @@ Item {
 
     Text {
         // Emoji and many scripts have taller lines; the text font alone decides where the baseline is.
-        y: Math.round(metrics.ascent - MarkedText.ascent(root.shownText, root.font))
+        y: metrics.ascent - MarkedText.ascent(root.shownText, root.font)
         width: root.width
         horizontalAlignment: root.horizontalAlignment
         text: MarkedText.plain(root.shownText)

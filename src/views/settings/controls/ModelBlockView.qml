@@ -82,7 +82,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             spacing: Theme.tight
 
-            Label {
+            EmojiLabel {
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, root.width * 0.4)
                 text: root.tag

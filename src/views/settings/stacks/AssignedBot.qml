@@ -62,7 +62,7 @@ Rectangle {
         id: point
 
         anchors.left: name.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: name.baseline
         leftPadding: Theme.tight
         rightPadding: Theme.tight
         text: "·"
@@ -75,7 +75,7 @@ Rectangle {
         id: role
 
         anchors.left: point.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: name.baseline
         width: Math.max(0, Math.min(implicitWidth, release.x - x - 4))
         text: root.role
         font: Theme.tiny
