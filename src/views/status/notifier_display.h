@@ -25,10 +25,9 @@ public:
     [[nodiscard]] QRect anchor() const override { return {}; } // nobody tells
 
 private:
-    void pressed();
+    [[nodiscard]] bool pressed();
 
     MenuOpener& opener_;
-    StatusMenu::Choose choose_;
     ExportedMenu menu_;
     NotifierItem item_;
 };

@@ -160,15 +160,23 @@ NotifierToolTip NotifierItem::toolTip() const {
 }
 
 void NotifierItem::Activate(int, int) {
-    pressed_();
+    beActivated();
 }
 
 void NotifierItem::SecondaryActivate(int, int) {
-    pressed_();
+    beActivated();
 }
 
 void NotifierItem::ContextMenu(int, int) {
-    pressed_();
+    beActivated();
+}
+
+// Many items have a menu and nothing else, and don't know these calls. Panels show the menu of one
+// that answers so, those too that don't ask first whether it is all that there is.
+void NotifierItem::beActivated() {
+    if (!pressed_() && calledFromDBus()) {
+        sendErrorReply(QDBusError::UnknownMethod, QStringLiteral("The item is its menu."));
+    }
 }
 
 void NotifierItem::Scroll(int, const QString&) {} // there is nothing to scroll through

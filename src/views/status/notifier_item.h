@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusContext>
 #include <QDBusObjectPath>
 #include <QObject>
 #include <QTimer>
@@ -17,7 +18,7 @@ namespace varnhold {
 //
 // Panels read it anew after every signal, so there are at most four pictures a second and none that
 // looks like the last. Pictures are painted when somebody reads them.
-class NotifierItem final : public QObject {
+class NotifierItem final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
     Q_PROPERTY(QString Category READ category CONSTANT)
@@ -41,8 +42,9 @@ class NotifierItem final : public QObject {
     Q_PROPERTY(QString XAyatanaLabel READ label)
     Q_PROPERTY(QString XAyatanaLabelGuide READ label)
 public:
-    // Called from the event loop where a panel asks us to do something about a press.
-    using Pressed = std::function<void()>;
+    // Called from the event loop where a panel asks us to do something about a press. False if it
+    // should show the menu itself: it is told so.
+    using Pressed = std::function<bool()>;
 
     // Announces itself to the desktop's panel. `menuPath`: where on the bus its menu is.
     NotifierItem(const QString& menuPath, Pressed pressed);
@@ -86,6 +88,7 @@ private:
     [[nodiscard]] static NotifierPixmaps noPixmaps() { return {}; }
     [[nodiscard]] static bool isMenu() { return true; }
     [[nodiscard]] QDBusObjectPath menu() const { return QDBusObjectPath(menuPath_); }
+    void beActivated();
     void announce();
     void tellOfPicture();
 

@@ -43,19 +43,21 @@ class Plasma(Whole):
                  "KDE_SESSION_VERSION": "5", "QT_QUICK_BACKEND": "software", "KWIN_COMPOSE": "N"}
     pieces = (("kwin_x11",), ("kded5",))
     command = ("plasmashell",)
+    draws_menu_at = (3,)  # and asks us for ours at the left button
 
 
 class PlasmaWayland(Plasma):
     """The same in a window of another X server: ours is shown by the compositor's own X server."""
 
+    draws_menu_at = (1, 3)
     variables = {**Plasma.variables, "XDG_SESSION_TYPE": "wayland", "KWIN_COMPOSE": "Q"}
 
     def start_pieces(self):
         runtime = pathlib.Path(self.environment["XDG_RUNTIME_DIR"])
         sockets = pathlib.Path("/tmp/.X11-unix")
         before = set(sockets.iterdir())
-        self.spawn("kwin_wayland", "--x11-display", DISPLAY, "--width", WIDTH, "--height", HEIGHT,
-                   "--xwayland", "--no-lockscreen")
+        self.screen = self.spawn("kwin_wayland", "--x11-display", DISPLAY, "--width", WIDTH,
+                                 "--height", HEIGHT, "--xwayland", "--no-lockscreen")
         wait_until("the compositor", lambda: (runtime / "wayland-0").exists())
         number = wait_until("the X server", lambda: sorted(set(sockets.iterdir()) - before))[0].name[1:]
         self.environment.update(WAYLAND_DISPLAY="wayland-0", DISPLAY=f":{number}")
@@ -66,17 +68,3 @@ class PlasmaWayland(Plasma):
 
     def configure(self):
         self.command = ("plasmashell", "-platform", "wayland")
-
-
-class Cinnamon(Whole):
-    """Its window manager, shell and panel are one process."""
-
-    variables = {"XDG_SESSION_TYPE": "x11", "XDG_CURRENT_DESKTOP": "X-Cinnamon"}
-    command = ("cinnamon",)
-    bar = 40
-
-
-class Budgie(Whole):
-    variables = {"XDG_SESSION_TYPE": "x11", "XDG_CURRENT_DESKTOP": "Budgie:GNOME"}
-    pieces = (("budgie-wm",),)
-    command = ("budgie-panel",)

@@ -7,7 +7,7 @@ import os
 import sys
 import unittest
 
-from desktop import wait_until
+from desktop import BUS, wait_until
 from panel_steps import PanelSteps
 from panels import HEIGHT, WIDTH, Lxqt, Waybar, WaybarBesideX, Xfce
 
@@ -59,6 +59,20 @@ class PanelsTest(PanelSteps):
 
     def test_waybar_beside_x_menu_is_chosen_from(self):
         self.menu_is_chosen_from(WaybarBesideX)
+
+    def test_wayland_panel_that_asks_us_for_a_menu_is_told_to_show_its_own(self):
+        for kind in (Waybar, WaybarBesideX):
+            with self.subTest(kind=kind.__name__):
+                desktop = self.launch(kind)
+                desktop.icon()
+                for method in ("Activate", "SecondaryActivate", "ContextMenu"):
+                    asked = desktop.tool("busctl", f"--address={BUS}", "call", desktop.notifier(),
+                                         "/StatusNotifierItem", "org.kde.StatusNotifierItem",
+                                         method, "ii", "0", "0")
+                    self.assertIn("The item is its menu", asked.stderr)
+                self.assertFalse(desktop.menus() if kind is WaybarBesideX else desktop.nodes())
+                desktop.end()
+                desktop.reset()
 
     def test_waybar_window_opens_on_the_screen(self):
         self.window_opens(Waybar)

@@ -10,7 +10,7 @@ namespace varnhold::testing {
 namespace {
 
 struct ShownItem {
-    NotifierItem item{QStringLiteral("/Menu"), [] {}};
+    NotifierItem item{QStringLiteral("/Menu"), [] { return true; }};
     QSignalSpy icons{&item, &NotifierItem::NewIcon};
 
     void lift(double level) {
