@@ -88,7 +88,7 @@ class GoalsTest(unittest.TestCase):
         self.assertNotIn("growth", goals.fleet_goals(results({20: 0.1, 200: 0.5})))
 
     def test_every_goal_has_a_reason_ready(self):
-        used = {row[-1] for row in (*goals.FLEET_GOALS, *goals.BUDGETS)} | {"supervisord", "restart", "growth"}
+        used = {row[-1] for row in (*goals.FLEET_GOALS, *goals.BUDGETS)} | {"supervisord", "restart", "growth", "writer"}
         self.assertEqual(used, set(goals.REASONS))
 
     def test_what_a_person_waits_for_is_held_against_the_goal_of_its_fleet(self):
@@ -96,6 +96,15 @@ class GoalsTest(unittest.TestCase):
         key = "a keystroke in the master prompt, ms"
         said = goals.budget_tables({f"{FLEETS[0]}: {key}": 0.5, f"{FLEETS[1]}: {key}": 5.5})
         self.assertIn(f"| {key} | 0.5 | 5.5 | 1 / 5 | yes / **no** |", said)
+
+    def test_a_writer_that_waited_too_long_is_seen_among_others(self):
+        header = "     rows  table    writes    whole ms  one more ms unchanged  writer waits\n"
+        rows = ["     1000  plain    journal        0.5         0.12      0.007          0.0\n",
+                "     1000  plain    WAL            0.5         0.12      0.007        201.0\n"]
+        self.assertIn("| 0 | 200 | yes |", goals.poll_goal(header + rows[0]))
+        said = goals.poll_goal(header + "".join(rows))
+        self.assertIn("| 201 | 200 | **no** |", said)
+        self.assertIn(goals.REASONS["writer"], said)
 
 
 class ReportTest(unittest.TestCase):
