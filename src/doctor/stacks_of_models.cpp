@@ -72,7 +72,7 @@ std::string whyNotConnected(const SettingsFields& fields, const std::string& pro
         fields.*known->chosenMethod == AuthMethod::apiKey) {
         return "its key is empty";
     }
-    const std::string file(known->loginFiles.front());
+    const std::string file(known->login.files.front());
     return file.empty() ? "a login doesn't count for it; choose \"API Key\""
                         : "it is to be used by login, and ~" + file + " isn't there";
 }

@@ -79,7 +79,7 @@ Result<AuthConfig> readAuthConfig(const std::string& path) {
 std::vector<ProviderAuth> providerAuths(const std::map<std::string, bool>& oauthStatuses) {
     std::vector<ProviderAuth> rows;
     for (const Provider& provider : providers()) {
-        if (provider.hasLoginRow) {
+        if (provider.login.hasRow) {
             const std::string key(provider.key);
             const auto status = oauthStatuses.find(key);
             rows.push_back({.id = key,

@@ -14,9 +14,8 @@ constexpr std::array<Provider, providerCount> table{{
      .menuName = "Claude (Anthropic)",
      .words = {"anthropic", "claude"},
      .tool = "claude",
-     .loginFiles = {"/.claude.json"},
+     .login = {true, {"/.claude.json"}},
      .variable = "ANTHROPIC_API_KEY",
-     .hasLoginRow = true,
      .method = {"anthropicMethod", "auth_method_anthropic", &AuthConfig::anthropicMethod},
      .chosenMethod = &SignIn::anthropicMethod,
      .apiKey = {"anthropicKey", "api_key_anthropic", &AuthConfig::anthropicKey},
@@ -26,9 +25,8 @@ constexpr std::array<Provider, providerCount> table{{
      .menuName = "Gemini (Google)",
      .words = {"google", "gemini"},
      .tool = "gemini",
-     .loginFiles = {"/.gemini/oauth_creds.json"},
+     .login = {true, {"/.gemini/oauth_creds.json"}},
      .variable = "GOOGLE_API_KEY",
-     .hasLoginRow = true,
      .method = {"googleMethod", "auth_method_google", &AuthConfig::googleMethod},
      .chosenMethod = &SignIn::googleMethod,
      .apiKey = {"googleKey", "api_key_google", &AuthConfig::googleKey},
@@ -38,9 +36,8 @@ constexpr std::array<Provider, providerCount> table{{
      .menuName = "Codex (OpenAI)",
      .words = {"openai", "gpt"},
      .tool = "codex",
-     .loginFiles = {"/.codex/auth.json"},
+     .login = {true, {"/.codex/auth.json"}},
      .variable = "OPENAI_API_KEY",
-     .hasLoginRow = true,
      .method = {"openaiMethod", "auth_method_openai", &AuthConfig::openaiMethod},
      .chosenMethod = &SignIn::openaiMethod,
      .apiKey = {"openaiKey", "api_key_openai", &AuthConfig::openaiKey},
@@ -48,7 +45,7 @@ constexpr std::array<Provider, providerCount> table{{
     {.key = "mistral",
      .name = "Mistral",
      .words = {"mistral"},
-     .loginFiles = {"/.mistral.json"},
+     .login = {false, {"/.mistral.json"}},
      .variable = "MISTRAL_API_KEY",
      .method = {"mistralMethod", "auth_method_mistral", &AuthConfig::mistralMethod},
      .chosenMethod = &SignIn::mistralMethod,
@@ -59,9 +56,8 @@ constexpr std::array<Provider, providerCount> table{{
      .menuName = "Qwen",
      .words = {"qwen"},
      .tool = "qwen",
-     .loginFiles = {"/.qwen/auth.json", "/.qwen.json"},
+     .login = {true, {"/.qwen/auth.json", "/.qwen.json"}},
      .variable = "QWEN_API_KEY",
-     .hasLoginRow = true,
      .method = {"qwenMethod", "auth_method_qwen", &AuthConfig::qwenMethod},
      .chosenMethod = &SignIn::qwenMethod,
      .apiKey = {"qwenKey", "api_key_qwen", &AuthConfig::qwenKey},
@@ -69,8 +65,8 @@ constexpr std::array<Provider, providerCount> table{{
     {.key = "deepseek",
      .name = "DeepSeek",
      .words = {"deepseek"},
+     .login = {true, {}},
      .variable = "DEEPSEEK_API_KEY",
-     .hasLoginRow = true,
      .method = {"deepseekMethod", "auth_method_deepseek", &AuthConfig::deepseekMethod},
      .chosenMethod = &SignIn::deepseekMethod,
      .apiKey = {"deepseekKey", "api_key_deepseek", &AuthConfig::deepseekKey},
@@ -79,6 +75,7 @@ constexpr std::array<Provider, providerCount> table{{
      .name = "OpenRouter",
      .menuName = "OpenRouter",
      .tag = "(no tools)",
+     .login = {false, {}},
      .variable = "OPENROUTER_API_KEY",
      .apiKey = {"openrouterKey", "api_key_openrouter", &AuthConfig::openrouterKey},
      .typedKey = &SignIn::openrouterKey},
@@ -86,6 +83,7 @@ constexpr std::array<Provider, providerCount> table{{
      .name = "Cerebras",
      .menuName = "Cerebras",
      .tag = "(governor)",
+     .login = {false, {}},
      .variable = "CEREBRAS_API_KEY",
      .apiKey = {"cerebrasKey", "api_key_cerebras", nullptr, &AuthConfig::cerebrasKey},
      .typedKey = &SignIn::cerebrasKey},
@@ -117,7 +115,7 @@ constexpr bool isWhole(const Provider& provider) {
            provider.typedKey != nullptr && isComplete(provider.apiKey) &&
            (provider.hasMethod() ? isComplete(provider.method) && hasWords
                                  : provider.method.name.empty() && !hasWords &&
-                                       !provider.tag.empty() && !provider.hasLoginRow);
+                                       !provider.tag.empty() && !provider.login.hasRow);
 }
 
 template <class Rows, class Same>

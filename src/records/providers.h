@@ -26,6 +26,15 @@ struct StoredValue {
     void set(AuthConfig& config, std::string value) const;
 };
 
+// How one signs in by an account. It has no default: a row without it doesn't compile.
+struct Login {
+    bool hasRow;                           // in the sign-in column
+    std::array<std::string_view, 2> files; // below the home folder; one is enough
+
+    constexpr Login(bool inColumn, std::array<std::string_view, 2> paths)
+        : hasRow(inColumn), files(paths) {}
+};
+
 // The pointers name where values are kept; a provider holds none itself.
 struct Provider {
     std::string_view key;  // in models and sign-in statuses, and what the login script is told
@@ -34,9 +43,8 @@ struct Provider {
     std::string_view tag = {};                  // beside the name, for those with a key only
     std::array<std::string_view, 2> words = {}; // by which ids of models name it as their maker
     std::string_view tool = {};                 // its command line tool
-    std::array<std::string_view, 2> loginFiles = {}; // below the home folder; one is enough
-    std::string_view variable;                       // by which agents get its key
-    bool hasLoginRow = false;                        // in the sign-in column
+    Login login;
+    std::string_view variable; // by which agents get its key
     // Without a name: by key alone.
     StoredValue method = {};
     AuthMethod SignIn::*chosenMethod = nullptr;

@@ -15,7 +15,7 @@ namespace {
 
 // By a file that the provider's tool leaves below the home folder.
 bool isSignedIn(const Provider& provider, const std::string& home) {
-    return std::any_of(provider.loginFiles.begin(), provider.loginFiles.end(),
+    return std::any_of(provider.login.files.begin(), provider.login.files.end(),
                        [&home](std::string_view file) {
                            return !file.empty() && files::exists(home + std::string(file));
                        });
@@ -42,7 +42,7 @@ std::vector<AIModelItem> directModelsOf(const std::vector<AIModelItem>& library)
 
 void ModelSelectorView::refresh() {
     for (const Provider& provider : providers()) {
-        if (!provider.loginFiles.front().empty()) {
+        if (!provider.login.files.front().empty()) {
             oauthStatuses[std::string(provider.key)] = isSignedIn(provider, constants_.appHome);
         }
     }
