@@ -49,7 +49,6 @@ void OnlineCheck::take(bool online) {
 }
 
 void OnlineCheck::startOnlineTimer() {
-    onlineTimer_.reset();
     onlineTimer_ = context_.platform.timers.repeat(checkInterval, [this] { checkOnline(); });
 }
 

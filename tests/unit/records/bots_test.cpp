@@ -123,7 +123,7 @@ TEST(DecodeBots, AServiceInLowerCaseRefusesAllRecordsOfTheFile) {
     EXPECT_TRUE(decodeBots(std::string("[") + plain + "," + plain + "]"));
     const auto bots = decodeBots(std::string("[") + plain + "," + bad + "]");
     ASSERT_FALSE(bots);
-    EXPECT_TRUE(bots.error().starts_with("[1].service: ")) << bots.error();
+    EXPECT_THAT(bots.error(), ::testing::StartsWith("[1].service: no such service: "));
 }
 
 TEST(DecodeBots, AnythingButAListOfRecordsIsRefused) {
@@ -213,6 +213,10 @@ TEST_F(LoadBots, RecordsComeInFileOrderAndFreshAtEveryCall) {
 TEST_F(LoadBots, AFileThatABrowserOrEditorMarkedAsUtf8IsRead) {
     writeFile(std::string("\xEF\xBB\xBF[") + plain + "]\n");
     EXPECT_EQ(loadBots(constants).size(), 1U);
+}
+
+TEST(LabelOfRole, IsThatOfTheDaemonsForTheRole) {
+    EXPECT_EQ(labelOfRole("cos"), "com.ostrelleai.cos.telegramd");
 }
 
 TEST_F(LoadBots, ALabelOfTheBuiltInRosterGetsNothingAddedToIt) {

@@ -36,6 +36,12 @@ TEST(GovernorChoice, IsNoneWhereTheDocumentOrGovernorIsNoObject) {
     }
 }
 
+TEST(GovernorChoice, IsRefusedWithWhatStandsInItsPlace) {
+    EXPECT_EQ(decodeGovernorChoice("[]").error(), "expected an object, found array");
+    EXPECT_EQ(decodeGovernorChoice(R"({"governor":[]})").error(),
+              "governor: expected an object, found array");
+}
+
 TEST(WithGovernorChoice, StartsAFileThatIsMissingOrBroken) {
     EXPECT_EQ(withChoice(failure("missing")), fresh);
     EXPECT_EQ(withChoice(std::string("{\"worker\":")), fresh);

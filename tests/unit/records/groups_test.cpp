@@ -115,6 +115,11 @@ TEST(Groups, WriteBudgetsAsOtherProgramsExpectNumbers) {
               document("off", "8000", someId));
 }
 
+TEST(Groups, AreRefusedWithTheEffortThatThereIsNot) {
+    EXPECT_THAT(decodeGroups(document("High", "0", someId)).error(),
+                ::testing::HasSubstr("effortLevel: no such effort level: \"High\""));
+}
+
 TEST(Groups, TakeAnyNumberAsABudget) {
     for (const char* tokens : {"-1", "1e30", "18446744073709551616", "1e-5"}) {
         EXPECT_TRUE(decodeGroups(document("off", tokens, someId))) << tokens;
@@ -125,7 +130,9 @@ TEST(Groups, TakeAnyNumberAsABudget) {
 
 TEST(Groups, CannotBeWrittenWithABudgetThatIsNoFiniteNumber) {
     for (const double tokens : {std::nan(""), std::numeric_limits<double>::infinity()}) {
-        EXPECT_FALSE(encodeGroups({CustomBotGroup{.name = "g", .contextTokens = tokens}}));
+        const auto written = encodeGroups({CustomBotGroup{.name = "g", .contextTokens = tokens}});
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.error(), "the budget of \"g\" is no finite number");
     }
 }
 

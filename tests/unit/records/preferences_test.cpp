@@ -91,6 +91,28 @@ TEST(EffortPrefs, TakeUnknownLevelsAsTheyStand) {
     EXPECT_EQ(*prefs, (EffortPrefs{.architect = "extreme", .worker = ""}));
 }
 
+TEST(EffortPrefs, AreReachedByTheKeysOfTheChainsAlone) {
+    EffortPrefs prefs{.architect = "low", .worker = "off"};
+    setEffort(prefs, "worker", "high");
+    setEffort(prefs, "video", "medium");
+    setEffort(prefs, "nobody", "high");
+    EXPECT_EQ(prefs, (EffortPrefs{.architect = "low", .worker = "high", .video = "medium"}));
+    EXPECT_EQ(effortOf(prefs, "worker"), "high");
+    EXPECT_EQ(effortOf(prefs, "video"), "medium");
+    EXPECT_EQ(effortOf(prefs, "voice"), std::nullopt);
+    EXPECT_EQ(effortOf(prefs, "nobody"), std::nullopt);
+}
+
+TEST(ContextPrefs, AreReachedByTheKeysOfTheChainsAlone) {
+    ContextPrefs prefs;
+    setBudget(prefs, "voice", 8000);
+    setBudget(prefs, "nobody", 1);
+    EXPECT_EQ(prefs, ContextPrefs{.voice = 8000});
+    EXPECT_EQ(budgetOf(prefs, "voice"), 8000);
+    EXPECT_EQ(budgetOf(prefs, "photo"), std::nullopt);
+    EXPECT_EQ(budgetOf(prefs, "nobody"), std::nullopt);
+}
+
 TEST(ContextPrefs, BeginWithoutAnyBudget) {
     EXPECT_EQ(encodeContextPrefs({}), "{}");
 }

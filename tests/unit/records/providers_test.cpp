@@ -20,6 +20,16 @@ TEST(Providers, StandInTheOrderOfTheFile) {
                                   "openrouter", "cerebras"));
 }
 
+TEST(Providers, HaveTheVariablesThatAgentsKnow) {
+    std::vector<std::string_view> variables;
+    for (const Provider& provider : providers()) {
+        variables.push_back(provider.variable);
+    }
+    EXPECT_THAT(variables, ElementsAre("ANTHROPIC_API_KEY", "GOOGLE_API_KEY", "OPENAI_API_KEY",
+                                       "MISTRAL_API_KEY", "QWEN_API_KEY", "DEEPSEEK_API_KEY",
+                                       "OPENROUTER_API_KEY", "CEREBRAS_API_KEY"));
+}
+
 TEST(Providers, KeepTheirFourteenValuesMethodBeforeKey) {
     std::vector<std::string_view> names;
     std::vector<std::string_view> legacyKeys;

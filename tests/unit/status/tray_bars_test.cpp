@@ -85,6 +85,13 @@ TEST(TrayBars, FillTheirSquareWithGapsOfAThirdOfABar) {
     }
 }
 
+TEST(TrayBars, FillTheirSquareWithGapsOfHalfABar) {
+    const auto bars = trayBars(fleetImage(3), 16);
+    ASSERT_EQ(bars.size(), 3U);
+    EXPECT_EQ(bars[0].width, 4);
+    EXPECT_EQ(bars[1].x, bars[0].x + 6);
+}
+
 TEST(TrayBars, ThatAreSharedRiseWithAnyOfTheirBots) {
     for (int busy = 0; busy < 20; ++busy) {
         const auto bars = trayBars(fleetImage(20, std::to_string(busy)), 16);
