@@ -25,6 +25,11 @@ constexpr qint64 longestToken = 65536;
 // What a guest says is whole when he has no more to say.
 void hear(QLocalSocket& guest, const BusActivation::Activated& onKnock) {
     guest.setReadBufferSize(longestToken);
+    QObject::connect(&guest, &QLocalSocket::readyRead, &guest, [&guest] {
+        if (guest.bytesAvailable() >= longestToken) {
+            guest.abort(); // nobody reads on, so his end would never be heard
+        }
+    });
     QObject::connect(&guest, &QLocalSocket::disconnected, &guest, [&guest, onKnock] {
         const auto activation = Activation::fromText(guest.readAll().toStdString());
         guest.deleteLater();

@@ -3,9 +3,11 @@
 Each test runs in a sandbox and a process of its own: test_faults.py BUILD_FOLDER TEST_NAME
 """
 
+import contextlib
 import os
 import pathlib
 import signal
+import socket
 import subprocess
 import sys
 import unittest
@@ -123,6 +125,40 @@ class FaultsTest(unittest.TestCase):
         self.assertEqual(self.session.supervisor.wait(60), 0)
         self.session.start()
         self.session.await_title("5 of 7 bots running$")  # the window has added one
+
+    def say(self, words):
+        """To the running program, as a second start does; keeps the connection if there are none."""
+        with contextlib.ExitStack() as stack:
+            guest = stack.enter_context(socket.socket(socket.AF_UNIX))
+            guest.connect(f"{os.environ['XDG_RUNTIME_DIR']}/varnhold/supervisor.socket")
+            guest.settimeout(1)
+            if words is None:
+                stack.pop_all()
+                return guest
+            with contextlib.suppress(OSError):  # it needn't hear all of it
+                guest.sendall(words)
+                guest.shutdown(socket.SHUT_WR)
+            return None
+
+    def test_whatever_is_said_to_it_by_those_who_knock_it_goes_on_and_keeps_no_descriptor(self):
+        self.launch()
+        self.session.tool(self.session.prefix / "bin/varnhold")
+        wait_until("the window", lambda: self.session.windows("^Varnhold$"))
+        before = self.supervisor_descriptors()
+        silent = [self.say(None) for _ in range(50)]
+        for words in (b"", b"\n", b"\n" * 1000, bytes(60_000), b"x" * 1_000_000, os.urandom(50_000),
+                      b"\xff\xfe_TIME", b"a\nb_TIME99999999999999999999", b"_TIME-1"):
+            for _ in range(10):
+                self.say(words)
+        for guest in silent:
+            guest.close()
+        second = self.session.tool(self.session.prefix / "bin/varnhold")
+        self.assertEqual(second.returncode, 0)
+        # Some are its own, for children and files of the moment.
+        wait_until("nobody is left", lambda: self.supervisor_descriptors() < before + 10)
+        self.assertIsNone(self.session.supervisor.poll())
+        send(self.session.supervisor.pid, signal.SIGTERM)
+        self.assertEqual(self.session.supervisor.wait(60), 0)
 
     def run_without_display(self, *words):
         before = sorted(self.session.home.rglob("*"))
