@@ -188,6 +188,9 @@ class Desktop:
 
     def reset(self):
         """Clears the home for another desktop after this one's end."""
+        # The bus has started it, and it writes there until it has noticed that the bus is gone.
+        wait_until("no settings daemon", lambda: not any(
+            "xfconfd" in line for line in command_lines().values()))
         shutil.rmtree(self.home)
         self.home.mkdir()
 

@@ -10,7 +10,7 @@ import sys
 import unittest
 
 from desktop import Desktop, wait_until
-from panels import OnX
+from panels import OnX, Xfce
 
 # Width, height and the toolkit's scale.
 SCREENS = ((1366, 768, 1), (1280, 800, 1), (1440, 900, 1), (1920, 1080, 1.5))
@@ -28,6 +28,10 @@ class Openbox(Managed):
     manager = ("openbox",)
 
 
+class Xfwm(Managed):
+    manager = ("xfwm4", "--compositor=off")
+
+
 class Tiling(Managed):
     """It gives every window a size of its own, whatever the window asks for."""
 
@@ -38,6 +42,12 @@ class Tiling(Managed):
         file.parent.mkdir(parents=True)
         file.write_text("# i3 config file (v4)\nfont pango:DejaVu Sans 10\n")
         super().__init__(build, width, height)
+
+
+class XfceWithPanel(Xfce):
+    def __init__(self, build, width, height):
+        super().__init__(build, f"{width}x{height}x24")
+        self.start_panel()
 
 
 class WindowFitTest(unittest.TestCase):
@@ -73,6 +83,12 @@ class WindowFitTest(unittest.TestCase):
 
     def test_window_fits_with_openbox(self):
         self.fits(Openbox)
+
+    def test_window_fits_with_xfwm(self):
+        self.fits(Xfwm)
+
+    def test_window_fits_beside_the_panel_of_xfce(self):
+        self.fits(XfceWithPanel)
 
     def test_window_fills_the_tile_that_it_is_given(self):
         self.d = Tiling(BUILD, 1600, 900)
