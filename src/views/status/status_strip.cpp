@@ -72,11 +72,7 @@ void StatusStrip::setImage(const BarImage& image) {
     if (resized) {
         fit();
     }
-    if (resized || isScaledByFraction(*this)) {
-        update();
-    } else {
-        update(imageRectangle().toAlignedRect());
-    }
+    update(); // all of it: within a clip, bars come out a little different
 }
 
 void StatusStrip::setTitle(const QString& title, const QString& spoken) {
