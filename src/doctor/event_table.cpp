@@ -11,7 +11,7 @@ namespace varnhold::doctor {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 constexpr auto longestPoll = std::chrono::seconds(1);
 constexpr int stepsBetweenLooks = 10000;
@@ -72,7 +72,7 @@ const char* readOnlyFiles() {
 }
 
 int giveUpAt(void* end) {
-    return Clock::now() > *static_cast<Clock::time_point*>(end) ? 1 : 0;
+    return SteadyClock::now() > *static_cast<SteadyClock::time_point*>(end) ? 1 : 0;
 }
 
 Result<Statement> prepare(sqlite3* database, const char* sql) {
@@ -93,14 +93,14 @@ Result<void> poll(sqlite3* database, EventTable& table) {
     if (!statement) {
         return failure(statement.error());
     }
-    auto end = Clock::now() + longestPoll;
-    const auto start = Clock::now();
+    auto end = SteadyClock::now() + longestPoll;
+    const auto start = SteadyClock::now();
     sqlite3_progress_handler(database, stepsBetweenLooks, giveUpAt, &end);
     int step = sqlite3_step(statement->get());
     for (; step == SQLITE_ROW; step = sqlite3_step(statement->get())) {
         table.models.insert_or_assign(textAt(statement->get(), 0), textAt(statement->get(), 1));
     }
-    table.poll = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+    table.poll = std::chrono::duration_cast<std::chrono::milliseconds>(SteadyClock::now() - start);
     table.pollWasCut = step == SQLITE_INTERRUPT;
     if (step != SQLITE_DONE && !table.pollWasCut) {
         return failure(sqlite3_errmsg(database));

@@ -19,7 +19,7 @@ namespace {
 
 using json::Value;
 
-Result<Reading> readBots(const Value& document, const std::string&) {
+Result<Reading> readFleet(const Value& document, const std::string&) {
     return json::decodeArray(document, decodeBot).map([](const std::vector<BotConfig>& bots) {
         return Reading{counted(bots.size(), "bot", "bots"), encodeBots(bots)};
     });
@@ -170,7 +170,7 @@ constexpr std::string_view defaultsYet =
 
 // NOLINTNEXTLINE(cert-err58-cpp): constant tables can't fail
 const std::array<SettingsFile, 2> beforeChains{{
-    {&Constants::botsConfigFile, "", readBots,
+    {&Constants::botsConfigFile, "", readFleet,
      "Reads as an empty fleet: no bot is started or shown. Opening the settings window replaces "
      "the file by one that holds the governor alone.",
      "Reads as an empty fleet.", Level::warning},
