@@ -57,6 +57,18 @@ TEST(DropBots, RemovesEveryEntryOfTheLabel) {
     EXPECT_EQ(crew.saves, 1);
 }
 
+TEST(DropModel, IsTakenFromItsOwnRowsByIdentityAndFromTheLibrary) {
+    Crew crew;
+    crew.library = {model("m", "ROW")};
+    const Uuid id = crew.make({"own"}).id;
+    const Stack stack = crew.column->stack(id);
+    EXPECT_TRUE(stack.takesModel("own"));
+    EXPECT_FALSE(stack.takesModel("id-own")) << "by its id";
+    EXPECT_TRUE(stack.takesModel("ROW"));
+    EXPECT_FALSE(stack.takesModel("nothing"));
+    EXPECT_FALSE(crew.column->stack(Uuid::random()).takesModel("ROW")) << "the group has gone";
+}
+
 TEST(DropModel, OfALibraryRowWithAUniqueIdTwiceInsertsItTwiceWithFreshOnes) {
     Crew crew;
     crew.library = {model("m", "ROW")};

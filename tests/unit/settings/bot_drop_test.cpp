@@ -30,6 +30,13 @@ TEST(BotDrop, AssignsInTheOrderOfDroppingAndSaves) {
               encodeAssignments(settings.view->chainBotAssignments));
 }
 
+TEST(BotDrop, LeavesChainsWithoutBotsEmpty) {
+    Bots settings;
+    settings.dropBot(settings.cto, TargetList::voice);
+    EXPECT_THAT(settings.view->chain(TargetList::voice).bots(), ElementsAre(bot("cto")));
+    EXPECT_THAT(settings.view->chain(TargetList::photo).bots(), ::testing::IsEmpty());
+}
+
 TEST(BotDrop, LeavesTheBotInOtherChains) {
     Bots settings;
     for (const TargetList list : allTargetLists) {
