@@ -15,9 +15,9 @@ namespace {
 
 constexpr const char* startupVariable = "DESKTOP_AUTOSTART_ID";
 
-const QString service = QStringLiteral("org.gnome.SessionManager");
-const QString path = QStringLiteral("/org/gnome/SessionManager");
-const QString interface = QStringLiteral("org.gnome.SessionManager");
+const QString managerService = QStringLiteral("org.gnome.SessionManager");
+const QString managerPath = QStringLiteral("/org/gnome/SessionManager");
+const QString managerInterface = QStringLiteral("org.gnome.SessionManager");
 const QString clientInterface = QStringLiteral("org.gnome.SessionManager.ClientPrivate");
 
 bool xServersProtocolIsSpoken() {
@@ -38,8 +38,8 @@ SessionClient::SessionClient(const QByteArray& startupId, std::function<void()> 
     if (xServersProtocolIsSpoken() || !platform::hasSessionBus()) {
         return;
     }
-    QDBusMessage request =
-        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("RegisterClient"));
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        managerService, managerPath, managerInterface, QStringLiteral("RegisterClient"));
     request << QGuiApplication::desktopFileName() << QString::fromLocal8Bit(startupId);
     request.setAutoStartService(false);
     auto* call =
@@ -53,11 +53,12 @@ SessionClient::SessionClient(const QByteArray& startupId, std::function<void()> 
     });
 }
 
-void SessionClient::listenAt(const QDBusObjectPath& path) {
-    path_ = path;
+void SessionClient::listenAt(const QDBusObjectPath& where) {
+    path_ = where;
     QDBusConnection bus = QDBusConnection::sessionBus();
     const auto on = [&](const char* signal, const char* slot) {
-        bus.connect(service, path.path(), clientInterface, QLatin1String(signal), this, slot);
+        bus.connect(managerService, where.path(), clientInterface, QLatin1String(signal), this,
+                    slot);
     };
     on("QueryEndSession", SLOT(agree()));
     on("EndSession", SLOT(end()));
@@ -66,8 +67,8 @@ void SessionClient::listenAt(const QDBusObjectPath& path) {
 
 // Every edit is saved as it is made, so there is nothing to ask the user about.
 void SessionClient::agree() {
-    QDBusMessage answer = QDBusMessage::createMethodCall(service, path_.path(), clientInterface,
-                                                         QStringLiteral("EndSessionResponse"));
+    QDBusMessage answer = QDBusMessage::createMethodCall(
+        managerService, path_.path(), clientInterface, QStringLiteral("EndSessionResponse"));
     answer << true << QString();
     answer.setAutoStartService(false);
     QDBusConnection::sessionBus().send(answer);

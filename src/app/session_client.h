@@ -23,7 +23,7 @@ private slots:
     void end();
 
 private:
-    void listenAt(const QDBusObjectPath& path);
+    void listenAt(const QDBusObjectPath& where);
 
     QDBusObjectPath path_; // of ourselves there
     std::function<void()> ended_;
