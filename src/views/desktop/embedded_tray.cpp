@@ -99,11 +99,7 @@ void dockIntoTray(QWindow& window) {
         return;
     }
     xcb_connection_t* x = x11Connection();
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = tray;
-    request.type = x11Atom(x, "_NET_SYSTEM_TRAY_OPCODE");
+    xcb_client_message_event_t request = x11Message(x, tray, "_NET_SYSTEM_TRAY_OPCODE");
     request.data.data32[0] = XCB_CURRENT_TIME;
     request.data.data32[1] = requestDock;
     request.data.data32[2] = static_cast<std::uint32_t>(window.winId());

@@ -59,11 +59,7 @@ void bringForward(QWindow& window, std::uint32_t time) {
     const auto id = static_cast<xcb_window_t>(window.winId());
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, id, x11Atom(x, "_NET_WM_USER_TIME"),
                         XCB_ATOM_CARDINAL, 32, 1, &time);
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = id;
-    request.type = x11Atom(x, "_NET_ACTIVE_WINDOW");
+    xcb_client_message_event_t request = x11Message(x, id, "_NET_ACTIVE_WINDOW");
     request.data.data32[0] = fromApplication;
     request.data.data32[1] = time;
     send(x, request, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
@@ -81,11 +77,7 @@ void endStartup(const std::string& id) {
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     std::string text = "remove: ID=" + quoted(id);
     text.push_back('\0');
-    xcb_client_message_event_t piece{};
-    piece.response_type = XCB_CLIENT_MESSAGE;
-    piece.format = 8;
-    piece.window = sender;
-    piece.type = x11Atom(x, "_NET_STARTUP_INFO_BEGIN");
+    xcb_client_message_event_t piece = x11Message(x, sender, "_NET_STARTUP_INFO_BEGIN", 8);
     for (std::size_t at = 0; at < text.size(); at += pieceLength) {
         std::memset(piece.data.data8, 0, pieceLength);
         std::memcpy(piece.data.data8, text.data() + at, std::min(pieceLength, text.size() - at));

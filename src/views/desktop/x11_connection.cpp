@@ -18,4 +18,14 @@ xcb_atom_t x11Atom(xcb_connection_t* x, const char* name) {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
+xcb_client_message_event_t x11Message(xcb_connection_t* x, xcb_window_t window, const char* type,
+                                      std::uint8_t unit) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = unit;
+    message.window = window;
+    message.type = x11Atom(x, type);
+    return message;
+}
+
 } // namespace varnhold

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <xcb/xcb.h>
@@ -12,6 +13,10 @@ namespace varnhold {
 
 // XCB_ATOM_NONE after a failure.
 [[nodiscard]] xcb_atom_t x11Atom(xcb_connection_t* x, const char* name);
+
+// A message about a window, still without its data, which come in units of so many bits.
+[[nodiscard]] xcb_client_message_event_t x11Message(xcb_connection_t* x, xcb_window_t window,
+                                                    const char* type, std::uint8_t unit = 32);
 
 // What the library hands over for us to free: answers and events.
 template <class T>
