@@ -37,7 +37,8 @@ REASONS = {
     "items": "First opening: nearly all of it is the making of the page's items, of which many bots and models need "
              "many; later openings show the same page again.",
     "edit": "A keystroke: all files are written, in the order that is promised, before it is over.",
-    "second": "Second start: see the floor, a program that does nothing, started in the same way.",
+    "second": "Second start: it is over when the first has heard it, whose main thread may be at work for a large "
+              "window; the floor is a program that does nothing, started in the same way.",
     "writer": "Writers: their own writing is part of their wait, and on a busy machine the wait for a processor; no poll "
               "holds its lock for longer than a step of two thousand rows, which takes a millisecond.",
     "bars": "Bar image: the painting of one rectangle after the other.",
