@@ -11,7 +11,7 @@ import types
 import unittest
 
 from accessible import area_of, everything, find, focused
-from pointer_sign import forbids
+from pointer_sign import forbids, pixels
 from session import Session, label_of, wait_until
 from user_manager import start_session_bus
 
@@ -100,6 +100,20 @@ class WindowTest(unittest.TestCase):
         wait_until("it is no bot", self.forbids)
         self.session.tool("xdotool", "mouseup", 1)
         self.assertEqual(self.chain()[:-1], self.before)
+
+    def test_the_pointer_is_an_open_hand_over_what_can_be_dragged_alone(self):
+        self.hover(self.place_of("Local Tools", "heading"))
+        arrow = self.pointer()
+        self.hover(self.place_of(MODEL, "list item"))
+        wait_until("another pointer over a model", lambda: self.pointer() != arrow)
+        hand = self.pointer()
+        self.hover(self.place_of("say (voice reply, free/local)", "list item"))
+        wait_until("the arrow over a tool", lambda: self.pointer() == arrow)
+        self.hover(self.row_in(self.scroll_to(CHAIN), self.before[0]["name"]))
+        wait_until("the same over a chain's model", lambda: self.pointer() == hand)
+
+    def pointer(self):
+        return pixels(self.session.environment["DISPLAY"])
 
     def forbids(self):
         return forbids(self.session.environment["DISPLAY"])

@@ -201,6 +201,13 @@ TEST_F(Arrangement, ResetEmptiesTheChainsAndLeavesTheAudioChainFilled) {
     EXPECT_EQ(model->sheets()->standing(), QString()); // nobody asks first
 }
 
+TEST_F(Arrangement, ResetTellsWhatItEmptiesBeforeItDoes) {
+    show();
+    EXPECT_EQ(named(QStringLiteral("Reset"))->property("help").toString(),
+              QStringLiteral("Empties all chains but Audio"));
+    EXPECT_TRUE(named(QStringLiteral("Reset"))->property("destructive").toBool());
+}
+
 TEST_F(Arrangement, ResetIsPressedByTheKeyboardToo) {
     fill(*view);
     show();
