@@ -35,8 +35,7 @@ Rectangle {
 
         anchors.left: dot.right
         anchors.leftMargin: Theme.gap
-        anchors.verticalCenter: parent.verticalCenter
-        anchors.verticalCenterOffset: 1 // emoji sit high in their line
+        anchors.baseline: name.baseline
         width: implicitWidth
         text: root.icon
         font: Theme.small
