@@ -12,7 +12,7 @@ constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
 constexpr const char* startupVariable = "DESKTOP_STARTUP_ID";
 
 std::string given(const char* variable) {
-    const char* value = std::getenv(variable);
+    const char* value = std::getenv(variable); // NOLINT(concurrency-mt-unsafe): at start
     return value != nullptr ? value : "";
 }
 
@@ -35,8 +35,8 @@ Activation givenActivation() {
 
 Activation takeActivation() {
     Activation taken = givenActivation();
-    ::unsetenv(tokenVariable);
-    ::unsetenv(startupVariable);
+    ::unsetenv(tokenVariable);   // NOLINT(concurrency-mt-unsafe): at start
+    ::unsetenv(startupVariable); // NOLINT(concurrency-mt-unsafe): at start
     return taken;
 }
 

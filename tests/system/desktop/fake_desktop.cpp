@@ -171,25 +171,28 @@ bool offerIfAsked(const char* word, QObject& object, const char* path, const cha
            offer(object, QString::fromLatin1(path), QString::fromLatin1(service));
 }
 
+// Whether all that is asked for of a tray is there.
+bool offerTray(Watcher& watcher) {
+    const QStringList pieces = QCoreApplication::arguments();
+    const auto own = [&pieces](const char* piece, const QString& name) {
+        return !pieces.contains(QLatin1String(piece)) ||
+               QDBusConnection::sessionBus().registerService(name);
+    };
+    const char* path = "/StatusNotifierWatcher";
+    const char* service = "org.kde.StatusNotifierWatcher";
+    return offerIfAsked("panel", watcher, path, service) &&
+           offerIfAsked("list", watcher, path, service) &&
+           own("list", QStringLiteral("org.kde.kded5")) &&
+           own("host", QStringLiteral("org.kde.StatusNotifierHost-%1")
+                           .arg(QCoreApplication::applicationPid()));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    const QStringList pieces = QCoreApplication::arguments();
     Watcher watcher;
-    if (!offerIfAsked("panel", watcher, "/StatusNotifierWatcher",
-                      "org.kde.StatusNotifierWatcher")) {
-        return EXIT_FAILURE;
-    }
-    if (!offerIfAsked("list", watcher, "/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher") ||
-        (pieces.contains(QStringLiteral("list")) &&
-         !QDBusConnection::sessionBus().registerService(QStringLiteral("org.kde.kded5")))) {
-        return EXIT_FAILURE;
-    }
-    if (pieces.contains(QStringLiteral("host")) &&
-        !QDBusConnection::sessionBus().registerService(
-            QStringLiteral("org.kde.StatusNotifierHost-%1")
-                .arg(QCoreApplication::applicationPid()))) {
+    if (!offerTray(watcher)) {
         return EXIT_FAILURE;
     }
     Portal portal;
@@ -209,9 +212,8 @@ int main(int argc, char** argv) {
                       "org.freedesktop.portal.Desktop")) {
         return EXIT_FAILURE;
     }
-    if (pieces.contains(QStringLiteral("sessions")) &&
-        !offer(sessions, QStringLiteral("/org/gnome/SessionManager"),
-               QStringLiteral("org.gnome.SessionManager"))) {
+    if (!offerIfAsked("sessions", sessions, "/org/gnome/SessionManager",
+                      "org.gnome.SessionManager")) {
         return EXIT_FAILURE;
     }
     Notifications notifications;
