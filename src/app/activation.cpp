@@ -8,7 +8,6 @@ namespace {
 
 constexpr char separator = '\n'; // neither text has line ends
 
-constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
 constexpr const char* startupVariable = "DESKTOP_STARTUP_ID";
 
 std::string given(const char* variable) {
@@ -30,13 +29,13 @@ Activation Activation::fromText(const std::string& text) {
 }
 
 Activation givenActivation() {
-    return {.token = given(tokenVariable), .startupId = given(startupVariable)};
+    return {.token = given(activationTokenVariable), .startupId = given(startupVariable)};
 }
 
 Activation takeActivation() {
     Activation taken = givenActivation();
-    ::unsetenv(tokenVariable);   // NOLINT(concurrency-mt-unsafe): at start
-    ::unsetenv(startupVariable); // NOLINT(concurrency-mt-unsafe): at start
+    ::unsetenv(activationTokenVariable); // NOLINT(concurrency-mt-unsafe): at start
+    ::unsetenv(startupVariable);         // NOLINT(concurrency-mt-unsafe): at start
     return taken;
 }
 

@@ -11,8 +11,6 @@ namespace varnhold {
 
 namespace {
 
-constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN"; // where the toolkit looks for it
-
 void bringWindowsForward(std::uint32_t time) {
     for (QWindow* window : QGuiApplication::topLevelWindows()) {
         if (window->isVisible() && window->type() == Qt::Window) {
@@ -28,11 +26,11 @@ void withActivation(const Activation& activation, const std::function<void()>& w
     const bool isOfUse = !activation.token.empty() &&
                          QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
     if (isOfUse) {
-        qputenv(tokenVariable, QByteArray::fromStdString(activation.token));
+        qputenv(activationTokenVariable, QByteArray::fromStdString(activation.token));
     }
     work();
     if (isOfUse) {
-        qunsetenv(tokenVariable);
+        qunsetenv(activationTokenVariable);
     }
     if (const auto time = startupTime(activation.startupId)) {
         bringWindowsForward(*time);
