@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QFontDatabase>
-#include <filesystem>
 #include <optional>
 #include <set>
 #include <string>
@@ -26,12 +25,7 @@ protected:
         }
         before_ = QApplication::font();
         QApplication::setFont(QFont(family_, 10));
-        std::filesystem::copy(VIEWS_TESTS "/../../examples/fleet", constants.appSupportDir,
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing);
-        open();
-        view->loadSettings();
-        view->refresh();
+        takeSampleFleet();
         view->showHints = true;
         for (const AIModelItem& each : view->allLibraryModels) {
             data_.insert({toQString(each.name), toQString(each.family)});

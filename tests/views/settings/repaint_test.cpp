@@ -1,7 +1,6 @@
 #include <QApplication>
 #include <QWheelEvent>
 #include <algorithm>
-#include <filesystem>
 
 #include "at_rest.h"
 #include "shown_sheets.h"
@@ -17,12 +16,7 @@ struct RepaintPictures : ::testing::Test, ShownSheets {
 
     RepaintPictures() {
         QApplication::setCursorFlashTime(0); // a cursor that stays
-        std::filesystem::copy(VIEWS_TESTS "/../../examples/fleet", constants.appSupportDir,
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing);
-        open();
-        view->loadSettings();
-        view->refresh();
+        takeSampleFleet();
         platform.settle();
     }
     ~RepaintPictures() override {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "shown_settings.h"
@@ -10,6 +11,16 @@ namespace varnhold::testing {
 // A shown window with the hands that its sheets need.
 struct ShownSheets : ShownSettings {
     using ShownSettings::click;
+
+    // Fills the record from the files of the sample fleet.
+    void takeSampleFleet() {
+        std::filesystem::copy(VIEWS_TESTS "/../../examples/fleet", constants.appSupportDir,
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+        open();
+        view->loadSettings();
+        view->refresh();
+    }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
         QTest::keyClick(page, key, modifiers);

@@ -1,7 +1,6 @@
 #include <QApplication>
 #include <QDragMoveEvent>
 #include <QMimeData>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -44,15 +43,6 @@ struct WindowPictures : ::testing::TestWithParam<bool>, ShownSheets {
         QRect part(QPoint(), size + QSize(80, 80));
         part.moveCenter(page->rect().center());
         expect(name, part);
-    }
-
-    void takeSampleFleet() {
-        std::filesystem::copy(VIEWS_TESTS "/../../examples/fleet", constants.appSupportDir,
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing);
-        open();
-        view->loadSettings();
-        view->refresh();
     }
 };
 
