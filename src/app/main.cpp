@@ -12,7 +12,6 @@
 #include "app/display_check.h"
 #include "app/end_signals.h"
 #include "app/guardian.h"
-#include "app/knock.h"
 #include "app/session_client.h"
 #include "app/single_instance.h"
 #include "lifecycle/fleet.h"
@@ -152,12 +151,10 @@ int main(int argc, char** argv) {
     const varnhold::Constants constants(system->homeDirectory());
     const varnhold::Roster roster;
 
-    // For a later start to hand over: the first one shows no window by itself.
+    // For a later start to hand over: the first one shows no window by itself. The door has knocked
+    // already; whoever has come since is found when the instance is claimed.
     const varnhold::Activation activation = varnhold::takeActivation();
     const QByteArray sessionStartupId = varnhold::takeSessionStartupId();
-    if (varnhold::knock(system->runtimeDirectory(), activation.asText())) {
-        return EXIT_SUCCESS;
-    }
     varnhold::Guardian guardian(argc, argv, [&] { takeFleetDown(argc, argv, constants); });
     std::optional<Choices> choices(std::in_place);
     std::optional<varnhold::DisplayCheck> displayCheck(std::in_place);
