@@ -8,7 +8,7 @@ import signal
 import sys
 import unittest
 
-from session import Session, agents, label_of, send, wait_until
+from session import DISPLAY, Session, agents, label_of, send, start_user_manager, wait_until
 
 CRASHING = "fire-drill"
 RUNNING = ("planner", "researcher", "builder", "customer-desk", CRASHING)
@@ -54,6 +54,23 @@ class QuitTest(unittest.TestCase):
     def test_quit_right_after_the_launch_leaves_none(self):
         self.session.start()
         self.quit_once(lambda: label_of("planner") in self.session.jobs())
+
+    @unittest.skipUnless(os.environ.get("SERVICE_MANAGER") == "systemd", "s6 starts no supervisor")
+    def test_end_of_the_user_manager_that_runs_it_leaves_none(self):
+        """As the login manager ends all that is a user's when the machine is turned off."""
+        ended = self.session.home / "ended"
+        self.session.tool("systemd-run", "--user", f"--setenv=DISPLAY={DISPLAY}",
+                          f"--property=ExecStopPost=sh -c 'echo $EXIT_CODE $EXIT_STATUS >{ended}'",
+                          self.session.prefix / "bin/varnhold")
+        for role in RUNNING:
+            self.session.await_up(role)
+        self.session.await_title("5 of 6 bots running$")
+        self.session.tool("systemctl", "--user", "exit")
+        self.session.user_manager.wait(60)
+        self.assertEqual(ended.read_text(), "exited 0\n")
+        self.assertEqual(agents(), {})
+        self.session.user_manager = start_user_manager()
+        self.assertEqual(self.session.jobs(), {})
 
 
 if __name__ == "__main__":
