@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "views/colors/colors.h"
+
 namespace varnhold {
 
 // The colour of a model's row: as desktops have it under that name, and as it is painted under
@@ -31,7 +33,8 @@ inline constexpr std::array<ModelGround, 10> modelGrounds{{
     {"yellow", 0xffffcc00, 0xff6a5a00, 0xff726100},
 }};
 
-// The ground of that name, and indigo for a name that none has. Any thread.
-[[nodiscard]] QColor modelGround(std::string_view name, bool dark);
+// The ground of that name, and indigo for a name that none has; white words on it are of the
+// look's contrast. Any thread.
+[[nodiscard]] QColor modelGround(std::string_view name, const Look& look);
 
 } // namespace varnhold

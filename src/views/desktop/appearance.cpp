@@ -1,13 +1,14 @@
 #include "views/desktop/appearance.h"
 
 #include <QApplication>
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QMap>
 
 #include "platform/qt/session_bus.h"
-#include "views/colors/colors.h"
 
 namespace varnhold {
 
@@ -15,30 +16,55 @@ namespace {
 
 constexpr unsigned wantsDark = 1;
 constexpr unsigned wantsLight = 2;
+constexpr unsigned wantsContrast = 1;
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearance = QStringLiteral("org.freedesktop.appearance");
-const QString colorScheme = QStringLiteral("color-scheme");
 
-// Older portals wrap the value twice.
-unsigned schemeOf(QVariant value) {
-    while (value.canConvert<QDBusVariant>()) {
-        value = value.value<QDBusVariant>().variant();
-    }
-    return value.toUInt();
-}
+const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString accessibility = QStringLiteral("org.gnome.desktop.a11y.interface");
+const QString interface = QStringLiteral("org.gnome.desktop.interface");
+
+// GTK's themes for those who need contrast; no others have such names.
+const QLatin1String contrastTheme("HighContrast");
+const QLatin1String darkContrastTheme("HighContrastInverse");
+
+using SettingGroups = QMap<QString, QVariantMap>;
 
 } // namespace
 
-void applyColorScheme(unsigned scheme) {
+bool LookWishes::take(const QString& group, const QString& key, QVariant value) {
+    while (value.canConvert<QDBusVariant>()) { // older portals wrap it twice
+        value = value.value<QDBusVariant>().variant();
+    }
+    if (group == appearance && key == QLatin1String("color-scheme")) {
+        colorScheme = value.toUInt();
+    } else if (group == appearance && key == QLatin1String("contrast")) {
+        contrast = value.toUInt();
+    } else if (group == accessibility && key == QLatin1String("high-contrast")) {
+        highContrast = value.toBool();
+    } else if (group == interface && key == QLatin1String("gtk-theme")) {
+        theme = value.toString();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+Look lookWanted(const LookWishes& wishes, const Look& own) {
+    const bool isDark = own.dark || wishes.theme == darkContrastTheme;
+    return {.dark = wishes.colorScheme == wantsDark || (isDark && wishes.colorScheme != wantsLight),
+            .highContrast = own.highContrast || wishes.contrast == wantsContrast ||
+                            wishes.highContrast || wishes.theme.startsWith(contrastTheme)};
+}
+
+void applyLook(const LookWishes& wishes) {
     QApplication::setPalette(QPalette()); // the desktop's own
-    const bool dark = isDark(QApplication::palette());
-    if (scheme == wantsDark && !dark) {
-        QApplication::setPalette(darkPalette());
-    } else if (scheme == wantsLight && dark) {
-        QApplication::setPalette(lightPalette());
+    const Look own = lookOf(QApplication::palette());
+    const Look wanted = lookWanted(wishes, own);
+    if (wanted.dark != own.dark || wanted.highContrast != own.highContrast) {
+        QApplication::setPalette(paletteOf(wanted));
     }
 }
 
@@ -50,13 +76,19 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
     bus.connect(service, portalPath, settings, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QDBusMessage)));
     QDBusMessage question =
-        QDBusMessage::createMethodCall(service, portalPath, settings, QStringLiteral("Read"));
-    question << appearance << colorScheme;
+        QDBusMessage::createMethodCall(service, portalPath, settings, QStringLiteral("ReadAll"));
+    question << QStringList{appearance, accessibility, interface};
     auto* call = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [call] {
-        const QDBusPendingReply<QDBusVariant> answer = *call;
-        if (answer.isValid()) {
-            applyColorScheme(schemeOf(answer.value().variant()));
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        const QDBusMessage answer = call->reply();
+        if (answer.signature() == QLatin1String("a{sa{sv}}")) {
+            const auto groups = qdbus_cast<SettingGroups>(answer.arguments().constFirst());
+            for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
+                for (auto each = group->cbegin(); each != group->cend(); ++each) {
+                    wishes_.take(group.key(), each.key(), each.value());
+                }
+            }
+            applyLook(wishes_);
         }
         call->deleteLater();
     });
@@ -64,8 +96,9 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
 
 void Appearance::settingChanged(const QDBusMessage& change) {
     const QVariantList setting = change.arguments();
-    if (setting.size() == 3 && setting[0] == appearance && setting[1] == colorScheme) {
-        applyColorScheme(schemeOf(setting[2]));
+    if (setting.size() == 3 &&
+        wishes_.take(setting[0].toString(), setting[1].toString(), setting[2])) {
+        applyLook(wishes_);
     }
 }
 

@@ -2,48 +2,53 @@ pragma Singleton
 import QtQuick
 import Varnhold
 
-// The colours, fonts and common measures of the window, for light and for dark as the desktop is at the
-// moment. What other windows have too comes from ThemeTones.
+// The colours, fonts and common measures of the window, for light and for dark, with and without strong
+// contrast, as the desktop is at the moment. What other windows have too comes from ThemeTones.
 QtObject {
     id: theme
 
     readonly property SystemPalette system: SystemPalette {}
     readonly property bool dark: ThemeTones.isDark(system.window)
+    readonly property bool strong: ThemeTones.isStrong(system.window, system.windowText)
 
     // Grounds
-    readonly property color window: ThemeTones.window(dark)
-    readonly property color pane: dark ? "#1f1f22" : "#ebebee"
-    readonly property color card: dark ? "#2f2f33" : "#ffffff"
-    readonly property color fieldBackground: ThemeTones.field(dark)
-    readonly property color raised: dark ? "#35353a" : "#ffffff" // menus, sheets, tool tips
-    readonly property color control: dark ? "#3d3d42" : "#ffffff" // what can be pressed
+    readonly property color window: ThemeTones.window(dark, strong)
+    readonly property color pane: pick("#ebebee", "#1f1f22", window, window)
+    readonly property color card: pick("#ffffff", "#2f2f33", window, window)
+    readonly property color fieldBackground: ThemeTones.field(dark, strong)
+    readonly property color raised: pick("#ffffff", "#35353a", window, window) // menus, sheets, tool tips
+    readonly property color control: pick("#ffffff", "#3d3d42", window, window) // what can be pressed
     readonly property color trough: faded(text, dark ? 0.10 : 0.07) // what a chosen segment lies in
 
     // Text and lines
-    readonly property color text: ThemeTones.text(dark)
-    readonly property color secondaryText: ThemeTones.secondaryText(dark)
+    readonly property color text: ThemeTones.text(dark, strong)
+    readonly property color secondaryText: ThemeTones.secondaryText(dark, strong)
     readonly property color modelText: "#ffffff"
-    readonly property color separator: faded(text, dark ? 0.14 : 0.12)
-    readonly property color fieldStroke: faded(text, dark ? 0.24 : 0.22)
-    readonly property color editorStroke: faded(secondaryText, 0.3)
-    readonly property color focusRing: dark ? "#4c9bff" : "#2f7de1"
+    readonly property color modelTag: faded(modelText, strong ? 1 : 0.8)
+    readonly property color separator: faded(text, strong ? 0.6 : dark ? 0.14 : 0.12)
+    readonly property color fieldStroke: line(text, dark ? 0.24 : 0.22)
+    readonly property color editorStroke: line(secondaryText, 0.3)
+    readonly property color focusRing: pick("#2f7de1", "#4c9bff", "#00429e", "#9cc6ff")
+    readonly property int ringWidth: strong ? 3 : 2
+    readonly property int edgeWidth: strong ? 1 : 0 // of what else is told from its ground by a tint
+    readonly property real disabled: strong ? 0.55 : 0.3 // opacity
     readonly property color hover: faded(text, 0.06)
     readonly property color pressed: faded(text, 0.12)
     readonly property color dim: faded("#000000", dark ? 0.5 : 0.32)
-    readonly property color shade: faded("#000000", 0.05) // over the window's ground
-    readonly property color shadow: faded("#000000", dark ? 0.45 : 0.17)
+    readonly property color shade: faded("#000000", strong ? 0 : 0.05) // over the window's ground
+    readonly property color shadow: faded("#000000", strong ? 0 : dark ? 0.45 : 0.17)
 
     // The accent is a ground, the others are colours of text and signs.
-    readonly property color accent: ThemeTones.accent(dark)
-    readonly property color accentText: "#ffffff"
-    readonly property color blue: dark ? "#72b2ff" : "#0852b8"
-    readonly property color green: dark ? "#4fc46a" : "#176b2e"
-    readonly property color orange: ThemeTones.orange(dark)
-    readonly property color red: ThemeTones.red(dark)
-    readonly property color gray: dark ? "#98989f" : "#77777d"
-    readonly property color teal: dark ? "#4fc3cf" : "#09666f"
-    readonly property color yellow: dark ? "#ffd84d" : "#765300"
-    readonly property color slackPurple: dark ? "#c79bf2" : "#660099"
+    readonly property color accent: ThemeTones.accent(dark, strong)
+    readonly property color accentText: ThemeTones.accentText(dark, strong)
+    readonly property color blue: pick("#0852b8", "#72b2ff", "#00429e", "#9cc6ff")
+    readonly property color green: pick("#176b2e", "#4fc46a", "#094f1c", "#6fdc87")
+    readonly property color orange: ThemeTones.orange(dark, strong)
+    readonly property color red: ThemeTones.red(dark, strong)
+    readonly property color gray: pick("#77777d", "#98989f", "#54545a", "#b4b4bb")
+    readonly property color teal: pick("#09666f", "#4fc3cf", "#004d54", "#6bd9e4")
+    readonly property color yellow: pick("#765300", "#ffd84d", "#5e4200", "#ffe06a")
+    readonly property color slackPurple: pick("#660099", "#c79bf2", "#5c0090", "#dcbcff")
 
     // Measures, in points: corners, and from the least to the greatest, room between and around things
     readonly property int chipRadius: 5
@@ -116,6 +121,10 @@ QtObject {
         });
     }
 
+    function pick(light: var, dark: var, strongLight: var, strongDark: var): color {
+        return strong ? (theme.dark ? strongDark : strongLight) : theme.dark ? dark : light;
+    }
+
     // Colours out of data and tables come as words.
     function colorOf(value: var): color {
         return typeof value === "string" ? Qt.color(value) : value;
@@ -133,23 +142,32 @@ QtObject {
         return Qt.rgba(mix(c.r, g.r), mix(c.g, g.g), mix(c.b, g.b), 1);
     }
 
+    // Of a frame or an edge: a strong contrast leaves none faint.
+    function line(value: var, opacity: real): color {
+        return strong ? readable(value, card) : faded(value, opacity);
+    }
+
     // The colour itself, or the nearest on the way to black or white that can be read on the ground.
     function readable(value: var, ground: var): color {
-        return ThemeTones.readable(colorOf(value), colorOf(ground));
+        return ThemeTones.readable(colorOf(value), colorOf(ground), strong);
     }
 
-    // The colour as a ground on which white can be read.
+    // The colour as a ground on which the accent's text can be read.
     function filled(value: var): color {
-        return readable(over(value, "#ffffff"), "#ffffff");
+        return readable(over(value, accentText), accentText);
     }
 
-    // A section's light tint, or its dark sister.
+    // A section's light tint, or its dark sister. A strong contrast has it around the ground instead.
     function chainGround(tint: var): color {
-        return dark ? sister(tint, 0.20, 0.20) : colorOf(tint);
+        return strong ? card : dark ? sister(tint, 0.20, 0.20) : colorOf(tint);
     }
 
     function pastelGround(value: var, opacity: real): color {
-        return over(faded(dark ? sister(value, 0.24, 0.26) : value, opacity), card);
+        return strong ? card : over(faded(dark ? sister(value, 0.24, 0.26) : value, opacity), card);
+    }
+
+    function groundEdge(tint: var): color {
+        return strong ? readable(sister(tint, 0.8, dark ? 0.75 : 0.3), card) : "transparent";
     }
 
     // Of the same hue.
@@ -160,7 +178,7 @@ QtObject {
 
     // The ground of a model's row, by the name of its colour.
     function modelGround(name: string): color {
-        return ThemeTones.modelGround(name, dark);
+        return ThemeTones.modelGround(name, dark, strong);
     }
 
     // Signs by the names that the record has for them, and the files that show them.

@@ -9,40 +9,48 @@ bool ThemeTones::isDark(const QColor& ground) {
     return varnhold::isDark(ground);
 }
 
-QColor ThemeTones::readable(const QColor& color, const QColor& ground) {
-    return varnhold::readable(color, ground);
+bool ThemeTones::isStrong(const QColor& ground, const QColor& text) {
+    return isHighContrast(ground, text);
 }
 
-QColor ThemeTones::modelGround(const QString& name, bool dark) {
-    return varnhold::modelGround(name.toStdString(), dark);
+QColor ThemeTones::readable(const QColor& color, const QColor& ground, bool strong) {
+    return varnhold::readable(color, ground, strong ? strongContrast : readableContrast);
 }
 
-QColor ThemeTones::window(bool dark) {
-    return tones(dark).window;
+QColor ThemeTones::modelGround(const QString& name, bool dark, bool strong) {
+    return varnhold::modelGround(name.toStdString(), {dark, strong});
 }
 
-QColor ThemeTones::text(bool dark) {
-    return tones(dark).text;
+QColor ThemeTones::window(bool dark, bool strong) {
+    return tones({dark, strong}).window;
 }
 
-QColor ThemeTones::secondaryText(bool dark) {
-    return tones(dark).secondaryText;
+QColor ThemeTones::text(bool dark, bool strong) {
+    return tones({dark, strong}).text;
 }
 
-QColor ThemeTones::field(bool dark) {
-    return tones(dark).field;
+QColor ThemeTones::secondaryText(bool dark, bool strong) {
+    return tones({dark, strong}).secondaryText;
 }
 
-QColor ThemeTones::accent(bool dark) {
-    return tones(dark).accent;
+QColor ThemeTones::field(bool dark, bool strong) {
+    return tones({dark, strong}).field;
 }
 
-QColor ThemeTones::red(bool dark) {
-    return tones(dark).red;
+QColor ThemeTones::accent(bool dark, bool strong) {
+    return tones({dark, strong}).accent;
 }
 
-QColor ThemeTones::orange(bool dark) {
-    return tones(dark).orange;
+QColor ThemeTones::accentText(bool dark, bool strong) {
+    return tones({dark, strong}).accentText;
+}
+
+QColor ThemeTones::red(bool dark, bool strong) {
+    return tones({dark, strong}).red;
+}
+
+QColor ThemeTones::orange(bool dark, bool strong) {
+    return tones({dark, strong}).orange;
 }
 
 } // namespace varnhold

@@ -49,7 +49,7 @@ bool isAlert(const QStyleOptionMenuItem& row, const QWidget* widget) {
 
 void drawSeparator(const QStyleOptionMenuItem& row, QPainter& painter) {
     QColor line = row.palette.color(QPalette::WindowText);
-    line.setAlphaF(0.15F);
+    line.setAlphaF(isHighContrast(row.palette) ? 0.6F : 0.15F);
     const int middle = row.rect.center().y();
     painter.fillRect(
         QRect(row.rect.left() + sidePadding, middle, row.rect.width() - 2 * sidePadding, 1), line);

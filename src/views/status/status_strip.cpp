@@ -31,8 +31,6 @@ constexpr int sidePadding = 10;
 constexpr int textPixelSize = 13;
 constexpr auto untilItLies = 400ms;
 constexpr auto lookForFullScreen = 1s;
-constexpr float usualFrame = 0.18F; // strengths
-constexpr float focusFrame = 0.6F;
 
 } // namespace
 

@@ -152,7 +152,7 @@ class Desktop:
         return host
 
     def start_portal(self):
-        """Tells the wish for light, and for what set_scheme says then."""
+        """Tells the wish for light, and for what set_wish says then."""
         portal = self.spawn(self.build / "tests/fake_desktop", "portal", stdin=subprocess.PIPE,
                             text=True)
         wait_until("the portal", lambda: PORTAL in self.bus_names())
@@ -176,8 +176,8 @@ class Desktop:
         return dying
 
     @staticmethod
-    def set_scheme(portal, scheme):
-        portal.stdin.write(f"{scheme}\n")
+    def set_wish(portal, key, value):
+        portal.stdin.write(f"{key} {value}\n")
         portal.stdin.flush()
 
     def end(self):

@@ -5,9 +5,9 @@
 //           remembers who came. Whoever tests then asks the icons themselves.
 //   list    keeps such a list and shows nothing, as Plasma's background process does.
 //   host    shows icons of a panel's list, or so its name on the bus says.
-//   portal  tells the desktop's wish for dark or light: 2, for light, until a line on standard
-//   input
-//           says something else.
+//   portal  tells the desktop's wishes for the look of windows: color-scheme 2, for light, until a
+//           line on standard input says something else, as "KEY VALUE" does for every key of
+//           portalKeys.
 //   notifications
 //           shows notifications and tells of the last.
 //   sessions
@@ -19,8 +19,10 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QMap>
 #include <QSocketNotifier>
 #include <QStringList>
 #include <QVariantMap>
@@ -51,33 +53,46 @@ private:
     QStringList items_;
 };
 
-const QString appearance = QStringLiteral("org.freedesktop.appearance");
-const QString colorScheme = QStringLiteral("color-scheme");
+using SettingGroups = QMap<QString, QVariantMap>;
+
+// What a portal tells, with a value of its type.
+struct PortalKey {
+    QString group;
+    QVariant value;
+};
+
+const QMap<QString, PortalKey> portalKeys{
+    {QStringLiteral("color-scheme"), {QStringLiteral("org.freedesktop.appearance"), 2U}},
+    {QStringLiteral("contrast"), {QStringLiteral("org.freedesktop.appearance"), 0U}},
+    {QStringLiteral("high-contrast"), {QStringLiteral("org.gnome.desktop.a11y.interface"), false}},
+};
 
 class Portal final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 public:
-    using QObject::QObject;
+    Portal() { change(QStringLiteral("color-scheme"), QStringLiteral("2")); }
 
-    void change(unsigned scheme) {
-        scheme_ = scheme;
-        emit SettingChanged(appearance, colorScheme, QDBusVariant(scheme_));
+    void change(const QString& key, const QString& value) {
+        const PortalKey known = portalKeys.value(key);
+        QVariant typed(value);
+        typed.convert(known.value.metaType());
+        groups_[known.group][key] = typed;
+        // Wrapped twice, as the first version of the interface does.
+        emit SettingChanged(known.group, key,
+                            QDBusVariant(QVariant::fromValue(QDBusVariant(typed))));
     }
 
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names
 public slots:
-    // Wrapped twice, as the first version of the interface does.
-    [[nodiscard]] QDBusVariant Read(const QString&, const QString&) const {
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(scheme_)));
-    }
+    [[nodiscard]] SettingGroups ReadAll(const QStringList&) const { return groups_; }
 
 signals:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
     // NOLINTEND(readability-identifier-naming)
 
 private:
-    unsigned scheme_ = 2;
+    SettingGroups groups_;
 };
 
 class Dying final : public QObject {
@@ -190,23 +205,30 @@ bool offerTray(Watcher& watcher) {
 } // namespace
 
 int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false); // or nobody could tell whether another line is there
     QCoreApplication app(argc, argv);
     Watcher watcher;
     if (!offerTray(watcher)) {
         return EXIT_FAILURE;
     }
+    qDBusRegisterMetaType<SettingGroups>();
     Portal portal;
     Sessions sessions;
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &portal, [&] {
+        // All lines that are there: nothing tells of those again.
         std::string line;
-        if (std::getline(std::cin, line) && line == "end") {
-            sessions.end();
-        } else if (std::cin) {
-            portal.change(static_cast<unsigned>(std::stoul(line)));
-        } else {
-            input.setEnabled(false);
-        }
+        do {
+            std::getline(std::cin, line);
+            if (!std::cin) {
+                input.setEnabled(false);
+            } else if (line == "end") {
+                sessions.end();
+            } else {
+                const QStringList words = QString::fromStdString(line).split(QLatin1Char(' '));
+                portal.change(words.front(), words.back());
+            }
+        } while (std::cin && std::cin.rdbuf()->in_avail() > 0);
     });
     if (!offerIfAsked("portal", portal, "/org/freedesktop/portal/desktop",
                       "org.freedesktop.portal.Desktop")) {

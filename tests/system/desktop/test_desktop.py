@@ -151,9 +151,9 @@ class DesktopTest(unittest.TestCase):
         strip = desktop.strip()
         wait_until("the strip is light", lambda: desktop.pixels(strip) and
                    not desktop.is_dark(strip))
-        desktop.set_scheme(portal, 1)
+        desktop.set_wish(portal, "color-scheme", 1)
         wait_until("the strip is dark", lambda: desktop.is_dark(strip))
-        desktop.set_scheme(portal, 0)
+        desktop.set_wish(portal, "color-scheme", 0)
         wait_until("the strip is light again", lambda: not desktop.is_dark(strip))
 
     # -- notices --------------------------------------------------------------------------------

@@ -11,9 +11,18 @@
 namespace varnhold::testing {
 namespace {
 
+std::vector<QPalette> ourPalettes() {
+    return {lightPalette(), darkPalette(), paletteOf({.dark = false, .highContrast = true}),
+            paletteOf({.dark = true, .highContrast = true})};
+}
+
+qreal leastContrast(const QPalette& palette) {
+    return isHighContrast(palette) ? strongContrast : readableContrast;
+}
+
 std::vector<QPalette> palettes() {
-    std::vector<QPalette> all{lightPalette(), darkPalette(),
-                              QApplication::style()->standardPalette()};
+    std::vector<QPalette> all = ourPalettes();
+    all.push_back(QApplication::style()->standardPalette());
     // Desktops come in all colours, some of them hard on the eyes.
     for (const QColor& ground : {QColor(Qt::white), QColor(Qt::black), QColor(0x80, 0x80, 0x80),
                                  QColor(0xf4, 0xe4, 0xc0), QColor(0x20, 0x30, 0x48)}) {
@@ -33,16 +42,17 @@ TEST(Contrast, IsThatOfTheGuideline) {
 TEST(Contrast, OfEveryTextOnEveryGroundIsEnoughToRead) {
     for (const QPalette& palette : palettes()) {
         const QColor ground = palette.color(QPalette::Window);
-        EXPECT_GE(contrast(alertColor(palette), ground), readableContrast);
-        EXPECT_GE(contrast(warningColor(palette), ground), readableContrast);
-        EXPECT_GE(contrast(quietColor(palette), ground), readableContrast);
+        const qreal least = leastContrast(palette);
+        EXPECT_GE(contrast(alertColor(palette), ground), least);
+        EXPECT_GE(contrast(warningColor(palette), ground), least);
+        EXPECT_GE(contrast(quietColor(palette), ground), least);
         const Selection selection = selectionColors(palette);
-        EXPECT_GE(contrast(selection.text, selection.ground), readableContrast);
+        EXPECT_GE(contrast(selection.text, selection.ground), least);
     }
 }
 
 TEST(Contrast, OfOurPalettesIsEnoughInAllTheirTexts) {
-    for (const QPalette& palette : {lightPalette(), darkPalette()}) {
+    for (const QPalette& palette : ourPalettes()) {
         for (const auto ground : {QPalette::Window, QPalette::Base, QPalette::Button}) {
             for (const auto text : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
                 EXPECT_GE(contrast(palette.color(text), palette.color(ground)), 7.0);
@@ -50,9 +60,27 @@ TEST(Contrast, OfOurPalettesIsEnoughInAllTheirTexts) {
         }
         EXPECT_GE(
             contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)),
-            readableContrast);
+            leastContrast(palette));
         EXPECT_GE(contrast(palette.color(QPalette::Link), palette.color(QPalette::Window)),
-                  readableContrast);
+                  leastContrast(palette));
+    }
+}
+
+TEST(Contrast, IsStrongOnlyWhereThePaletteIsOfPureColours) {
+    for (const bool dark : {false, true}) {
+        EXPECT_TRUE(isHighContrast(paletteOf({.dark = dark, .highContrast = true})));
+        EXPECT_FALSE(isHighContrast(paletteOf({.dark = dark})));
+    }
+    EXPECT_FALSE(isHighContrast(QApplication::style()->standardPalette()));
+}
+
+// The toolkit draws its own frames with these.
+TEST(Contrast, OfTheToolkitsEdgesIsSeenWhereItIsStrong) {
+    for (const bool dark : {false, true}) {
+        const QPalette palette = paletteOf({.dark = dark, .highContrast = true});
+        for (const auto edge : {QPalette::Light, QPalette::Mid, QPalette::Dark}) {
+            EXPECT_GE(contrast(palette.color(edge), palette.color(QPalette::Window)), 3);
+        }
     }
 }
 
@@ -74,7 +102,7 @@ TEST(ModelGrounds, KeepTheHueOfTheirNameAndCarryWhiteWords) {
     constexpr int justSeen = 16; // degrees
     for (const ModelGround& each : modelGrounds) {
         for (const bool dark : {false, true}) {
-            const QColor ground = modelGround(each.name, dark);
+            const QColor ground = modelGround(each.name, {.dark = dark});
             EXPECT_EQ(ground.alpha(), 255) << each.name;
             EXPECT_LE(hueDistance(ground, QColor::fromRgb(each.wanted)), justSeen) << each.name;
             const auto faint = [](int channel) { return (4 * 255 + channel) / 5; };
@@ -89,14 +117,26 @@ TEST(ModelGrounds, KeepTheHueOfTheirNameAndCarryWhiteWords) {
 
 TEST(ModelGrounds, KeepOrangeAndYellowApart) {
     for (const bool dark : {false, true}) {
-        EXPECT_GE(hueDistance(modelGround("orange", dark), modelGround("yellow", dark)), 25);
+        EXPECT_GE(hueDistance(modelGround("orange", {.dark = dark}),
+                              modelGround("yellow", {.dark = dark})),
+                  25);
+    }
+}
+
+TEST(ModelGrounds, KeepTheirHueWhereTheirWordsAreOfStrongContrast) {
+    for (const ModelGround& each : modelGrounds) {
+        const QColor ground = modelGround(each.name, {.highContrast = true});
+        EXPECT_GE(contrast(Qt::white, ground), strongContrast) << each.name;
+        EXPECT_LE(hueDistance(ground, modelGround(each.name, {})), 4) << each.name;
     }
 }
 
 TEST(ModelGrounds, AreIndigoForANameThatNoneHas) {
-    EXPECT_EQ(modelGround("Purple", false), modelGround("indigo", false));
-    EXPECT_EQ(modelGround("", true), modelGround("indigo", true));
-    EXPECT_NE(modelGround("indigo", false), modelGround("indigo", true));
+    const Look light;
+    const Look dark{.dark = true};
+    EXPECT_EQ(modelGround("Purple", light), modelGround("indigo", light));
+    EXPECT_EQ(modelGround("", dark), modelGround("indigo", dark));
+    EXPECT_NE(modelGround("indigo", light), modelGround("indigo", dark));
 }
 
 TEST(BarColour, IsTheHueAtItsSaturationAndBrightness) {

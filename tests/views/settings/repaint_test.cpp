@@ -76,9 +76,11 @@ TEST_F(RepaintPictures, AreasScroll) {
 
 TEST_F(RepaintPictures, ColoursChange) {
     show();
-    for (const bool dark : {true, false, true}) {
-        QApplication::setPalette(dark ? darkPalette() : lightPalette());
-        expectWhole("other colours");
+    for (const bool highContrast : {false, true}) {
+        for (const bool dark : {true, false, true}) {
+            QApplication::setPalette(paletteOf({.dark = dark, .highContrast = highContrast}));
+            expectWhole("other colours");
+        }
     }
 }
 

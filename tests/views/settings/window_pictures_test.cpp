@@ -12,9 +12,9 @@
 namespace varnhold::testing {
 namespace {
 
-struct WindowPictures : ::testing::TestWithParam<bool>, ShownSheets {
+struct WindowPictures : ::testing::TestWithParam<Look>, ShownSheets {
     void SetUp() override {
-        QApplication::setPalette(GetParam() ? darkPalette() : lightPalette());
+        QApplication::setPalette(paletteOf(GetParam()));
         QApplication::setCursorFlashTime(0); // a cursor that stays
     }
     void TearDown() override {
@@ -28,8 +28,9 @@ struct WindowPictures : ::testing::TestWithParam<bool>, ShownSheets {
         const QImage all = page->grabFramebuffer();
         const qreal scale = all.devicePixelRatio();
         const QRect pixels(part.topLeft() * scale, part.size() * scale);
-        expectPicture(QString::fromLatin1(name) +
-                          (GetParam() ? QStringLiteral("-dark") : QString()),
+        QString look(GetParam().highContrast ? QStringLiteral("-strong") : QString());
+        look += GetParam().dark ? QStringLiteral("-dark") : QString();
+        expectPicture(QString::fromLatin1(name) + look,
                       QPixmap::fromImage(part.isNull() ? all : all.copy(pixels)));
     }
 
@@ -216,8 +217,40 @@ TEST_P(WindowPictures, Groups) {
     expectSheet("sheet-groups", {420, 240});
 }
 
-INSTANTIATE_TEST_SUITE_P(All, WindowPictures, ::testing::Bool(),
-                         [](const auto& which) { return which.param ? "Dark" : "Light"; });
+constexpr Look usualLooks[] = {{.dark = false}, {.dark = true}};
+
+constexpr Look strongLooks[] = {{.dark = false, .highContrast = true},
+                                {.dark = true, .highContrast = true}};
+
+const auto nameOfLook = [](const auto& which) { return which.param.dark ? "Dark" : "Light"; };
+
+INSTANTIATE_TEST_SUITE_P(All, WindowPictures, ::testing::ValuesIn(usualLooks), nameOfLook);
+
+struct StrongPictures : WindowPictures {};
+
+// One of everything, with the keyboard in a row.
+TEST_P(StrongPictures, OfTheWholeWindow) {
+    takeSampleFleet();
+    CustomBotGroup& group = view->customGroups.front();
+    group.attachedPaths = {home.at("launch plan"), home.at("figures.ods")};
+    group.objectives = "Ship it by spring.";
+    view->userBots.front().isPaused = true;
+    view->showHints = true;
+    show({1200, 1700});
+    this->group(0).toggleObjectives();
+    named(QStringLiteral("Claude Opus 4.8"))->forceActiveFocus(Qt::TabFocusReason);
+    expect("window-all");
+}
+
+TEST_P(StrongPictures, OfASheetAndItsMenu) {
+    show();
+    view->showAddModelSheet = true;
+    view->changed();
+    click("Color");
+    expectSheet("sheet-colors", {380, 520});
+}
+
+INSTANTIATE_TEST_SUITE_P(All, StrongPictures, ::testing::ValuesIn(strongLooks), nameOfLook);
 
 } // namespace
 } // namespace varnhold::testing

@@ -19,6 +19,8 @@ Rectangle {
     implicitHeight: models.y + models.implicitHeight + Theme.pad
     radius: Theme.cardRadius
     color: Theme.chainGround(chain.tint)
+    border.width: 2 * Theme.edgeWidth
+    border.color: Theme.groundEdge(chain.tint)
     Accessible.role: Accessible.Grouping
     Accessible.name: root.chain.title
     Accessible.description: root.chain.help

@@ -83,8 +83,10 @@ FocusItem {
         radius: Theme.radius
         color: root.isSelected ? Theme.faded(Theme.accent, 0.12)
             : source.hovered ? Theme.hover : Theme.faded(Theme.text, 0.03)
-        border.width: Math.round(1.5 * Screen.devicePixelRatio) / Screen.devicePixelRatio // evenly drawn
-        border.color: Theme.faded(root.outline, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
+        border.width: Math.round(thickness * Screen.devicePixelRatio) / Screen.devicePixelRatio // evenly drawn
+        border.color: Theme.line(root.outline, root.isPaused ? 0.25 : root.isSelected ? 0.9 : 0.35)
+
+        readonly property real thickness: Theme.strong && root.isSelected ? 3 : 1.5
 
         Flash {
             id: light

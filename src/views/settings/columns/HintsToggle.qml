@@ -54,6 +54,8 @@ T.Button {
     background: Rectangle {
         radius: Theme.radius
         color: root.on ? Theme.faded(Theme.yellow, 0.15) : root.hovered ? Theme.hover : "transparent"
+        border.width: root.on ? Theme.edgeWidth : 0
+        border.color: Theme.yellow
 
         FocusRing { shown: root.visualFocus }
     }

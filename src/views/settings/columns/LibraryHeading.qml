@@ -40,7 +40,7 @@ Item {
             text: root.note
             font: root.section === "OpenRouter" ? Theme.labelLight : Theme.smallLight
             color: Theme.secondaryText
-            opacity: 0.7
+            opacity: Theme.strong ? 1 : 0.7
         }
     }
 }

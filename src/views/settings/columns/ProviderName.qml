@@ -14,6 +14,7 @@ Row {
     StatusDot {
         anchors.verticalCenter: parent.verticalCenter
         color: root.isAuthorized ? Theme.green : Theme.red
+        hollow: Theme.strong && !root.isAuthorized
         help: root.isAuthorized ? "Signed in" : "Not signed in"
     }
 

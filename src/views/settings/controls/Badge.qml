@@ -20,6 +20,8 @@ Item {
         anchors.fill: parent
         radius: Theme.chipRadius
         color: Theme.faded(root.color, 0.13)
+        border.width: Theme.edgeWidth
+        border.color: word.color
     }
 
     Text {

@@ -65,7 +65,7 @@ T.Menu {
             symbol: modelData.symbol ?? ""
             destructive: modelData.destructive === true
             enabled: kind === "action" && modelData.enabled !== false
-            opacity: kind === "action" && !enabled ? 0.3 : 1
+            opacity: kind === "action" && !enabled ? Theme.disabled : 1
             checked: modelData.checked === true
             signColumn: root.signColumn
             onTriggered: {

@@ -1,11 +1,11 @@
 import QtQuick
 import Varnhold
 
-// A line as fine as the screen can draw, across or down.
+// A line as fine as the screen can draw and the eyes can see, across or down.
 Rectangle {
     property bool vertical: false
 
-    readonly property real line: 1 / Screen.devicePixelRatio
+    readonly property real line: Theme.strong ? Theme.hair : 1 / Screen.devicePixelRatio
 
     implicitWidth: line
     implicitHeight: line

@@ -27,7 +27,7 @@ T.TextField {
     topPadding: 0
     bottomPadding: 0
     clip: sight.enabled && sight.holds // at some scales the frame loses a line to it
-    opacity: enabled ? 1 : 0.3
+    opacity: enabled ? 1 : Theme.disabled
     verticalAlignment: TextInput.AlignVCenter
     echoMode: secret ? TextInput.Password : TextInput.Normal
     passwordCharacter: "•"
@@ -46,7 +46,7 @@ T.TextField {
     background: Rectangle {
         radius: Theme.radius
         color: Theme.fieldBackground
-        border.width: root.activeFocus ? 2 : 1
+        border.width: root.activeFocus ? Theme.ringWidth : 1
         border.color: root.activeFocus ? Theme.focusRing : Theme.fieldStroke
     }
 

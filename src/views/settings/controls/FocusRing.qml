@@ -15,7 +15,7 @@ Rectangle {
     color: "transparent"
     radius: Theme.radius + 2
     border.color: Theme.focusRing
-    border.width: 2
+    border.width: Theme.ringWidth
 
     Rectangle {
         anchors.fill: parent

@@ -14,7 +14,7 @@ T.Button {
     implicitWidth: sign.side + 8
     implicitHeight: sign.side + 8
     padding: 0
-    opacity: enabled ? 1 : 0.3
+    opacity: enabled ? 1 : Theme.disabled
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button

@@ -46,8 +46,8 @@ Item {
             anchors.fill: parent
             radius: Theme.radius
             color: Theme.modelGround(root.ground)
-            border.color: Theme.faded(Theme.modelText, hover.hovered ? 0.7 : 0.2)
-            border.width: 1
+            border.color: Theme.strong ? Theme.text : Theme.faded(Theme.modelText, hover.hovered ? 0.7 : 0.2)
+            border.width: Theme.strong && hover.hovered ? 2 : 1
         }
 
         EmojiLabel {
@@ -87,7 +87,7 @@ Item {
                 width: Math.min(implicitWidth, root.width * 0.4)
                 text: root.tag
                 font: Theme.label
-                color: Theme.faded(Theme.modelText, 0.8)
+                color: Theme.modelTag
                 Accessible.ignored: true
             }
 
@@ -99,7 +99,7 @@ Item {
                 opacity: root.offersDeletion ? 1 : 0
                 symbol: "trash"
                 size: Theme.smallSize
-                color: Theme.faded(Theme.modelText, 0.7)
+                color: Theme.strong ? Theme.modelText : Theme.faded(Theme.modelText, 0.7)
                 help: "Remove from library"
                 focusPolicy: root.reachable ? Qt.TabFocus : Qt.NoFocus
                 onClicked: root.deleteRequested()

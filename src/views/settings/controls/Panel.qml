@@ -28,7 +28,7 @@ Item {
         anchors.fill: parent
         radius: root.radius
         color: root.color
-        border.color: Theme.faded(Theme.text, 0.16)
+        border.color: Theme.line(Theme.text, 0.16)
         border.width: 1
     }
 }

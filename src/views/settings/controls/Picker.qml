@@ -23,7 +23,7 @@ T.ComboBox {
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     font: Theme.label
-    opacity: enabled ? 1 : 0.3
+    opacity: enabled ? 1 : Theme.disabled
     Accessible.role: Accessible.ComboBox
     Accessible.name: root.name
     Accessible.description: root.displayText

@@ -46,7 +46,7 @@ Item {
 
     implicitWidth: 4 + values.length * (Math.max(0, ...wordWidths) + 20)
     implicitHeight: Theme.fieldHeight
-    opacity: enabled ? 1 : 0.3
+    opacity: enabled ? 1 : Theme.disabled
     Accessible.role: Accessible.Grouping
     Accessible.name: root.name
 
@@ -60,6 +60,8 @@ Item {
         anchors.fill: parent
         radius: Theme.radius
         color: Theme.trough
+        border.width: Theme.edgeWidth
+        border.color: Theme.separator
 
         Rectangle {
             x: 2 + root.startOf(Math.max(0, root.currentIndex))

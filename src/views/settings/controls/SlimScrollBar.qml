@@ -38,7 +38,9 @@ T.ScrollBar {
             height: root.across ? root.thickness : parent.height
             radius: root.thickness / 2
             color: Theme.text
-            opacity: root.pressed ? 0.5 : root.hovered ? 0.4 : root.lit ? 0.25 : 0
+            opacity: root.pressed ? 0.5 + more : root.hovered ? 0.4 + more : root.lit ? 0.25 + more : 0
+
+            readonly property real more: Theme.strong ? 0.4 : 0
 
             Behavior on opacity {
                 enabled: root.stands

@@ -18,7 +18,7 @@ Item {
 
     implicitWidth: 240
     implicitHeight: 80
-    opacity: enabled ? 1 : 0.3
+    opacity: enabled ? 1 : Theme.disabled
     Accessible.ignored: true
     onTextChanged: if (!editor.filling) editor.take(text)
 
@@ -26,7 +26,7 @@ Item {
         anchors.fill: parent
         radius: Theme.radius
         color: Theme.fieldBackground
-        border.width: editor.activeFocus ? 2 : 1
+        border.width: editor.activeFocus ? Theme.ringWidth : 1
         border.color: editor.activeFocus ? Theme.focusRing : Theme.editorStroke
     }
 

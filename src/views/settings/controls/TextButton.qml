@@ -23,7 +23,7 @@ T.Button {
     rightPadding: leftPadding
     topPadding: 0
     bottomPadding: 0
-    opacity: enabled ? 1 : 0.3
+    opacity: enabled ? 1 : Theme.disabled
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     font: Theme.font(size, prominent ? Font.Medium : Font.Normal)

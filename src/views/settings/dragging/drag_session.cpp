@@ -33,8 +33,7 @@ QPixmap forbiddingSign(qreal scale) {
     const QRectF ring(margin, margin, size - 2 * margin, size - 2 * margin);
     const QPointF middle = ring.center();
     const qreal reach = ring.width() / 2 / std::numbers::sqrt2;
-    for (const auto& [color, width] :
-         {std::pair(QColor(Qt::white), halo), {tones(false).red, line}}) {
+    for (const auto& [color, width] : {std::pair(QColor(Qt::white), halo), {tones({}).red, line}}) {
         painter.setPen(QPen(color, width));
         painter.drawEllipse(ring);
         painter.drawLine(middle - QPointF(reach, reach), middle + QPointF(reach, reach));

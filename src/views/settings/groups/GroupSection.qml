@@ -11,6 +11,8 @@ Rectangle {
     implicitHeight: content.height + 2 * Theme.pad
     radius: Theme.cardRadius
     color: Theme.pastelGround(group.ground, 0.55)
+    border.width: 2 * Theme.edgeWidth
+    border.color: Theme.groundEdge(group.ground)
     Accessible.role: Accessible.Grouping
     Accessible.name: root.group.name
 

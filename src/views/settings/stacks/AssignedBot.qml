@@ -17,6 +17,8 @@ Rectangle {
     implicitHeight: 22
     radius: Theme.radius
     color: Theme.faded(Theme.secondaryText, 0.08)
+    border.width: Theme.edgeWidth
+    border.color: Theme.separator
     Accessible.role: Accessible.ListItem
     Accessible.name: root.title
     Accessible.description: root.paused ? "%1, paused".arg(root.role) : root.role
@@ -28,6 +30,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         size: Theme.dot
         color: root.paused ? Theme.orange : Theme.green
+        hollow: root.paused && Theme.strong
     }
 
     EmojiLabel {

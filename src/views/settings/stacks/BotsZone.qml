@@ -38,7 +38,7 @@ Item {
         lineWidth: 1
         dash: 4
         fill: root.targeted ? Theme.faded(Theme.blue, 0.12) : Theme.faded(Theme.secondaryText, 0.06)
-        stroke: root.targeted ? Theme.blue : Theme.faded(Theme.secondaryText, 0.3)
+        stroke: root.targeted ? Theme.blue : Theme.line(Theme.secondaryText, 0.3)
 
         DropZone {
             id: zone

@@ -10,6 +10,8 @@ Rectangle {
     implicitHeight: Math.max(26, title.implicitHeight + 10)
     radius: Theme.radius
     color: Theme.faded(Theme.teal, 0.08)
+    border.width: Theme.edgeWidth
+    border.color: Theme.separator
     Accessible.role: Accessible.ListItem
     Accessible.name: root.name
     Accessible.description: "built-in"
@@ -20,7 +22,7 @@ Rectangle {
         x: Theme.pad
         anchors.verticalCenter: parent.verticalCenter
         size: Theme.dot
-        color: Theme.faded(Theme.teal, 0.7)
+        color: Theme.line(Theme.teal, 0.7)
     }
 
     Label {

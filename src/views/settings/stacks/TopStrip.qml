@@ -20,7 +20,7 @@ DashedFrame {
     lineWidth: 1.5
     dash: 4
     fill: targeted ? Theme.faded(Theme.blue, 0.25) : Theme.faded(Theme.gray, 0.08)
-    stroke: targeted ? Theme.blue : Theme.faded(Theme.gray, 0.4)
+    stroke: targeted ? Theme.blue : Theme.line(Theme.gray, 0.4)
 
     Text {
         anchors.centerIn: parent

@@ -3,6 +3,7 @@
 #include <QQmlExpression>
 #include <QRegularExpression>
 #include <memory>
+#include <string>
 
 #include "shown_item.h"
 #include "views/colors/colors.h"
@@ -15,10 +16,10 @@ const QStringList tints{QStringLiteral("1.0, 0.93, 0.55"), QStringLiteral("0.85,
                         QStringLiteral("0.88, 1.0, 0.88"), QStringLiteral("1.0, 0.95, 0.82"),
                         QStringLiteral("1.0, 0.88, 0.95"), QStringLiteral("0.88, 0.95, 1.0")};
 
-class ThemeContrast : public ::testing::TestWithParam<bool> {
+class ThemeContrast : public ::testing::TestWithParam<Look> {
 protected:
     ThemeContrast() {
-        QApplication::setPalette(GetParam() ? darkPalette() : lightPalette());
+        QApplication::setPalette(paletteOf(GetParam()));
         shown_ = std::make_unique<ShownItem>("Item {}");
     }
     ~ThemeContrast() override { QApplication::setPalette(lightPalette()); }
@@ -35,8 +36,20 @@ protected:
 
     void expectReadable(const QString& text, const QString& ground) {
         const QString seen = QStringLiteral("over(%1, %2)").arg(text, ground);
-        EXPECT_GE(contrast(color(seen), color(ground)), readableContrast)
+        EXPECT_GE(contrast(color(seen), color(ground)),
+                  GetParam().highContrast ? strongContrast : readableContrast)
             << qPrintable(text) << " on " << qPrintable(ground);
+    }
+
+    // Signs and lines needn't be read, only seen.
+    void expectSeen(const QStringList& signs, const QStringList& grounds) {
+        for (const QString& ground : grounds) {
+            for (const QString& sign : signs) {
+                const QString seen = QStringLiteral("over(%1, %2)").arg(sign, ground);
+                EXPECT_GE(contrast(color(seen), color(ground)), 3.0)
+                    << qPrintable(sign) << " on " << qPrintable(ground);
+            }
+        }
     }
 
     void expectReadable(const QStringList& texts, const QStringList& grounds) {
@@ -115,7 +128,7 @@ TEST_P(ThemeContrast, TextIsReadableOnRowsThatAreChosenOrHovered) {
 TEST_P(ThemeContrast, ModelsAreReadableOnEveryGroundOfTheirs) {
     for (const char* name : {"purple", "blue", "green", "orange", "cyan", "red", "teal", "indigo",
                              "pink", "yellow", "mint", "brown", "gray", "something else"}) {
-        expectReadable({QStringLiteral("modelText"), QStringLiteral("faded(modelText, 0.8)")},
+        expectReadable({QStringLiteral("modelText"), QStringLiteral("modelTag")},
                        {QStringLiteral("modelGround(\"%1\")").arg(QString::fromLatin1(name))});
     }
 }
@@ -131,7 +144,7 @@ TEST_P(ThemeContrast, ColouredWordsAreReadable) {
     expectReadable(QStringLiteral("yellow"), QStringLiteral("over(faded(yellow, 0.15), pane)"));
 }
 
-TEST_P(ThemeContrast, WhiteIsReadableOnFilledGrounds) {
+TEST_P(ThemeContrast, TheAccentsTextIsReadableOnFilledGrounds) {
     expectReadable(QStringLiteral("accentText"), QStringLiteral("accent")); // the toast's, too
     for (const char* name : {"orange", "red", "green", "blue"}) {
         expectReadable(QStringLiteral("accentText"),
@@ -150,18 +163,39 @@ TEST_P(ThemeContrast, BadgesAreReadable) {
     }
 }
 
-// Signs needn't be read, only seen.
 TEST_P(ThemeContrast, DotsStandOutFromTheirGrounds) {
-    for (const char* name : {"green", "orange", "red", "gray", "teal", "focusRing"}) {
-        for (const QString& ground : plainGrounds() + sections() + groups()) {
-            EXPECT_GE(contrast(color(QString::fromLatin1(name)), color(ground)), 3.0)
-                << name << " on " << qPrintable(ground);
-        }
+    expectSeen({QStringLiteral("green"), QStringLiteral("orange"), QStringLiteral("red"),
+                QStringLiteral("gray"), QStringLiteral("teal"), QStringLiteral("focusRing")},
+               plainGrounds() + sections() + groups());
+}
+
+// One of the six tints, one of the groups', and one that a bot may have.
+TEST_P(ThemeContrast, EdgesAreSeenWhereItIsStrong) {
+    if (!GetParam().highContrast) {
+        GTEST_SKIP() << "elsewhere they are faint";
+    }
+    expectSeen({QStringLiteral("separator"), QStringLiteral("fieldStroke"),
+                QStringLiteral("editorStroke"), QStringLiteral("line(text, 0.16)"),
+                QStringLiteral("line(gray, 0.4)"), QStringLiteral("line(\"#ffee80\", 0.25)"),
+                QStringLiteral("groundEdge(Qt.rgba(1.0, 0.93, 0.55, 1))"),
+                QStringLiteral("groundEdge(\"#D6FFD6\")"),
+                QStringLiteral("groundEdge(\"#F0F0F0\")")},
+               plainGrounds() + sections() + groups());
+    EXPECT_EQ(color(QStringLiteral("text")), GetParam().dark ? QColor(Qt::white) : Qt::black);
+    for (const QString& ground : plainGrounds() + sections() + groups()) {
+        EXPECT_EQ(color(ground), GetParam().dark ? QColor(Qt::black) : Qt::white);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ThemeContrast, ::testing::Bool(),
-                         [](const auto& which) { return which.param ? "Dark" : "Light"; });
+constexpr Look looks[] = {{.dark = false, .highContrast = false},
+                          {.dark = true, .highContrast = false},
+                          {.dark = false, .highContrast = true},
+                          {.dark = true, .highContrast = true}};
+
+INSTANTIATE_TEST_SUITE_P(All, ThemeContrast, ::testing::ValuesIn(looks), [](const auto& which) {
+    return std::string(which.param.highContrast ? "Strong" : "") +
+           (which.param.dark ? "Dark" : "Light");
+});
 
 TEST(Theme, FollowsThePaletteWhileItRuns) {
     ShownItem shown("Rectangle { property bool dark: Theme.dark; color: Theme.window }");
@@ -173,6 +207,10 @@ TEST(Theme, FollowsThePaletteWhileItRuns) {
     QApplication::setPalette(lightPalette());
     QCoreApplication::processEvents();
     EXPECT_FALSE(shown.root()->property("dark").toBool());
+    QApplication::setPalette(paletteOf({.highContrast = true}));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown.root()->property("color").value<QColor>(), QColor(Qt::white));
+    QApplication::setPalette(lightPalette());
 }
 
 } // namespace
