@@ -19,6 +19,8 @@ using namespace std::chrono_literals;
 constexpr auto pauseBetweenPictures = 250ms;
 constexpr auto pauseBetweenTries = 1s;
 
+const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
 
@@ -55,8 +57,13 @@ NotifierItem::NotifierItem(const QString& menuPath, Pressed pressed)
     pace_.setSingleShot(true);
     pace_.setInterval(pauseBetweenPictures);
     connect(&pace_, &QTimer::timeout, this, &NotifierItem::tellOfPicture);
-    QDBusConnection::sessionBus().registerObject(itemPath, this,
-                                                 QDBusConnection::ExportAllContents);
+    nextTry_.setSingleShot(true);
+    nextTry_.setInterval(pauseBetweenTries);
+    connect(&nextTry_, &QTimer::timeout, this, &NotifierItem::announce);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.registerObject(itemPath, this, QDBusConnection::ExportAllContents);
+    bus.connect(watcher, watcherPath, watcher, QStringLiteral("StatusNotifierItemUnregistered"),
+                this, SLOT(beStruckOff(QString)));
 }
 
 NotifierItem::~NotifierItem() {
@@ -69,9 +76,7 @@ void NotifierItem::announce() {
     constexpr unsigned noQueue = 4;
     sendToBus(QStringLiteral("RequestName"), {service_, noQueue});
     QDBusMessage request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.kde.StatusNotifierWatcher"), QStringLiteral("/StatusNotifierWatcher"),
-        QStringLiteral("org.kde.StatusNotifierWatcher"),
-        QStringLiteral("RegisterStatusNotifierItem"));
+        watcher, watcherPath, watcher, QStringLiteral("RegisterStatusNotifierItem"));
     request << service_;
     // A shell may own the name a moment before it can take anybody in.
     auto* call =
@@ -79,9 +84,18 @@ void NotifierItem::announce() {
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         call->deleteLater();
         if (call->isError()) {
-            QTimer::singleShot(pauseBetweenTries, this, &NotifierItem::announce);
+            nextTry_.start();
         }
     });
+}
+
+// GNOME's extension strikes items off its list while the shell is busy starting: it takes an answer
+// that is late for none.
+void NotifierItem::beStruckOff(const QString& item) {
+    if (item.contains(service_) ||
+        item.startsWith(QDBusConnection::sessionBus().baseService() + QLatin1Char('/'))) {
+        nextTry_.start();
+    }
 }
 
 const std::vector<int>& NotifierItem::sides() {

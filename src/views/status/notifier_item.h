@@ -79,6 +79,10 @@ signals:
     void XAyatanaNewLabel(const QString& label, const QString& guide);
     // NOLINTEND(readability-identifier-naming)
 
+private slots:
+    // Whoever keeps the list of items has taken one off it, by whichever name it knows it.
+    void beStruckOff(const QString& item);
+
 private:
     [[nodiscard]] static QString category() { return QStringLiteral("ApplicationStatus"); }
     [[nodiscard]] static QString id() { return QStringLiteral("varnhold"); }
@@ -102,6 +106,7 @@ private:
     QString label_;
     QString spoken_;
     QTimer pace_;
+    QTimer nextTry_; // to be taken on the list
 };
 
 } // namespace varnhold

@@ -30,6 +30,7 @@
 #include <iostream>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -48,6 +49,17 @@ public:
 public slots:
     // NOLINTNEXTLINE(readability-identifier-naming): the interface's own name
     void RegisterStatusNotifierItem(const QString& service) { items_.append(service); }
+    // Strikes all off, as some panels do without a reason that their guests would know of.
+    // NOLINTNEXTLINE(readability-identifier-naming): as above
+    void Forget() {
+        for (const QString& item : std::exchange(items_, {})) {
+            emit StatusNotifierItemUnregistered(item);
+        }
+    }
+
+signals:
+    // NOLINTNEXTLINE(readability-identifier-naming): as above
+    void StatusNotifierItemUnregistered(const QString& item);
 
 private:
     QStringList items_;
@@ -116,9 +128,14 @@ public:
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names
 public slots:
     [[nodiscard]] static QStringList GetCapabilities() { return {QStringLiteral("body")}; }
-    uint Notify(const QString& name, uint, const QString&, const QString& title,
-                const QString& text, const QStringList&, const QVariantMap&, int duration) {
-        shown_ = {name, title, text, QString::number(duration)};
+    uint Notify(const QString& name, uint, const QString& icon, const QString& title,
+                const QString& text, const QStringList&, const QVariantMap& hints, int duration) {
+        shown_ = {name,
+                  icon,
+                  title,
+                  text,
+                  hints.value(QStringLiteral("desktop-entry")).toString(),
+                  QString::number(duration)};
         return 1;
     }
     void CloseNotification(uint) { shown_.clear(); }

@@ -12,7 +12,7 @@ import sys
 import time
 import unittest
 
-from desktop import Desktop, label_of, wait_until
+from desktop import Desktop, WATCHER, label_of, wait_until
 
 FLEET = {"planner": "running", "builder": "running", "fire_drill": "crashed"}
 
@@ -324,6 +324,12 @@ class DesktopTest(unittest.TestCase):
                           str(chosen), "clicked", "s", "", "0")  # in the order of some panels
         wait_until("the window", lambda: desktop.windows("^Varnhold$"))
         wait_until("the new rows", lambda: len(desktop.exported_rows()) < len(before))
+
+    def test_notifier_that_is_struck_off_the_list_announces_itself_again(self):
+        desktop, _ = self.with_panel()
+        item = desktop.notifier()
+        desktop.ask("call", WATCHER, "/StatusNotifierWatcher", WATCHER, "Forget")
+        self.assertEqual(desktop.notifier(), item)  # which waits until there is one
 
     def test_notifier_row_that_is_chosen_acts_on_its_bot(self):
         desktop, _ = self.with_panel()
