@@ -15,6 +15,9 @@ namespace {
 
 constexpr int shownFor = 14000; // milliseconds
 
+// Of the desktop entry, and of the icon that it names.
+const QString ourName = QStringLiteral("com.ostrelleai.Varnhold");
+
 QDBusMessage call(const QString& method) {
     const QString service = QStringLiteral("org.freedesktop.Notifications");
     return QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"),
@@ -50,9 +53,7 @@ QString noticeText(const NoticePanel& panel, bool markup) {
 
 // Whether the text is read as markup has to be asked first.
 DesktopNotice::DesktopNotice(const NoticePanel& panel, const std::string& icon, Instead instead)
-    : panel_(panel),
-      icon_(icon.empty() ? QStringLiteral("varnhold") : toQString(icon)),
-      instead_(std::move(instead)) {
+    : panel_(panel), icon_(icon.empty() ? ourName : toQString(icon)), instead_(std::move(instead)) {
     ask(this, call(QStringLiteral("GetCapabilities")), [this](const QDBusMessage& answer) {
         if (answer.type() != QDBusMessage::ReplyMessage) {
             refused();
@@ -62,8 +63,7 @@ DesktopNotice::DesktopNotice(const NoticePanel& panel, const std::string& icon, 
         QDBusMessage notify = call(QStringLiteral("Notify"));
         notify << QStringLiteral("Varnhold") << 0U << icon_ << toQString(panel_.title)
                << noticeText(panel_, able.contains(QStringLiteral("body-markup"))) << QStringList()
-               << QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("varnhold")}}
-               << shownFor;
+               << QVariantMap{{QStringLiteral("desktop-entry"), ourName}} << shownFor;
         ask(this, notify, [this](const QDBusMessage& shown) { answered(shown); });
     });
 }

@@ -7,7 +7,7 @@ import os
 import sys
 import unittest
 
-from desktop import BUS, wait_until
+from desktop import BUS, NAME, wait_until
 from panel_steps import PanelSteps
 from panels import HEIGHT, WIDTH, Lxqt, Waybar, WaybarBesideX, Xfce
 
@@ -96,8 +96,8 @@ class PanelsTest(PanelSteps):
                                "Shown")
         desktop.notify(("Opus was installed.", True))
         wait_until("the notification", lambda: shown() == [
-            "Varnhold", "New AI model installed",
-            "Opus was installed.\n⚠️ This affects a chain you use — re-check it.", "14000"])
+            "Varnhold", NAME, "New AI model installed",
+            "Opus was installed.\n⚠️ This affects a chain you use — re-check it.", NAME, "14000"])
         wait_until("it is taken back", lambda: shown() == [])
 
     def test_waybar_session_ends(self):
