@@ -3,7 +3,10 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 #include <cmath>
+
+#include "views/desktop/work_area.h"
 
 namespace varnhold {
 
@@ -14,11 +17,25 @@ void watch(QScreen* screen, QObject* context, const std::function<void()>& chang
     QObject::connect(screen, &QScreen::availableGeometryChanged, context, changed);
 }
 
+// From a point to the nearest of a screen; nothing if the screen has it.
+int distance(const QPoint& point, const QRect& screen) {
+    const QPoint nearest(std::clamp(point.x(), screen.left(), screen.right()),
+                         std::clamp(point.y(), screen.top(), screen.bottom()));
+    return (point - nearest).manhattanLength();
+}
+
 } // namespace
 
 const QScreen& screenAt(const QRect& rectangle) {
-    const QScreen* screen = QGuiApplication::screenAt(rectangle.center());
-    return screen != nullptr ? *screen : *QGuiApplication::primaryScreen();
+    if (rectangle.isNull()) {
+        return *QGuiApplication::primaryScreen();
+    }
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const QPoint middle = rectangle.center();
+    return **std::min_element(
+        screens.begin(), screens.end(), [&](const QScreen* a, const QScreen* b) {
+            return distance(middle, a->geometry()) < distance(middle, b->geometry());
+        });
 }
 
 bool isScaledByFraction(const QWidget& widget) {
@@ -37,6 +54,7 @@ void onScreensChanged(QObject* context, const std::function<void()>& changed) {
                      });
     QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, context, changed);
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, context, changed);
+    onPanelsChanged(context, changed);
 }
 
 } // namespace varnhold

@@ -10,7 +10,7 @@ class QWidget;
 // The screens of the moment. Main thread.
 namespace varnhold {
 
-// The screen that holds the middle of a rectangle, or the primary one.
+// The screen that holds the middle of a rectangle, or is nearest to it; the primary one for none.
 [[nodiscard]] const QScreen& screenAt(const QRect& rectangle);
 
 // Whether points of a widget begin within pixels: what is painted of it in part, begins and ends

@@ -9,6 +9,7 @@
 
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
+#include "views/desktop/work_area.h"
 
 namespace varnhold {
 
@@ -18,9 +19,9 @@ constexpr QMargins usualFrame(4, 36, 4, 4); // points
 constexpr int usualPanel = 40;
 
 // Wayland tells nobody what panels take.
-QRect freeArea(const QScreen& screen) {
+QRect roomOn(const QScreen& screen) {
     const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    return screen.availableGeometry().adjusted(0, 0, 0, isWayland ? -usualPanel : 0);
+    return freeArea(screen).adjusted(0, 0, 0, isWayland ? -usualPanel : 0);
 }
 
 } // namespace
@@ -32,7 +33,7 @@ WindowFit::WindowFit(QWidget& window, std::function<QSize(const QSize& room)> wa
 }
 
 void WindowFit::prepareFor(const QScreen& screen) {
-    const QRect area = freeArea(screen);
+    const QRect area = roomOn(screen);
     const QRect room = area.marginsRemoved(usualFrame);
     window_.setGeometry(
         QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, wanted_(room.size()), room));
@@ -56,7 +57,7 @@ void WindowFit::fit() {
     }
     // A frame of whole pixels may end within a point, which the toolkit leaves out.
     const int cut = isScaledByFraction(window_) ? 1 : 0;
-    const QRect area = freeArea(screenAt(window_.frameGeometry())).adjusted(0, 0, -cut, -cut);
+    const QRect area = roomOn(screenAt(window_.frameGeometry())).adjusted(0, 0, -cut, -cut);
     isFresh_ = isFresh_ && window_.size() == prepared_;
     const QMargins frame = window_.windowHandle()->frameMargins();
     const QSize room = area.marginsRemoved(frame).size();

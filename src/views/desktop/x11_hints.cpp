@@ -20,18 +20,6 @@ bool isOwned(xcb_connection_t* x, const char* selection) {
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-std::vector<std::uint32_t> valuesOf(xcb_connection_t* x, xcb_window_t window, const char* property,
-                                    xcb_atom_t kind) {
-    constexpr std::uint32_t most = 64;
-    const auto cookie = xcb_get_property(x, 0, window, x11Atom(x, property), kind, 0, most);
-    const auto reply = owned(xcb_get_property_reply(x, cookie, nullptr));
-    if (!reply || reply->format != 32) {
-        return {};
-    }
-    const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return {values, values + reply->value_len};
-}
-
 void setAtoms(xcb_connection_t* x, xcb_window_t window, const char* property,
               const std::vector<const char*>& names) {
     std::vector<xcb_atom_t> atoms;
@@ -72,7 +60,7 @@ bool hasWindowManager() {
         return true;
     }
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-    return !valuesOf(x, root, "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW).empty();
+    return !x11Values(x, root, "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW).empty();
 }
 
 bool hasX11FullScreenWindow() {
@@ -81,11 +69,11 @@ bool hasX11FullScreenWindow() {
         return false;
     }
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-    const auto active = valuesOf(x, root, "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
+    const auto active = x11Values(x, root, "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
     if (active.empty() || active.front() == XCB_WINDOW_NONE) {
         return false;
     }
-    const auto states = valuesOf(x, active.front(), "_NET_WM_STATE", XCB_ATOM_ATOM);
+    const auto states = x11Values(x, active.front(), "_NET_WM_STATE", XCB_ATOM_ATOM);
     return std::find(states.begin(), states.end(), x11Atom(x, "_NET_WM_STATE_FULLSCREEN")) !=
            states.end();
 }

@@ -1,11 +1,11 @@
 #include "views/status/menu_opener.h"
 
 #include <QGuiApplication>
-#include <QScreen>
 #include <string>
 
 #include "views/desktop/screens.h"
 #include "views/desktop/session_kind.h"
+#include "views/desktop/work_area.h"
 
 namespace varnhold {
 
@@ -44,8 +44,8 @@ void MenuOpener::open(const QRect& anchor, QWidget* parent) {
                              }
                          });
     }
-    menu_->popupBeside(anchor, screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap,
-                                                                             -edgeGap, -edgeGap));
+    menu_->popupBeside(anchor,
+                       freeArea(screenAt(anchor)).adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap));
 }
 
 bool MenuOpener::pressHasClosedIt() const {

@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -16,6 +15,7 @@
 #include "views/desktop/panel.h"
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
+#include "views/desktop/work_area.h"
 #include "views/desktop/x11_hints.h"
 #include "views/status/accessibility.h"
 #include "views/status/text_block.h"
@@ -153,8 +153,7 @@ void ModelNoticeView::changeEvent(QEvent* event) {
 }
 
 void ModelNoticeView::showUnder(const QRect& anchor) {
-    const QRect area =
-        screenAt(anchor).availableGeometry().adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap);
+    const QRect area = freeArea(screenAt(anchor)).adjusted(edgeGap, edgeGap, -edgeGap, -edgeGap);
     const QRect place =
         fittedBeside(anchor, {width(), wantedHeight_}, area, Alignment::centre, edgeGap);
     takeHeight(place.height());

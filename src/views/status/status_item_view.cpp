@@ -7,6 +7,7 @@
 
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
+#include "views/desktop/work_area.h"
 #include "views/status/embedded_display.h"
 #include "views/status/notifier_display.h"
 #include "views/status/status_strip.h"
@@ -108,7 +109,7 @@ QRect StatusItemView::anchor() const {
     }
     // The screen where somebody is at work.
     const QScreen& screen = screenAt(QRect(QCursor::pos(), QSize(1, 1)));
-    return panelCorner(screen.geometry(), screen.availableGeometry());
+    return panelCorner(screen.geometry(), freeArea(screen));
 }
 
 } // namespace varnhold

@@ -15,6 +15,7 @@
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
 #include "views/desktop/session_kind.h"
+#include "views/desktop/work_area.h"
 #include "views/desktop/x11_hints.h"
 #include "views/status/accessibility.h"
 #include "views/status/bar_painter.h"
@@ -114,10 +115,9 @@ QPoint StatusStrip::home() const {
         return keptInside(wanted, screenAt(wanted).geometry());
     }
     const QScreen& screen = *QGuiApplication::primaryScreen();
-    const auto inBar = mayCoverTopBar()
-                           ? placeInTopBar(size(), screen.geometry(), screen.availableGeometry())
-                           : std::nullopt;
-    return inBar.value_or(freePlace(size(), screen.availableGeometry()));
+    const auto inBar = mayCoverTopBar() ? placeInTopBar(size(), screen.geometry(), freeArea(screen))
+                                        : std::nullopt;
+    return inBar.value_or(freePlace(size(), freeArea(screen)));
 }
 
 // Only what no window manager has a say in may stand above the shell.
@@ -130,7 +130,7 @@ void StatusStrip::putDown() {
     isBeingMoved_ = false;
     const QScreen& screen = screenAt(geometry());
     const QPoint inside =
-        keptInside(geometry(), mayCoverTopBar() ? screen.geometry() : screen.availableGeometry());
+        keptInside(geometry(), mayCoverTopBar() ? screen.geometry() : freeArea(screen));
     if (inside != pos()) {
         move(inside);
     }

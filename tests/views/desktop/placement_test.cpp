@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <optional>
+#include <vector>
 
 #include "views/desktop/near_scale.h"
 #include "views/desktop/placement.h"
+#include "views/desktop/work_area.h"
 #include "views/status/strip_place.h"
 
 namespace varnhold::testing {
@@ -82,6 +84,28 @@ TEST(FreePlace, IsNotInABarWithoutTheRoom) {
     EXPECT_EQ(placeInTopBar({120, 28}, large, {0, 27, 1280, 773}), std::nullopt);
     EXPECT_EQ(placeInTopBar({120, 28}, large, {0, 0, 1280, 760}), std::nullopt);
     EXPECT_EQ(placeInTopBar({240, 28}, large, {0, 32, 1280, 768}), std::nullopt);
+}
+
+TEST(AreaBeside, IsWhatPanelsLeaveOfEachScreen) {
+    const QRect left(0, 0, 1280, 800);
+    const QRect right(1280, 0, 1000, 600);
+    // The lower edge of all is further down than that of the right one.
+    const std::vector<KeptByPanel> bottoms = {{Qt::BottomEdge, {0, 771, 1280, 29}},
+                                              {Qt::BottomEdge, {1280, 560, 1000, 240}}};
+    EXPECT_EQ(areaBeside(bottoms, left), QRect(0, 0, 1280, 771));
+    EXPECT_EQ(areaBeside(bottoms, right), QRect(1280, 0, 1000, 560));
+    const std::vector<KeptByPanel> others = {{Qt::TopEdge, {0, 0, 1280, 24}},
+                                             {Qt::TopEdge, {0, 0, 1280, 20}},
+                                             {Qt::LeftEdge, {0, 0, 50, 800}},
+                                             {Qt::RightEdge, {2240, 0, 40, 600}}};
+    EXPECT_EQ(areaBeside(others, left), QRect(50, 24, 1230, 776));
+    EXPECT_EQ(areaBeside(others, right), QRect(1280, 0, 960, 600));
+}
+
+TEST(AreaBeside, LosesNothingToAPanelBetweenTwoScreens) {
+    const std::vector<KeptByPanel> between = {{Qt::LeftEdge, {0, 0, 1320, 800}}};
+    EXPECT_EQ(areaBeside(between, {0, 0, 1280, 800}), QRect(0, 0, 1280, 800));
+    EXPECT_EQ(areaBeside(between, {1280, 0, 1000, 600}), QRect(1320, 0, 960, 600));
 }
 
 TEST(KeptInside, MovesAWindowNoFurtherThanNeeded) {

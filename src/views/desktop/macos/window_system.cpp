@@ -1,5 +1,10 @@
 #include "views/desktop/window_system.h"
 
+#include <QScreen>
+#include <functional>
+
+#include "views/desktop/work_area.h"
+
 namespace varnhold {
 
 bool hasWindowManager() {
@@ -9,5 +14,12 @@ bool hasWindowManager() {
 bool windowsAreBlended() {
     return true;
 }
+
+QRect freeArea(const QScreen& screen) {
+    return screen.availableGeometry();
+}
+
+// The toolkit tells of them all.
+void onPanelsChanged(QObject*, const std::function<void()>&) {}
 
 } // namespace varnhold
