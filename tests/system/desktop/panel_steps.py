@@ -24,7 +24,7 @@ class PanelSteps(unittest.TestCase):
     def shows_and_marks(self, kind):
         desktop = self.launch(kind, CRASHED)
         wait_until("the mark", lambda: desktop.red_places() > 10)
-        self.assertEqual(desktop.notifier_property("ToolTip")[2].split("\n")[0], "2/3 🔴1")
+        self.assertTrue(desktop.says("2/3 🔴1"))
         desktop.set_fleet(QUIET)
         wait_until("no mark", lambda: desktop.red_places() == 0)
 
@@ -34,7 +34,7 @@ class PanelSteps(unittest.TestCase):
             is_open = desktop.open_panels_menu(button)
             if button == kind.draws_menu_at[0]:  # through a poll that would change the rows
                 desktop.set_fleet({**QUIET, "another": "running"})
-                wait_until("the poll", lambda: "3/4" in desktop.notifier_property("ToolTip")[2])
+                wait_until("the poll", lambda: desktop.says("3/4"))
                 self.assertTrue(is_open())
             unloaded = len(desktop.calls("bootout"))
             desktop.choose_first_bot()
@@ -46,6 +46,7 @@ class PanelSteps(unittest.TestCase):
 
     def window_opens(self, kind):
         desktop = self.launch(kind)
+        desktop.cover()
         desktop.open_panels_menu(3)
         desktop.choose_preferences()
         left, top, width, height = wait_until("the window", desktop.framed_window)
@@ -53,6 +54,27 @@ class PanelSteps(unittest.TestCase):
         self.assertGreaterEqual(top, 0)
         self.assertLessEqual(left + width, WIDTH)
         self.assertLessEqual(top + height, HEIGHT)
+        wait_until("it is in front, with the keyboard", desktop.window_is_in_front)
+
+    def popover_is_placed(self, kind):
+        """Beside the panel, near its icons, and whole."""
+        desktop = self.launch(kind)
+        x, y = desktop.icon()
+        desktop.notify(("Opus was installed.", True))
+        popover = wait_until("the popover", lambda: desktop.windows("^New AI model"))[0]
+        left, top, width, height = desktop.geometry(popover)
+        _, bar_top, _, bar = desktop.icons_area()
+        self.assertGreaterEqual(left, 0)
+        self.assertLessEqual(left + width, WIDTH)
+        if y < HEIGHT // 2:
+            self.assertGreaterEqual(top, bar_top + bar - desktop.slack)
+            self.assertLess(top - y, 60)
+        else:
+            self.assertLessEqual(top + height, bar_top + desktop.slack)
+            self.assertLess(y - top - height, 60)
+        self.assertLess(abs(left + width // 2 - x), 400)
+        desktop.click(100, HEIGHT // 2)
+        wait_until("it is gone", lambda: not desktop.windows("^New AI model"))
 
     def panel_comes_and_goes(self, kind):
         desktop = self.launch(kind)

@@ -3,6 +3,7 @@
 Only ever used inside the sandbox, where all processes are ours.
 """
 
+import re
 import subprocess
 
 from compositor import WaylandDesktop
@@ -73,6 +74,7 @@ class Driven:
 
     command = ()
     bar = 34  # points at the top of the screen that the panel may take
+    slack = 8  # by how much that may be more than it does
 
     def start_panel(self):
         self.configure()
@@ -124,6 +126,10 @@ class Driven:
         return sum(raw[i] > 200 and raw[i + 1] < 70 and raw[i + 2] < 70
                    for i in range(0, len(raw), 3))
 
+    def says(self, words):
+        """Whether the icon's text begins so."""
+        return self.notifier_property("ToolTip")[2].startswith(words)
+
     def point_at(self, x, y):
         self.input("mousemove", x, y)
 
@@ -159,6 +165,18 @@ class OnX:
 
     def choose_first_bot(self):
         self.key(*["Down"] * 4, "Return")
+
+    def cover(self):
+        """Another program's window where ours will be."""
+        self.spawn("xev", "-geometry", "1000x600+100+100")
+        wait_until("another program's window", lambda: self.windows("Event Tester"))
+
+    def window_is_in_front(self):
+        window = self.windows("^Varnhold$")
+        stack = self.tool("xprop", "-root", "_NET_CLIENT_LIST_STACKING").stdout
+        ordinary = [each for each in re.findall("0x[0-9a-f]+", stack)
+                    if int(each, 16) in map(int, (*window, *self.windows("Event Tester")))]
+        return window and self.focused() == window[0] and int(ordinary[-1], 16) == int(window[0])
 
     def strip_is_shown(self):
         return bool(self.windows("^Varnhold, "))
@@ -225,6 +243,12 @@ class Waybar(Driven, WaylandDesktop):
     def strip_is_shown(self):
         return any(node["name"].startswith("Varnhold, ") for node in self.nodes())
 
+    def cover(self):
+        pass  # the compositor gives each window a tile of its own
+
+    def window_is_in_front(self):
+        return any(node["name"] == "Varnhold" and node["focused"] for node in self.nodes())
+
     def framed_window(self):
         for node in self.nodes():
             if node["name"] == "Varnhold" and node["visible"]:
@@ -243,6 +267,8 @@ class Waybar(Driven, WaylandDesktop):
 
 class WaybarBesideX(Waybar):
     """The same where programs for X run beside the compositor's own, as ours does by preference."""
+
+    slack = 34  # nobody tells an X server of the bar
 
     def __init__(self, build):
         super().__init__(build, native=False)

@@ -22,6 +22,9 @@ class PanelsTest(PanelSteps):
     def test_xfce_window_opens_on_the_screen(self):
         self.window_opens(Xfce)
 
+    def test_xfce_popover_is_placed(self):
+        self.popover_is_placed(Xfce)
+
     def test_xfce_panel_comes_and_goes(self):
         self.panel_comes_and_goes(Xfce)
 
@@ -48,8 +51,14 @@ class PanelsTest(PanelSteps):
     def test_lxqt_window_opens_on_the_screen(self):
         self.window_opens(Lxqt)
 
+    def test_lxqt_popover_is_placed(self):
+        self.popover_is_placed(Lxqt)
+
     def test_lxqt_panel_comes_and_goes(self):
         self.panel_comes_and_goes(Lxqt)
+
+    def test_lxqt_session_ends(self):
+        self.session_ends(Lxqt)
 
     def test_waybar_shows_the_icon_and_marks_a_crash(self):
         self.shows_and_marks(Waybar)
@@ -80,6 +89,12 @@ class PanelsTest(PanelSteps):
     def test_waybar_beside_x_window_opens_on_the_screen(self):
         self.window_opens(WaybarBesideX)
 
+    def test_waybar_beside_x_shows_the_icon_and_marks_a_crash(self):
+        self.shows_and_marks(WaybarBesideX)
+
+    def test_waybar_beside_x_popover_is_placed(self):
+        self.popover_is_placed(WaybarBesideX)
+
     def test_waybar_comes_and_goes(self):
         self.panel_comes_and_goes(Waybar)
 
@@ -102,6 +117,9 @@ class PanelsTest(PanelSteps):
 
     def test_waybar_session_ends(self):
         self.session_ends(Waybar)
+
+    def test_waybar_beside_x_session_ends(self):
+        self.session_ends(WaybarBesideX)
 
 
 if __name__ == "__main__":
