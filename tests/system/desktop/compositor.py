@@ -44,8 +44,9 @@ class WaylandDesktop(Desktop):
             left.unlink()  # of one that was killed
         self.environment.update(WLR_BACKENDS="x11" if self.inside else "headless",
                                 WLR_LIBINPUT_NO_DEVICES="1", WLR_RENDERER="pixman")
-        # It runs for no superuser, so it is told that it is somebody else's, with our rights.
-        somebody = ["unshare", "--user", "--map-user=1000", "--map-group=1000"]
+        # It runs for no superuser, so it is told that it is somebody else's, with our rights: of a user whom
+        # every system knows by name, since by that its X server knows whom to let in.
+        somebody = ["unshare", "--user", "--map-user=1", "--map-group=1"]
         display = self.spawn(*(somebody if os.getuid() == 0 else []), "sway", "-c", file)
         if self.inside:
             self.give_keyboard()
@@ -58,6 +59,7 @@ class WaylandDesktop(Desktop):
         if not self.native:
             number = wait_until("the X server", lambda: next(sockets.glob("X[0-8]"), None)).name[1:]
             self.environment["DISPLAY"] = f":{number}"
+            wait_until("the X server lets us in", lambda: self.tool("xdpyinfo").returncode == 0)
         return display
 
     def give_keyboard(self):
