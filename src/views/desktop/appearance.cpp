@@ -4,8 +4,6 @@
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QMap>
 
 #include "platform/qt/session_bus.h"
@@ -78,9 +76,7 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
     QDBusMessage question =
         QDBusMessage::createMethodCall(service, portalPath, settings, QStringLiteral("ReadAll"));
     question << QStringList{appearance, accessibility, interface};
-    auto* call = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
-        const QDBusMessage answer = call->reply();
+    platform::ask(bus, this, question, [this](const QDBusMessage& answer) {
         if (answer.signature() == QLatin1String("a{sa{sv}}")) {
             const auto groups = qdbus_cast<SettingGroups>(answer.arguments().constFirst());
             for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
@@ -90,7 +86,6 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
             }
             applyLook(wishes_);
         }
-        call->deleteLater();
     });
 }
 

@@ -1,12 +1,12 @@
 #include "views/status/desktop_notice.h"
 
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
 #include <QStringList>
 #include <QVariantMap>
 #include <string>
 #include <utility>
 
+#include "platform/qt/session_bus.h"
 #include "views/text/qt_text.h"
 
 namespace varnhold {
@@ -26,12 +26,7 @@ QDBusMessage call(const QString& method) {
 
 void ask(QObject* context, const QDBusMessage& question,
          const std::function<void(const QDBusMessage&)>& answered) {
-    auto* pending =
-        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), context);
-    QObject::connect(pending, &QDBusPendingCallWatcher::finished, context, [pending, answered] {
-        pending->deleteLater();
-        answered(pending->reply());
-    });
+    platform::ask(QDBusConnection::sessionBus(), context, question, answered);
 }
 
 } // namespace

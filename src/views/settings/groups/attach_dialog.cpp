@@ -1,24 +1,41 @@
 #include "views/settings/groups/attach_dialog.h"
 
 #include <QApplication>
-#include <QFileDialog>
+#include <QDBusConnection>
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/qt/session_bus.h"
+#include "views/desktop/file_portal.h"
+#include "views/settings/groups/toolkit_dialog.h"
 
 namespace varnhold {
 
+namespace {
+
+// The dialog belongs to another program, which nothing keeps below the window or the only one: who
+// asks again wants it in front.
+void askPortal(const FileQuestion& question, const FilePortal::Answers& answers, QObject* owner) {
+    static QPointer<FilePortal> asking;
+    delete asking;
+    asking = new FilePortal(QDBusConnection::sessionBus(), question, answers, owner);
+}
+
+} // namespace
+
 void askForPaths(AttachKind kind, QObject* owner,
                  const std::function<void(const QStringList& paths)>& use) {
-    auto* dialog = new QFileDialog(QApplication::activeWindow());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(QStringLiteral("Attach File / Folder"));
-    dialog->setLabelText(QFileDialog::Accept, QStringLiteral("Attach"));
-    if (kind == AttachKind::files) {
-        dialog->setFileMode(QFileDialog::ExistingFiles);
-    } else {
-        dialog->setFileMode(QFileDialog::Directory);
-        dialog->setOption(QFileDialog::ShowDirsOnly);
+    const auto askToolkit = [kind, owner, use] { askToolkitForPaths(kind, owner, use); };
+    if (!platform::hasSessionBus()) {
+        askToolkit();
+        return;
     }
-    QObject::connect(dialog, &QFileDialog::filesSelected, owner, use);
-    dialog->open();
+    const QWidget* front = QApplication::activeWindow();
+    askPortal({.title = QString::fromLatin1(attachTitle),
+               .acceptLabel = QString::fromLatin1(attachLabel),
+               .folder = kind == AttachKind::folder,
+               .parentWindow = portalNameOf(front != nullptr ? front->windowHandle() : nullptr)},
+              {.chosen = use, .cancelled = [] {}, .failed = askToolkit}, owner);
 }
 
 } // namespace varnhold
