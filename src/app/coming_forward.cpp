@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QWindow>
-#include <cstdint>
+#include <string>
 
 #include "views/desktop/startup_notice.h"
 
@@ -11,10 +11,10 @@ namespace varnhold {
 
 namespace {
 
-void bringWindowsForward(std::uint32_t time) {
+void bringWindowsForward(const std::string& startupId) {
     for (QWindow* window : QGuiApplication::topLevelWindows()) {
         if (window->isVisible() && window->type() == Qt::Window) {
-            bringForward(*window, time);
+            bringForward(*window, startupId);
         }
     }
 }
@@ -22,18 +22,21 @@ void bringWindowsForward(std::uint32_t time) {
 } // namespace
 
 void withActivation(const Activation& activation, const std::function<void()>& work) {
+    // Older launchers hand a token over by the older name alone.
+    const std::string& token = activation.token.empty() ? activation.startupId : activation.token;
+    const std::string& id = activation.startupId.empty() ? activation.token : activation.startupId;
     // Other threads may be starting children, so the environment isn't touched without need.
-    const bool isOfUse = !activation.token.empty() &&
-                         QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    const bool isOfUse =
+        !token.empty() && QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
     if (isOfUse) {
-        qputenv(activationTokenVariable, QByteArray::fromStdString(activation.token));
+        qputenv(activationTokenVariable, QByteArray::fromStdString(token));
     }
     work();
     if (isOfUse) {
         qunsetenv(activationTokenVariable);
     }
-    if (const auto time = startupTime(activation.startupId)) {
-        bringWindowsForward(*time);
+    if (!id.empty()) {
+        bringWindowsForward(id);
     }
     endStartup(activation.startupId);
 }

@@ -36,6 +36,15 @@ std::string quoted(const std::string& text) {
     return out + '"';
 }
 
+void bringForwardAsOf(xcb_connection_t* x, xcb_window_t window, std::uint32_t time) {
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, x11Atom(x, "_NET_WM_USER_TIME"),
+                        XCB_ATOM_CARDINAL, 32, 1, &time);
+    xcb_client_message_event_t request = x11Message(x, window, "_NET_ACTIVE_WINDOW");
+    request.data.data32[0] = fromApplication;
+    request.data.data32[1] = time;
+    send(x, request, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+}
+
 } // namespace
 
 std::optional<std::uint32_t> startupTime(const std::string& id) {
@@ -51,18 +60,21 @@ std::optional<std::uint32_t> startupTime(const std::string& id) {
                                                                   : std::nullopt;
 }
 
-void bringForward(QWindow& window, std::uint32_t time) {
+// An id that tells no time, as a compositor beside the X server makes them, is known to the window
+// manager alone.
+void bringForward(QWindow& window, const std::string& id) {
     xcb_connection_t* x = x11Connection();
     if (x == nullptr) {
         return;
     }
-    const auto id = static_cast<xcb_window_t>(window.winId());
-    xcb_change_property(x, XCB_PROP_MODE_REPLACE, id, x11Atom(x, "_NET_WM_USER_TIME"),
-                        XCB_ATOM_CARDINAL, 32, 1, &time);
-    xcb_client_message_event_t request = x11Message(x, id, "_NET_ACTIVE_WINDOW");
-    request.data.data32[0] = fromApplication;
-    request.data.data32[1] = time;
-    send(x, request, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    const auto number = static_cast<xcb_window_t>(window.winId());
+    if (const auto time = startupTime(id)) {
+        bringForwardAsOf(x, number, *time);
+    } else {
+        xcb_change_property(x, XCB_PROP_MODE_REPLACE, number, x11Atom(x, "_NET_STARTUP_ID"),
+                            x11Atom(x, "UTF8_STRING"), 8, static_cast<std::uint32_t>(id.size()),
+                            id.data());
+    }
     xcb_flush(x);
 }
 

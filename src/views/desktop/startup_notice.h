@@ -15,9 +15,9 @@ namespace varnhold {
 // Pure.
 [[nodiscard]] std::optional<std::uint32_t> startupTime(const std::string& id);
 
-// Asks the window manager to bring a window forward for what the user did at that moment. Without
-// it, what was used since our own last input counts as newer, and stays in front.
-void bringForward(QWindow& window, std::uint32_t time);
+// Asks the window manager to bring a window forward for the start of this id, which mustn't be
+// empty. Without it, what was used since our own last input counts as newer, and stays in front.
+void bringForward(QWindow& window, const std::string& id);
 
 // Tells launchers that the start is over, so that none goes on showing that it waits. Does nothing
 // for an empty id.

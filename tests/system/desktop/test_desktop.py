@@ -475,6 +475,17 @@ class DesktopTest(unittest.TestCase):
         said = desktop.tool("xprop", "-id", window, "_NET_WM_USER_TIME").stdout
         self.assertGreaterEqual(int(said.split()[-1]), moment)
 
+    def test_second_start_hands_on_what_tells_no_time(self):
+        """Only the window manager knows what such an id stands for: that of a compositor beside it."""
+        desktop, _ = self.with_strip(manager=True, bus=True)
+        self.second_start(desktop)
+        window = desktop.windows("^Varnhold$")[0]
+        for variable, words in (("DESKTOP_STARTUP_ID", "of-a-compositor_TIME0"),
+                                ("XDG_ACTIVATION_TOKEN", "a-token")):
+            desktop.run_second(**{variable: words})
+            wait_until("the window bears it", lambda words=words: f'"{words}"' in desktop.tool(
+                "xprop", "-id", window, "_NET_STARTUP_ID").stdout)
+
     def test_every_start_tells_the_launcher_that_it_is_over(self):
         desktop = self.desktop(bus=True)
         heard = desktop.home / "heard"
