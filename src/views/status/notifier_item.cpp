@@ -56,6 +56,7 @@ NotifierItem::NotifierItem(const QString& menuPath, Pressed pressed)
     registerNotifierTypes();
     pace_.setSingleShot(true);
     pace_.setInterval(pauseBetweenPictures);
+    pace_.setTimerType(Qt::PreciseTimer); // others come up to a twentieth too early
     connect(&pace_, &QTimer::timeout, this, &NotifierItem::tellOfPicture);
     nextTry_.setSingleShot(true);
     nextTry_.setInterval(pauseBetweenTries);
