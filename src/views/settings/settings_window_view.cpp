@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <vector>
 
+#include "views/desktop/own_frame.h"
 #include "views/desktop/window_fit.h"
 #include "views/desktop/window_system.h"
 #include "views/settings/menu_bar.h"
@@ -137,6 +138,13 @@ bool SettingsWindowView::bringToFront() {
     show();
     raise();
     return wasClosed;
+}
+
+void SettingsWindowView::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        renewOwnFrame(*this);
+    }
 }
 
 void SettingsWindowView::closeEvent(QCloseEvent* event) {

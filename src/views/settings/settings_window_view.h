@@ -39,6 +39,7 @@ public:
     bool perform(MainMenuAction action);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:

@@ -96,7 +96,10 @@ class Gnome(OnX, Driven, Desktop):
 
     def strip(self, words="^Varnhold, "):
         """Left, top, width and height of it, whose title is of these words."""
-        return wait_until(f'the strip that says "{words}"', lambda: self.shown(words))["place"]
+        def place():
+            found = self.shown(words)
+            return found and found["place"][3] and found["place"]
+        return wait_until(f'the strip that says "{words}"', place)
 
     def strip_is_shown(self):
         return self.shown("^Varnhold, ") is not None

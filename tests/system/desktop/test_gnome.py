@@ -8,7 +8,7 @@ import pathlib
 import sys
 import unittest
 
-from desktop import NAME, SOURCE, label_of, wait_until
+from desktop import NAME, SESSIONS, SOURCE, label_of, wait_until
 from gnome import (Gnome, GnomeNative, GnomeNativeWithIcons, GnomeWayland, GnomeWaylandWithIcons,
                    GnomeWithIcons)
 from panel_steps import CRASHED, QUIET, PanelSteps
@@ -233,6 +233,35 @@ class GnomeTest(PanelSteps):
         self.d.strip()
         wait_until("it is there again", lambda: self.upper_right() == (right, top))
 
+    # -- a frame of our own ---------------------------------------------------------------------
+
+    def title_bar(self):
+        """Brightness of its ground, and how much is written there, as what differs from the ground."""
+        left, top, width, _ = wait_until("the window in front", self.d.window_in_front)["place"]
+        raw = self.d.seen(f"{width - 8}x20+{left + 4}+{top + 6}")
+        return raw[0], sum(abs(each - raw[0]) > 60 for each in raw)
+
+    def test_gnome_native_window_has_title_and_buttons_in_light_and_dark(self):
+        self.d = GnomeNative(self.build)
+        self.addCleanup(self.d.end)
+        self.d.set_fleet(QUIET)
+        portal = self.d.start_portal()
+        self.d.start()
+        self.d.await_launched()
+        self.d.run_second()
+        for scheme, is_as_wished in ((0, lambda ground: ground > 180), (1, lambda ground: ground < 90)):
+            self.d.set_wish(portal, "color-scheme", scheme)
+            wait_until("its ground is as the desktop wishes",
+                       lambda is_as_wished=is_as_wished: is_as_wished(self.title_bar()[0]))
+            wait_until("title and buttons are seen on it", lambda: self.title_bar()[1] > 100)
+        left, top, width, _ = self.d.framed_window()
+        def is_closed():
+            self.d.key("Escape")  # the welcome, and what comes after it
+            self.d.click(left + width - 18, top + 15)
+            return not self.d.framed_window()
+        wait_until("it is closed", is_closed)
+        self.assertIsNone(self.d.supervisor.poll())
+
     # -- coming to the front --------------------------------------------------------------------
 
     def entry(self, by_words):
@@ -313,6 +342,34 @@ class GnomeTest(PanelSteps):
                 wait_until("the fleet is down", lambda: len(self.d.calls("bootout")) == len(QUIET))
                 self.d.end()
                 self.d.reset()
+
+    def test_gnome_session_manager_waits_for_the_fleet(self):
+        self.d = Gnome(self.build)
+        self.addCleanup(self.d.end)
+        sessions = pathlib.Path(self.d.environment["XDG_DATA_HOME"]) / "gnome-session/sessions"
+        sessions.mkdir(parents=True)
+        (sessions / "small.session").write_text("[GNOME Session]\nName=Small\nRequiredComponents=\n")
+        self.d.set_fleet(QUIET)
+        manager = self.d.spawn("/usr/libexec/gnome-session-binary", "--builtin", "--session=small",
+                               "--disable-acceleration-check", f"--autostart={sessions}")
+        wait_until("the session manager", lambda: SESSIONS in self.d.bus_names())
+        self.d.start()
+        self.d.await_launched()
+        wait_until("it is known there", self.is_in_the_session)
+        stubborn = self.d.home / "stubborn"
+        stubborn.touch()
+        self.d.tool("gnome-session-quit", "--logout", "--no-prompt")
+        wait_until("the fleet goes down", lambda: self.d.calls("bootout"))
+        self.assertIsNone(manager.poll())
+        stubborn.unlink()
+        self.assertEqual(self.d.supervisor.wait(60), 0)
+        self.assertEqual(len(self.d.calls("bootout")), len(QUIET))
+        manager.wait(60)
+
+    def is_in_the_session(self):
+        guests = self.d.ask("call", SESSIONS, "/org/gnome/SessionManager", SESSIONS, "GetClients")
+        return any(self.d.ask("call", SESSIONS, guest, f"{SESSIONS}.Client", "GetAppId") == [NAME]
+                   for guest in (guests or [[]])[0])
 
     def test_gnome_on_wayland_session_ends(self):
         self.shell_ends(GnomeWayland)
