@@ -7,6 +7,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
+#include "views/desktop/session_kind.h"
 #include "views/desktop/x11_connection.h"
 
 namespace varnhold {
@@ -86,7 +87,7 @@ QString embeddedWindowName() {
 
 bool trayIsBlended() {
     const xcb_window_t tray = embeddedTray();
-    if (tray == XCB_WINDOW_NONE) {
+    if (tray == XCB_WINDOW_NONE || !trayShowsWindowsWithAlpha()) {
         return false;
     }
     const auto visual = wishedVisual(x11Connection(), tray);

@@ -32,8 +32,9 @@ private:
     quint32 trayAtom_ = 0;
 };
 
-// Name to give to the widget that is to be taken in: the toolkit then makes its window of the kind
-// that the tray wishes for.
+// Name to give to the widget that is to be taken in and isn't blended: the toolkit then makes its
+// window of the screen's usual kind, which can show what is behind it. One with an alpha channel it
+// would make so as well, though it paints as if it had not.
 [[nodiscard]] QString embeddedWindowName();
 
 // Whether what such a window leaves out shows the panel.

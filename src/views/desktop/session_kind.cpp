@@ -25,6 +25,10 @@ bool utilityWindowsAreLeftAlone() {
            desktop.contains(QLatin1String("KDE"));
 }
 
+bool trayShowsWindowsWithAlpha() {
+    return !currentDesktop().contains(QLatin1String("X-Cinnamon"));
+}
+
 bool stripMayStandInTopBar() {
     const QStringList desktop = currentDesktop();
     return desktopIsWayland() && desktop.contains(QLatin1String("GNOME")) &&

@@ -17,4 +17,8 @@ namespace varnhold {
 // does so too, but takes every press on its bar for itself.
 [[nodiscard]] bool stripMayStandInTopBar();
 
+// Whether a tray that wishes for windows with an alpha channel shows them. Cinnamon's own wishes
+// for them and shows nothing of ours.
+[[nodiscard]] bool trayShowsWindowsWithAlpha();
+
 } // namespace varnhold

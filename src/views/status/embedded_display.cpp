@@ -19,9 +19,12 @@ constexpr int usualSide = 22; // points; the tray has the last word
 EmbeddedDisplay::EmbeddedDisplay(MenuOpener& opener)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
       opener_(opener) {
-    setObjectName(embeddedWindowName()); // by it the toolkit knows what kind of window to make
     setAttribute(Qt::WA_AlwaysShowToolTips);
-    setAttribute(Qt::WA_TranslucentBackground, trayIsBlended());
+    if (trayIsBlended()) {
+        setAttribute(Qt::WA_TranslucentBackground);
+    } else {
+        setObjectName(embeddedWindowName());
+    }
     setAttribute(Qt::WA_ShowWithoutActivating);
     setMinimumSize(usualSide, usualSide);
     resize(usualSide, usualSide);
