@@ -7,6 +7,7 @@ import pathlib
 
 from desktop import DISPLAY, Desktop, WATCHER, wait_until
 from panels import HEIGHT, WIDTH, Driven, OnX
+from tiling import Embedded
 
 
 class Whole(OnX, Driven, Desktop):
@@ -68,3 +69,58 @@ class PlasmaWayland(Plasma):
 
     def configure(self):
         self.command = ("plasmashell", "-platform", "wayland")
+
+
+MATE = """[org/mate/panel/general]
+toplevel-id-list=['bottom']
+object-id-list=['icons']
+[org/mate/panel/toplevels/bottom]
+expand=true
+orientation='bottom'
+size=28
+[org/mate/panel/objects/icons]
+object-type='applet'
+applet-iid='NotificationAreaAppletFactory::NotificationArea'
+toplevel-id='bottom'
+panel-right-stick=true
+position=0
+locked=true
+"""
+
+
+class Mate(Whole):
+    variables = {"XDG_SESSION_TYPE": "x11", "XDG_CURRENT_DESKTOP": "MATE"}
+    pieces = (("marco", "--no-composite"),)
+    command = ("mate-panel",)
+    bar = 32
+    icons = (1000, WIDTH)
+
+    def configure(self):
+        self.write("glib-2.0/settings/keyfile", MATE)
+
+
+class Budgie(Embedded, Whole):
+    variables = {"XDG_SESSION_TYPE": "x11", "XDG_CURRENT_DESKTOP": "Budgie:GNOME"}
+    pieces = (("budgie-wm", "--x11"),)
+    command = ("budgie-panel",)
+    bar = 41
+    icons = (1060, 1166)  # red things stand right of it
+
+    def start_panel(self):
+        self.panel = self.spawn(*self.command)
+        def has_its_signs():
+            """It makes its tray anew until then."""
+            raw = self.seen(f"{WIDTH - self.icons[1]}x{self.bar}+{self.icons[1]}+{HEIGHT - self.bar}")
+            return sum(min(raw[i:i + 3]) > 200 for i in range(0, len(raw), 3)) > 100
+        wait_until("the panel", has_its_signs)
+
+
+class Cinnamon(Whole):
+    """With what it shows described icons by, which Debian installs along with it."""
+
+    variables = {"XDG_SESSION_TYPE": "x11", "XDG_CURRENT_DESKTOP": "X-Cinnamon"}
+    pieces = (("/usr/libexec/xapps/sn-watcher/xapp-sn-watcher",),)
+    command = ("cinnamon",)
+    draws_menu_at = (3,)  # and asks us for ours at the left button
+    bar = 40
+    icons = (1000, 1170)

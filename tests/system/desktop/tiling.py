@@ -31,6 +31,26 @@ class OwnMenu(OnX, Driven):
         return lambda: bool(self.menus())
 
 
+class Embedded(OwnMenu):
+    """A panel that takes windows of other programs in, and no descriptions of icons."""
+
+    def set_fleet(self, states, paused=()):
+        super().set_fleet(states, paused)
+        self.polls = len(self.calls("list"))
+
+    def says(self, words):
+        """Such an icon says it to who rests on it, and that isn't read here; but the poll has come."""
+        return len(self.calls("list")) > self.polls
+
+    def item(self):
+        left, top, width, height = self.icons_area()
+        def is_there(window):
+            x, y, _, side = self.geometry(window)
+            return left <= x < left + width and y >= top and side <= height
+        return wait_until("the icon in the panel",
+                          lambda: [each for each in self.our_windows() if is_there(each)])[0]
+
+
 class Tiling(OwnMenu, Desktop):
     draws_menu_at = (1, 3)
 
@@ -47,9 +67,7 @@ class Tiling(OwnMenu, Desktop):
         return self.geometry(window[0]) if window else None
 
 
-class I3(Tiling):
-    """Its bar takes windows of other programs in, and no descriptions of icons."""
-
+class I3(Embedded, Tiling):
     command = ("i3bar", "-b", "ours")
     bar = 24
 
@@ -70,20 +88,6 @@ class I3(Tiling):
         def offers_a_tray():
             return "_NET_SYSTEM_TRAY_S0" in self.tool("xlsatoms", "-name", "_NET_SYSTEM_TRAY_S0").stdout
         wait_until("the bar", lambda: self.windows("^i3bar for output") and offers_a_tray())
-
-    def set_fleet(self, states, paused=()):
-        super().set_fleet(states, paused)
-        self.polls = len(self.calls("list"))
-
-    def says(self, words):
-        """Such an icon says it to who rests on it, and that isn't read here; but the poll has come."""
-        return len(self.calls("list")) > self.polls
-
-    def item(self):
-        _, top, _, height = self.icons_area()
-        return wait_until("the icon in the bar", lambda: [
-            window for window in self.our_windows()
-            if self.geometry(window)[1] >= top and self.geometry(window)[3] <= height])[0]
 
 
 class Dwm(Tiling):
