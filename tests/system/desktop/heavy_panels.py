@@ -71,6 +71,8 @@ class PlasmaWayland(Plasma):
         self.command = ("plasmashell", "-platform", "wayland")
 
 
+RUNNING = 2  # states of Cinnamon's shell
+
 MATE = """[org/mate/panel/general]
 toplevel-id-list=['bottom']
 object-id-list=['icons']
@@ -97,6 +99,7 @@ class Mate(Whole):
 
     def configure(self):
         self.write("glib-2.0/settings/keyfile", MATE)
+        self.write("gtk-3.0/settings.ini", "[Settings]\ngtk-button-images=1\n")  # as its sessions have it
 
 
 class Budgie(Embedded, Whole):
@@ -124,3 +127,9 @@ class Cinnamon(Whole):
     draws_menu_at = (3,)  # and asks us for ours at the left button
     bar = 40
     icons = (1000, 1170)
+
+    def start_panel(self):
+        self.panel = self.spawn(*self.command)
+        def hears_presses():
+            return self.ask("call", "org.Cinnamon", "/org/Cinnamon", "org.Cinnamon", "GetRunState") == [RUNNING]
+        wait_until("the shell", hears_presses)
