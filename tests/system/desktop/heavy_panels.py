@@ -99,7 +99,8 @@ class Mate(Whole):
 
     def configure(self):
         self.write("glib-2.0/settings/keyfile", MATE)
-        self.write("gtk-3.0/settings.ini", "[Settings]\ngtk-button-images=1\n")  # as its sessions have it
+        # As its settings daemon has it.
+        self.write("gtk-3.0/settings.ini", "[Settings]\ngtk-button-images=1\ngtk-menu-images=1\n")
 
 
 class Budgie(Embedded, Whole):
