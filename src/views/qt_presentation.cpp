@@ -9,6 +9,7 @@
 #include "platform/qt/session_bus.h"
 #include "views/desktop/appearance.h"
 #include "views/desktop/application_icon.h"
+#include "views/desktop/live_scale.h"
 #include "views/desktop/screens.h"
 #include "views/desktop/x11_hints.h"
 #include "views/status/desktop_notice.h"
@@ -48,6 +49,7 @@ struct QtPresentation::Parts {
     std::vector<MainMenu> menus;
     QPointer<StatusItemView> item;
     Appearance appearance;
+    LiveScale scale;
 };
 
 QtPresentation::QtPresentation(const FleetContext& fleet) : parts_(std::make_unique<Parts>(fleet)) {

@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <QWidget>
 #include <QWindow>
+#include <cstdlib>
 
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
@@ -22,6 +23,12 @@ constexpr int usualPanel = 40;
 QRect roomOn(const QScreen& screen) {
     const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
     return freeArea(screen).adjusted(0, 0, 0, isWayland ? -usualPanel : 0);
+}
+
+// What is given in points comes back so, but for what a scale rounds.
+bool isNear(const QSize& one, const QSize& other) {
+    const QSize apart = one - other;
+    return std::abs(apart.width()) <= 1 && std::abs(apart.height()) <= 1;
 }
 
 } // namespace
@@ -57,21 +64,23 @@ void WindowFit::fit() {
     }
     // A frame of whole pixels may end within a point, which the toolkit leaves out.
     const int cut = isScaledByFraction(window_) ? 1 : 0;
-    const QRect area = roomOn(screenAt(window_.frameGeometry())).adjusted(0, 0, -cut, -cut);
-    isFresh_ = isFresh_ && window_.size() == prepared_;
+    // The window's own record of its frame is of the time before a change of scale.
     const QMargins frame = window_.windowHandle()->frameMargins();
+    const QRect now = window_.geometry().marginsAdded(frame);
+    const QRect area = roomOn(screenAt(now)).adjusted(0, 0, -cut, -cut);
+    isFresh_ = isFresh_ && window_.size() == prepared_;
     const QSize room = area.marginsRemoved(frame).size();
-    const QSize size = isFresh_ ? wanted_(room) : window_.size().boundedTo(room);
-    const QSize framed = size.grownBy(frame);
-    const QRect place =
-        isFresh_ ? QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, framed, area)
-                 : QRect(keptInside({window_.frameGeometry().topLeft(), framed}, area), framed);
-    isFresh_ = false;
-    if (size != window_.size()) {
-        window_.resize(size);
+    if (!isNear(window_.size(), given_)) {
+        wish_ = window_.size();
     }
-    if (place.topLeft() != window_.frameGeometry().topLeft()) {
-        window_.move(place.topLeft());
+    given_ = isFresh_ ? wanted_(room) : wish_.boundedTo(room);
+    const QSize framed = given_.grownBy(frame);
+    const QRect place = isFresh_
+                            ? QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, framed, area)
+                            : QRect(keptInside({now.topLeft(), framed}, area), framed);
+    isFresh_ = false;
+    if (place != now) {
+        window_.setGeometry(place.marginsRemoved(frame));
     }
 }
 

@@ -33,6 +33,8 @@ private:
     QWidget& window_;
     std::function<QSize(const QSize& room)> wanted_;
     QSize prepared_; // what it was given before it first showed
+    QSize wish_;     // what it had before the screen had no room for it
+    QSize given_;    // what it then got
     bool isFresh_ = true;
 };
 
