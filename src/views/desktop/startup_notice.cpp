@@ -39,10 +39,10 @@ std::string quoted(const std::string& text) {
 void bringForwardAsOf(xcb_connection_t* x, xcb_window_t window, std::uint32_t time) {
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, x11Atom(x, "_NET_WM_USER_TIME"),
                         XCB_ATOM_CARDINAL, 32, 1, &time);
-    xcb_client_message_event_t request = x11Message(x, window, "_NET_ACTIVE_WINDOW");
-    request.data.data32[0] = fromApplication;
-    request.data.data32[1] = time;
-    send(x, request, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    xcb_client_message_event_t message = x11Message(x, window, "_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = fromApplication;
+    message.data.data32[1] = time;
+    send(x, message, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
 }
 
 } // namespace

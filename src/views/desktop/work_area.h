@@ -21,7 +21,7 @@ void onPanelsChanged(QObject* context, const std::function<void()>& changed);
 
 // What a panel keeps for itself, at one edge of all screens together.
 struct KeptByPanel {
-    Qt::Edge edge;
+    Qt::Edge edge = Qt::TopEdge;
     QRect place;
 };
 

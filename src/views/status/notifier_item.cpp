@@ -19,8 +19,8 @@ using namespace std::chrono_literals;
 constexpr auto pauseBetweenPictures = 250ms;
 constexpr auto pauseBetweenTries = 1s;
 
-const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const QString itemList = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString itemListPath = QStringLiteral("/StatusNotifierWatcher");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
 
@@ -63,7 +63,7 @@ NotifierItem::NotifierItem(const QString& menuPath, Pressed pressed)
     connect(&nextTry_, &QTimer::timeout, this, &NotifierItem::announce);
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.registerObject(itemPath, this, QDBusConnection::ExportAllContents);
-    bus.connect(watcher, watcherPath, watcher, QStringLiteral("StatusNotifierItemUnregistered"),
+    bus.connect(itemList, itemListPath, itemList, QStringLiteral("StatusNotifierItemUnregistered"),
                 this, SLOT(beStruckOff(QString)));
 }
 
@@ -77,7 +77,7 @@ void NotifierItem::announce() {
     constexpr unsigned noQueue = 4;
     sendToBus(QStringLiteral("RequestName"), {service_, noQueue});
     QDBusMessage request = QDBusMessage::createMethodCall(
-        watcher, watcherPath, watcher, QStringLiteral("RegisterStatusNotifierItem"));
+        itemList, itemListPath, itemList, QStringLiteral("RegisterStatusNotifierItem"));
     request << service_;
     // A shell may own the name a moment before it can take anybody in.
     auto* call =
