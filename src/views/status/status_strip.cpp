@@ -46,7 +46,7 @@ StatusStrip::StatusStrip(MenuOpener& opener, platform::UserDefaults& defaults,
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::StrongFocus);
-    QFont textFont = font();
+    QFont textFont; // of the desktop's family, whichever that comes to be
     textFont.setPixelSize(textPixelSize);
     setFont(textFont);
     describe(*this, QAccessible::ButtonMenu, [this] { openMenu(); });
@@ -263,6 +263,14 @@ void StatusStrip::keyPressEvent(QKeyEvent* event) {
 void StatusStrip::openMenu() {
     const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
     opener_.open(isWayland ? rect() : geometry(), this);
+}
+
+void StatusStrip::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        fit();
+        update();
+    }
 }
 
 void StatusStrip::resizeEvent(QResizeEvent*) {

@@ -159,6 +159,21 @@ TEST(Strip, PaintsItselfAnewWhenTheColoursChange) {
     EXPECT_EQ(dark, darkPalette().color(QPalette::Window));
 }
 
+TEST(Strip, TakesTheRoomThatAnotherFontNeeds) {
+    ShownStrip shown;
+    shown.strip.setTitle(QStringLiteral(" 12/34"), QStringLiteral("Varnhold"));
+    const QFont usual = QApplication::font();
+    const int before = shown.strip.width();
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown.strip.font().family(), QStringLiteral("DejaVu Sans Mono"));
+    EXPECT_GT(shown.strip.width(), before);
+    EXPECT_EQ(shown.strip.width(), shown.strip.sizeHint().width());
+    QApplication::setFont(usual);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown.strip.width(), before);
+}
+
 TEST(Strip, ThatIsClosedCountsAsRemoved) {
     ShownStrip shown;
     shown.strip.close();
