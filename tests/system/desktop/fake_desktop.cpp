@@ -219,6 +219,22 @@ bool offerTray(Watcher& watcher) {
                            .arg(QCoreApplication::applicationPid()));
 }
 
+// Does what all lines that are there say, since nothing tells of those again. Whether more may
+// come.
+bool obey(Portal& portal, Sessions& sessions) {
+    std::string line;
+    do {
+        std::getline(std::cin, line);
+        if (line == "end") {
+            sessions.end();
+        } else if (std::cin) {
+            const QStringList words = QString::fromStdString(line).split(QLatin1Char(' '));
+            portal.change(words.front(), words.back());
+        }
+    } while (std::cin && std::cin.rdbuf()->in_avail() > 0);
+    return static_cast<bool>(std::cin);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -233,19 +249,9 @@ int main(int argc, char** argv) {
     Sessions sessions;
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &portal, [&] {
-        // All lines that are there: nothing tells of those again.
-        std::string line;
-        do {
-            std::getline(std::cin, line);
-            if (!std::cin) {
-                input.setEnabled(false);
-            } else if (line == "end") {
-                sessions.end();
-            } else {
-                const QStringList words = QString::fromStdString(line).split(QLatin1Char(' '));
-                portal.change(words.front(), words.back());
-            }
-        } while (std::cin && std::cin.rdbuf()->in_avail() > 0);
+        if (!obey(portal, sessions)) {
+            input.setEnabled(false);
+        }
     });
     if (!offerIfAsked("portal", portal, "/org/freedesktop/portal/desktop",
                       "org.freedesktop.portal.Desktop")) {

@@ -4,89 +4,19 @@
 #include <memory>
 #include <optional>
 
-#include <QDBusContext>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
 #include <QPointer>
 #include <QTest>
 
+#include "desktop/fake_file_portal.h"
 #include "private_bus.h"
 #include "views/desktop/file_portal.h"
 
 namespace varnhold::testing {
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-
-// What the portal has for one question.
-class FakeRequest final : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Request")
-public:
-    bool isClosed = false;
-
-public slots:
-    // NOLINTNEXTLINE(readability-identifier-naming): the interface's own name
-    void Close() { isClosed = true; }
-};
-
-// A portal that shows nothing and answers what the test says.
-class FakePortal final : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.FileChooser")
-    Q_PROPERTY(uint version MEMBER version)
-public:
-    explicit FakePortal(const QDBusConnection& bus) : bus_(bus) {}
-
-    uint version = 3;
-    bool refuses = false;
-    bool choosesPathItself = false;
-    std::function<void()> asked = [] {};
-    QString parent, title, path;
-    QVariantMap options;
-    FakeRequest request;
-
-    bool offer() {
-        return bus_.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
-                                   QDBusConnection::ExportAllSlots |
-                                       QDBusConnection::ExportAllProperties) &&
-               bus_.registerService(service);
-    }
-    void vanish() { bus_.unregisterService(service); }
-
-    void respond(uint code, const QStringList& uris = {}) {
-        QDBusMessage response = QDBusMessage::createSignal(
-            path, QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"));
-        bus_.send(response << code << QVariantMap{{QStringLiteral("uris"), uris}});
-    }
-
-    // NOLINTBEGIN(readability-identifier-naming): the interface's own name
-public slots:
-    QDBusObjectPath OpenFile(const QString& over, const QString& words, const QVariantMap& how) {
-        if (refuses) {
-            sendErrorReply(QDBusError::Failed, QStringLiteral("no"));
-            return {};
-        }
-        parent = over;
-        title = words;
-        options = how;
-        path = QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
-                   .arg(message().service().mid(1).replace(QLatin1Char('.'), QLatin1Char('_')),
-                        choosesPathItself ? QStringLiteral("own")
-                                          : how.value(QStringLiteral("handle_token")).toString());
-        bus_.registerObject(path, &request, QDBusConnection::ExportAllSlots);
-        asked();
-        return QDBusObjectPath(path);
-    }
-    // NOLINTEND(readability-identifier-naming)
-
-private:
-    QDBusConnection bus_;
-};
-
 struct FilePortals : ::testing::Test {
     PrivateBus bus;
-    FakePortal portal{bus.answerer()};
+    FakeFilePortal portal{bus.answerer()};
     QObject owner;
     std::optional<QStringList> chosen;
     int answers = 0;
@@ -130,7 +60,7 @@ struct FilePortals : ::testing::Test {
     }
 };
 
-QVariant option(const FakePortal& portal, const char* name) {
+QVariant option(const FakeFilePortal& portal, const char* name) {
     return portal.options.value(QString::fromLatin1(name));
 }
 
@@ -269,5 +199,3 @@ TEST(PortalName, IsEmptyWithoutAWindowOrXServer) {
 
 } // namespace
 } // namespace varnhold::testing
-
-#include "file_portal_test.moc"
