@@ -10,6 +10,7 @@
 
 #include "views/desktop/placement.h"
 #include "views/desktop/screens.h"
+#include "views/desktop/session_kind.h"
 #include "views/desktop/work_area.h"
 
 namespace varnhold {
@@ -19,10 +20,24 @@ namespace {
 constexpr QMargins usualFrame(4, 36, 4, 4); // points
 constexpr int usualPanel = 40;
 
+bool isWayland() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 // Wayland tells nobody what panels take.
 QRect roomOn(const QScreen& screen) {
-    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    return freeArea(screen).adjusted(0, 0, 0, isWayland ? -usualPanel : 0);
+    return freeArea(screen).adjusted(0, 0, 0, isWayland() ? -usualPanel : 0);
+}
+
+// Nor does a compositor tell on which screen a window will be: it has to fit each of them.
+QRect roomToOpenOn(const QScreen& screen) {
+    QRect room = roomOn(screen);
+    if (desktopIsWayland()) {
+        for (const QScreen* each : QGuiApplication::screens()) {
+            room.setSize(room.size().boundedTo(roomOn(*each).size()));
+        }
+    }
+    return room;
 }
 
 // What is given in points comes back so, but for what a scale rounds.
@@ -40,7 +55,7 @@ WindowFit::WindowFit(QWidget& window, std::function<QSize(const QSize& room)> wa
 }
 
 void WindowFit::prepareFor(const QScreen& screen) {
-    const QRect area = roomOn(screen);
+    const QRect area = roomToOpenOn(screen);
     const QRect room = area.marginsRemoved(usualFrame);
     window_.setGeometry(
         QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, wanted_(room.size()), room));
@@ -67,9 +82,14 @@ void WindowFit::fit() {
     // The window's own record of its frame is of the time before a change of scale.
     const QMargins frame = window_.windowHandle()->frameMargins();
     const QRect now = window_.geometry().marginsAdded(frame);
-    const QRect area = roomOn(screenAt(now)).adjusted(0, 0, -cut, -cut);
     isFresh_ = isFresh_ && window_.size() == prepared_;
-    const QSize room = area.marginsRemoved(frame).size();
+    // Wayland tells which screen shows a window, but not where.
+    const QScreen& screen = isWayland() ? *window_.windowHandle()->screen() : screenAt(now);
+    const QRect area =
+        (isFresh_ ? roomToOpenOn(screen) : roomOn(screen)).adjusted(0, 0, -cut, -cut);
+    // Not every compositor tells an X server's windows of the frames that it draws.
+    const bool frameIsUntold = frame.isNull() && desktopIsWayland() && !isWayland();
+    const QSize room = area.marginsRemoved(frameIsUntold ? usualFrame : frame).size();
     if (!isNear(window_.size(), given_)) {
         wish_ = window_.size();
     }
