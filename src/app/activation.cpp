@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "base/activation_token.h"
+
 namespace varnhold {
 
 namespace {

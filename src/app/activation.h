@@ -17,9 +17,6 @@ struct Activation {
     bool operator==(const Activation&) const = default;
 };
 
-// Where desktops put the token, and where toolkits look for it.
-inline constexpr const char* activationTokenVariable = "XDG_ACTIVATION_TOKEN";
-
 // That of this start, which stays in the environment for the program that this one becomes.
 [[nodiscard]] Activation givenActivation();
 

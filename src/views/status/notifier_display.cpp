@@ -1,14 +1,19 @@
 #include "views/status/notifier_display.h"
 
 #include <QCursor>
+#include <string>
+#include <utility>
 
 #include "views/desktop/session_kind.h"
+#include "views/desktop/token_in_use.h"
 
 namespace varnhold {
 
 NotifierDisplay::NotifierDisplay(MenuOpener& opener, StatusMenu::Choose choose)
     : opener_(opener),
-      menu_(std::move(choose)),
+      menu_([this, choose = std::move(choose)](MenuAction action, const std::string& value) {
+          withToken(item_.takeToken(), [&] { choose(action, value); });
+      }),
       item_(ExportedMenu::path(), [this] { return pressed(); }) {}
 
 // Only panels that don't know that the item is its menu ask us. Where the pointer is we learn from

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QTimer>
 #include <functional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "status/bars.h"
@@ -63,6 +65,8 @@ public:
     [[nodiscard]] NotifierToolTip toolTip() const;
     [[nodiscard]] QString label() const { return label_; }
     [[nodiscard]] QString spoken() const { return spoken_; }
+    // That was handed over for what is chosen next, if any. It is good once.
+    [[nodiscard]] std::string takeToken() { return std::exchange(token_, {}); }
 
 public slots:
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names
@@ -70,6 +74,8 @@ public slots:
     void SecondaryActivate(int x, int y);
     void ContextMenu(int x, int y);
     void Scroll(int delta, const QString& orientation);
+    // By compositors' panels, before they tell of a press (XDG activation of freedesktop.org).
+    void ProvideXdgActivationToken(const QString& token) { token_ = token.toStdString(); }
 
 signals:
     void NewIcon();
@@ -105,6 +111,7 @@ private:
     bool attentionTold_ = false;
     QString label_;
     QString spoken_;
+    std::string token_;
     QTimer pace_;
     QTimer nextTry_; // to be taken on the list
 };

@@ -91,6 +91,14 @@ class GnomeTest(PanelSteps):
     def test_gnome_with_icons_native_window_opens_in_front(self):
         self.window_is_in_front(GnomeNativeWithIcons)
 
+    def test_gnome_with_icons_native_menu_brings_the_covered_window_forward(self):
+        self.window_is_in_front(GnomeNativeWithIcons)
+        self.d.bring_forward("Event Tester")
+        wait_until("it is covered", lambda: not self.d.window_in_front())
+        self.d.open_panels_menu(3)
+        self.d.choose_preferences()
+        wait_until("it is in front again", self.d.window_in_front)
+
     def test_gnome_with_icons_native_loses_them_and_gets_them_back(self):
         self.panel_comes_and_goes(GnomeNativeWithIcons)
 

@@ -40,6 +40,15 @@ int redOf(const NotifierPixmap& pixmap) {
     return count;
 }
 
+TEST(NotifierItem, HandsATokenOnForOneChoiceAlone) {
+    ShownItem shown;
+    EXPECT_EQ(shown.item.takeToken(), "");
+    shown.item.ProvideXdgActivationToken(QStringLiteral("first"));
+    shown.item.ProvideXdgActivationToken(QStringLiteral("second"));
+    EXPECT_EQ(shown.item.takeToken(), "second");
+    EXPECT_EQ(shown.item.takeToken(), "");
+}
+
 TEST(NotifierItem, OffersThePicturesThatPanelsTakeTheirPickOf) {
     ShownItem shown;
     shown.lift(0);
