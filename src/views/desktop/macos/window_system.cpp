@@ -3,6 +3,7 @@
 #include <QScreen>
 #include <functional>
 
+#include "views/desktop/session_kind.h"
 #include "views/desktop/work_area.h"
 
 namespace varnhold {
@@ -13,6 +14,10 @@ bool hasWindowManager() {
 
 bool windowsAreBlended() {
     return true;
+}
+
+bool desktopIsWayland() {
+    return false;
 }
 
 QRect freeArea(const QScreen& screen) {
