@@ -11,6 +11,7 @@ namespace varnhold {
 
 // Keeps a window with all of its frame on its screen: as it first shows, in the middle and as large
 // as it wants to be or the screen has room for; later only where screens or panels change under it.
+// Beside or under a compositor it first fits every screen, since nobody tells on which it will be.
 // What a frame takes is known once the window manager has made it, so what was guessed before is
 // then set right. A window manager that gives the window a size of its own, as those do that tile,
 // has its way: it would only refuse another, and the toolkit go by what it has asked for. Main

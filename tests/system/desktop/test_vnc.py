@@ -36,13 +36,17 @@ class VncTest(PanelSteps):
     def test_vnc_session_ends(self):
         self.session_ends(XfceFromAfar)
 
-    def test_vnc_viewer_comes_and_goes_unnoticed(self):
+    def with_strip(self):
         self.d = desktop = SeenFromAfar(self.build, manager=True)
         self.addCleanup(desktop.end)
         desktop.set_fleet(QUIET)
         desktop.start()
         strip = desktop.strip()
         desktop.await_launched()
+        return desktop, strip
+
+    def test_vnc_viewer_comes_and_goes_unnoticed(self):
+        desktop, strip = self.with_strip()
         place = desktop.geometry(strip)
         desktop.viewer.leave()
         polls = len(desktop.calls("list"))
@@ -55,12 +59,7 @@ class VncTest(PanelSteps):
         self.assertEqual(desktop.calls("bootout"), [])
 
     def test_vnc_viewer_makes_the_screen_smaller_under_strip_and_window(self):
-        self.d = desktop = SeenFromAfar(self.build, manager=True)
-        self.addCleanup(desktop.end)
-        desktop.set_fleet(QUIET)
-        desktop.start()
-        strip = desktop.strip()
-        desktop.await_launched()
+        desktop, strip = self.with_strip()
         desktop.run_second()
         window = wait_until("the window", lambda: desktop.windows("^Varnhold$"))[0]
         desktop.viewer.set_screens((0, 0, 1000, 700))
